@@ -1,0 +1,24 @@
+# The two commands of the README. Both install what is missing first.
+BUILD_DIR ?= build
+JOBS ?= $(shell nproc)
+
+.PHONY: deps build run test clean bench
+
+deps:
+	bash scripts/install-deps.sh
+
+build: deps
+	cmake -S . -B $(BUILD_DIR) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+
+run: build
+	bash scripts/run.sh $(BUILD_DIR)/src/app/quaydrop
+
+test: build
+	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS) --timeout 300
+
+bench: build
+	bash bench/size.sh $(BUILD_DIR)/src/app/quaydrop
+
+clean:
+	rm -rf $(BUILD_DIR)

@@ -1,0 +1,40 @@
+#!/usr/bin/env bash
+# Installs what Quaydrop needs to build, test and run on Debian 12. Idempotent: packages that are
+# already present are not touched, and nothing runs apt-get when all of them are there.
+set -euo pipefail
+
+PACKAGES=(
+  # toolchain
+  g++ cmake ninja-build pkg-config make
+  # Qt 6
+  qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libqt6svg6-dev
+  libgl-dev
+  # X11 drag watching
+  libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
+  # running and testing without a desktop
+  xvfb xauth dbus dbus-x11 x11-utils xdotool
+  # time measurement in bench/
+  hyperfine
+)
+
+missing=()
+for p in "${PACKAGES[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+if [ "$(id -u)" -ne 0 ]; then
+  SUDO=sudo
+else
+  SUDO=
+fi
+
+echo "install-deps: installing ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

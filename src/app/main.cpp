@@ -1,0 +1,80 @@
+#include "cli/CommandLine.h"
+#include "core/controller/AppDelegate.h"
+#include "core/fs/NativePath.h"
+#include "core/texts/Texts.h"
+#include "platform/SingleInstance.h"
+#include "platform/posix/UnixSignalWatcher.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QTextStream>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace {
+
+QStringList argumentsAsPaths(int argc, char **argv)
+{
+    // Not QCoreApplication::arguments(): those lose bytes of names that are not UTF-8.
+    QStringList args;
+    for (int i = 0; i < argc; ++i)
+        args.append(NativePath::fromNative(QByteArray(argv[i])));
+    return args;
+}
+
+int runCommandLine(int argc, char **argv)
+{
+    QCoreApplication app(argc, argv);
+    Texts::setLanguage(Texts::preferredLanguage());
+    QTextStream out(stdout);
+    QTextStream err(stderr);
+    return CommandLine::run(argumentsAsPaths(argc, argv), out, err);
+}
+
+int runResident(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        std::fprintf(stderr, "quaydrop: no display to show on (DISPLAY is not set); `make run` starts one\n");
+        return 1;
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quaydrop"));
+    QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));
+    QApplication::setQuitOnLastWindowClosed(false);
+    Texts::setLanguage(Texts::preferredLanguage());
+
+    SingleInstance instance;
+    switch (instance.claim()) {
+    case SingleInstance::Role::Secondary:
+        std::fprintf(stderr, "quaydrop: already running; asked it to come forward\n");
+        return 0;
+    case SingleInstance::Role::Failed:
+        std::fprintf(stderr, "quaydrop: cannot claim %s: %s\n", qPrintable(SingleInstance::defaultSocketPath()),
+                     qPrintable(instance.errorString()));
+        return 1;
+    case SingleInstance::Role::Primary:
+        break;
+    }
+
+    Platform platform; // the desktop services join as they are built
+    AppDelegate delegate(platform);
+    QObject::connect(&instance, &SingleInstance::activationRequested, &delegate,
+                     &AppDelegate::applicationShouldHandleReopen);
+    UnixSignalWatcher signals_;
+    QObject::connect(&signals_, &UnixSignalWatcher::terminationRequested, &delegate, &AppDelegate::quitQuaydrop);
+
+    delegate.applicationDidFinishLaunching();
+    std::fprintf(stderr, "quaydrop: running\n");
+    std::fflush(stderr);
+    return app.exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (argc > 1)
+        return runCommandLine(argc, argv);
+    return runResident(argc, argv);
+}

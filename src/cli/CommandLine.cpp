@@ -1,0 +1,48 @@
+#include "CommandLine.h"
+
+#include "CoreCommands.h"
+
+namespace {
+
+void printHelp(QTextStream &out)
+{
+    out << "Usage: quaydrop [COMMAND ARGS...]\n"
+           "Without a command, Quaydrop starts resident in the tray (or asks the running one to come forward).\n\n"
+           "Commands:\n";
+    for (const auto &c : CommandLine::commands())
+        out << "  " << QStringLiteral("%1 %2").arg(c.name, c.arguments).leftJustified(22) << c.summary << '\n';
+    out << "  " << QStringLiteral("--help").leftJustified(22) << "show this text\n";
+}
+
+} // namespace
+
+const QList<CommandLine::Command> &CommandLine::commands()
+{
+    static const QList<Command> table{
+        {QStringLiteral("type"), QStringLiteral("PATH..."),
+         QStringLiteral("print the panel code of each path (1 image, 2 text, 333 folder, 777 other)"), &runTypeCommand},
+        {QStringLiteral("size"), QStringLiteral("PATH..."),
+         QStringLiteral("print the size on disk of the paths together, readable and in bytes"), &runSizeCommand},
+        {QStringLiteral("ledger"), QString(), QStringLiteral("print the time saved this week and in total"),
+         &runLedgerCommand},
+    };
+    return table;
+}
+
+bool CommandLine::wantsCommandLine(const QStringList &args) { return args.size() > 1; }
+
+int CommandLine::run(const QStringList &args, QTextStream &out, QTextStream &err)
+{
+    const QString name = args.value(1);
+    if (name == u"--help" || name == u"-h" || name == u"help") {
+        printHelp(out);
+        return 0;
+    }
+    for (const auto &c : commands()) {
+        if (c.name == name)
+            return c.run(args.mid(2), out, err);
+    }
+    err << "quaydrop: unknown command \"" << name << "\"\n";
+    printHelp(err);
+    return kUsageError;
+}

@@ -1,0 +1,84 @@
+#include "CoreCommands.h"
+
+#include "CommandLine.h"
+#include "core/fs/NativePath.h"
+#include "core/ledger/TimeSavedLedger.h"
+#include "utils/Utils.h"
+
+#include <QDir>
+
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+QString absolute(const QString &path)
+{
+    if (path.startsWith(QChar('/')))
+        return path;
+    return QDir::currentPath() + QChar('/') + path;
+}
+
+bool reportMissing(const QString &path, QTextStream &err)
+{
+    struct stat st;
+    if (lstat(NativePath::toNative(path).constData(), &st) == 0)
+        return false;
+    err << "quaydrop: " << NativePath::forDisplay(path) << ": " << strerror(errno) << '\n';
+    return true;
+}
+
+} // namespace
+
+// Classification goes by name, so a path that does not exist still has a code; it is reported all the same.
+int runTypeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
+{
+    if (paths.isEmpty()) {
+        err << "usage: quaydrop type PATH...\n";
+        return CommandLine::kUsageError;
+    }
+    int status = 0;
+    for (const QString &p : paths) {
+        const QString path = absolute(p);
+        if (reportMissing(path, err))
+            status = 1;
+        out << Utils::determineFileType(path) << '\t' << NativePath::forDisplay(p) << '\n';
+    }
+    return status;
+}
+
+int runSizeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
+{
+    if (paths.isEmpty()) {
+        err << "usage: quaydrop size PATH...\n";
+        return CommandLine::kUsageError;
+    }
+    QStringList absolutePaths;
+    int status = 0;
+    for (const QString &p : paths) {
+        absolutePaths.append(absolute(p));
+        if (reportMissing(absolutePaths.last(), err))
+            status = 1;
+    }
+    out << Utils::getTheSizeOfItemsInArr(absolutePaths) << '\t' << Utils::sizeOfItemsInArr(absolutePaths)
+        << " bytes\n";
+    return status;
+}
+
+int runLedgerCommand(const QStringList &args, QTextStream &out, QTextStream &err)
+{
+    if (!args.isEmpty()) {
+        err << "usage: quaydrop ledger\n";
+        return CommandLine::kUsageError;
+    }
+    const auto values = Utils::getTimeSavedDictionaryValues();
+    if (!values) {
+        err << "quaydrop: the time-saved ledger " << Utils::getTimeSavedPlistPath() << " cannot be read\n";
+        return 1;
+    }
+    out << "This week: " << relativeTime(values->value(QStringLiteral("weeklySecSaved")).toULongLong()) << '\n'
+        << "Total:     " << relativeTime(values->value(QStringLiteral("totalSecSaved")).toULongLong()) << '\n';
+    return 0;
+}

@@ -1,0 +1,175 @@
+#include "core/fs/NativePath.h"
+#include "utils/Utils.h"
+
+#include <QFile>
+#include <QMimeDatabase>
+#include <QSet>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+// Folders with these extensions are documents or applications, not places to open.
+const QSet<QString> &packageExtensions()
+{
+    static const QSet<QString> extensions{
+        QStringLiteral("app"),       QStringLiteral("bundle"),       QStringLiteral("framework"),
+        QStringLiteral("plugin"),    QStringLiteral("kext"),         QStringLiteral("appex"),
+        QStringLiteral("rtfd"),      QStringLiteral("pages"),        QStringLiteral("numbers"),
+        QStringLiteral("key"),       QStringLiteral("xcodeproj"),    QStringLiteral("xcworkspace"),
+        QStringLiteral("playground"), QStringLiteral("photoslibrary"), QStringLiteral("fcpbundle"),
+        QStringLiteral("logicx"),    QStringLiteral("band"),         QStringLiteral("prefpane"),
+        QStringLiteral("saver"),     QStringLiteral("qlgenerator"),  QStringLiteral("mdimporter"),
+        QStringLiteral("wdgt"),      QStringLiteral("docset"),       QStringLiteral("scptd"),
+        QStringLiteral("pkg"),       QStringLiteral("mpkg"),         QStringLiteral("sparsebundle"),
+        QStringLiteral("imovielibrary"), QStringLiteral("component"), QStringLiteral("xpc")};
+    return extensions;
+}
+
+// Kept out of the image panel although they are images.
+const QSet<QString> &vectorAndLayeredImageTypes()
+{
+    static const QSet<QString> types{QStringLiteral("image/svg+xml"), QStringLiteral("image/svg+xml-compressed"),
+                                     QStringLiteral("application/illustrator"),
+                                     QStringLiteral("image/vnd.adobe.photoshop")};
+    return types;
+}
+
+QString fileName(const QString &path)
+{
+    QString p = path;
+    while (p.size() > 1 && p.endsWith(QChar('/')))
+        p.chop(1);
+    return p.mid(p.lastIndexOf(QChar('/')) + 1);
+}
+
+QString parentOf(const QString &path)
+{
+    QString p = path;
+    while (p.size() > 1 && p.endsWith(QChar('/')))
+        p.chop(1);
+    const qsizetype slash = p.lastIndexOf(QChar('/'));
+    return slash <= 0 ? QStringLiteral("/") : p.left(slash);
+}
+
+QString extensionOf(const QString &path)
+{
+    const QString name = fileName(path);
+    const qsizetype dot = name.lastIndexOf(QChar('.'));
+    return dot > 0 ? name.mid(dot + 1).toLower() : QString();
+}
+
+bool conformsTo(const QMimeType &type, const auto &predicate)
+{
+    if (predicate(type.name()))
+        return true;
+    for (const QString &ancestor : type.allAncestors())
+        if (predicate(ancestor))
+            return true;
+    return false;
+}
+
+} // namespace
+
+bool Utils::isThisAFolderHere(const QString &path)
+{
+    struct stat st;
+    return stat(NativePath::toNative(path).constData(), &st) == 0 && S_ISDIR(st.st_mode);
+}
+
+bool Utils::isFilePackageAtPath(const QString &path)
+{
+    return isThisAFolderHere(path) && packageExtensions().contains(extensionOf(path));
+}
+
+quint64 Utils::determineFileType(const QString &path)
+{
+    if (isThisAFolderHere(path) && !isFilePackageAtPath(path))
+        return 333;
+    const QString ext = extensionOf(path);
+    if (ext == u"rtfd")
+        return 2;
+    if (ext.isEmpty())
+        return 777;
+    // By name only: the content is never read.
+    static const QMimeDatabase db;
+    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(fileName(path)), QMimeDatabase::MatchExtension);
+    if (vectorAndLayeredImageTypes().contains(type.name()))
+        return 777;
+    if (conformsTo(type, [](const QString &n) { return n.startsWith(u"image/"); }))
+        return 1;
+    if (conformsTo(type, [](const QString &n) { return n.startsWith(u"text/"); }))
+        return 2;
+    if (type.name() == u"application/rtf")
+        return 2;
+    return 777;
+}
+
+QStringList Utils::getImagesOnlyFromArrPaths(const QStringList &paths)
+{
+    QStringList images;
+    for (const QString &p : paths)
+        if (determineFileType(p) == 1)
+            images.append(p);
+    return images;
+}
+
+bool Utils::checkifFilePrintable(const QString &path)
+{
+    static const QMimeDatabase db;
+    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(fileName(path)), QMimeDatabase::MatchExtension);
+    static const QSet<QString> composite{QStringLiteral("application/pdf"), QStringLiteral("application/postscript"),
+                                         QStringLiteral("image/x-eps")};
+    return conformsTo(type, [](const QString &n) { return composite.contains(n); });
+}
+
+bool Utils::isFileOrFolderInVisible(const QString &path)
+{
+    const QString name = fileName(path);
+    if (name.startsWith(QChar('.')) && name != u"." && name != u"..")
+        return true;
+    if (name.isEmpty() || path == u"/")
+        return false;
+    // File managers hide the names listed one per line in the parent's ".hidden".
+    const int fd = open(NativePath::toNative(parentOf(path) + QStringLiteral("/.hidden")).constData(),
+                        O_RDONLY | O_CLOEXEC);
+    QFile hidden;
+    if (fd < 0 || !hidden.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        if (fd >= 0)
+            close(fd);
+        return false;
+    }
+    const QByteArray nativeName = NativePath::toNative(name);
+    // A .hidden file is a short list; anything huge is not one.
+    const QList<QByteArray> lines = hidden.read(1 << 20).split('\n');
+    for (QByteArray line : lines) {
+        if (line.endsWith('\r'))
+            line.chop(1);
+        if (line == nativeName)
+            return true;
+    }
+    return false;
+}
+
+bool Utils::isFileOrFolderReadable(const QString &path)
+{
+    return access(NativePath::toNative(path).constData(), R_OK) == 0;
+}
+
+bool Utils::isFileOrFolderWritable(const QString &path)
+{
+    return access(NativePath::toNative(path).constData(), W_OK) == 0;
+}
+
+bool Utils::checkIfFileIsFromLibraryFolder(const QString &path)
+{
+    const QString home = checkAndReturnHomeFolderPath(path);
+    return !home.isNull() && path.startsWith(home + QStringLiteral("/Library"));
+}
+
+bool Utils::isFolderFromLibraryFolder(const QString &path)
+{
+    return checkIfFileIsFromLibraryFolder(path) && isThisAFolderHere(path);
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QLocale>
+#include <QString>
+
+// Localised texts by key, from the "en" and "de" tables compiled into the program.
+namespace Texts {
+
+QString localized(const char *key);
+
+// "en" or "de"; anything else is refused. Needs a QCoreApplication.
+bool setLanguage(const QString &language);
+QString language();
+// The system's first UI language if there is a table for it, else "en".
+QString preferredLanguage();
+// Numbers are written the way the chosen language writes them.
+QLocale locale();
+
+} // namespace Texts

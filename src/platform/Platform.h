@@ -1,0 +1,178 @@
+#pragma once
+
+// The desktop services the program stands on. One abstract interface each; src/app builds the real
+// implementations and hands them in, tests hand in the fakes of fake/. Only this folder knows which
+// desktop it runs on.
+
+#include "utils/Result.h"
+
+#include <QKeySequence>
+#include <QObject>
+#include <QPointF>
+#include <QStringList>
+#include <QVariantMap>
+
+// The system-wide drag: every new drag raises the change count.
+class DragPasteboard : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    virtual qint64 changeCount() const = 0;
+    virtual QStringList types() const = 0;     // MIME types the drag source offers
+    virtual QStringList filePaths() const = 0; // local files of a file drag, else empty
+Q_SIGNALS:
+    void changed(qint64 changeCount);
+};
+
+// Pointer events of the whole screen, wherever the pointer is.
+class PointerMonitor : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    virtual void setMotionTracking(bool on) = 0; // mouseMoved is reported only while on
+Q_SIGNALS:
+    void leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY);
+    void leftMouseReleased(QPointF location);
+    void mouseMoved(QPointF location);
+};
+
+// Which application owns which window, and the focus hand-back.
+class WindowSystem : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    // Desktop-file id of the application whose window is under the point, else its window class.
+    virtual QString applicationIdAt(QPointF screenPoint) const = 0;
+    virtual QString frontmostApplicationId() const = 0;
+    virtual void rememberFocusedWindow() = 0;
+    virtual void restoreRememberedFocus() = 0;
+Q_SIGNALS:
+    void applicationActivated(const QString &applicationId);
+};
+
+// A global key combination.
+class HotKeyBinder : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    virtual Status bind(const QKeySequence &keys) = 0; // replaces any earlier binding
+    virtual void unbind() = 0;
+Q_SIGNALS:
+    void activated();
+};
+
+// Desktop notifications with a click that comes back with the user info.
+class NotificationService : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    virtual Status deliver(const QString &title, const QString &body, const QVariantMap &userInfo) = 0;
+Q_SIGNALS:
+    void activated(const QVariantMap &userInfo);
+};
+
+// The file manager and default applications.
+class Workspace
+{
+public:
+    virtual ~Workspace() = default;
+    virtual Status revealItems(const QStringList &paths) = 0; // selects them in the file manager
+    virtual Status openPath(const QString &path) = 0;         // with the default application
+    virtual Status openUrl(const QString &url) = 0;
+    virtual QString defaultFileManagerId() const = 0;
+};
+
+class TrashService
+{
+public:
+    virtual ~TrashService() = default;
+    virtual Result<QString> moveToTrash(const QString &path) = 0; // where the item went
+};
+
+struct VolumeInfo
+{
+    QString mountPoint;
+    QString name;
+    bool removable = false;
+    bool ejectable = false;
+};
+
+// Mounted volumes and the removable drives behind them.
+class VolumeService : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    virtual QList<VolumeInfo> mountedVolumes() const = 0;
+    virtual Status eject(const QString &mountPoint) = 0;
+Q_SIGNALS:
+    void mountsChanged();
+};
+
+// System sleep and wake.
+class PowerEvents : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+Q_SIGNALS:
+    void didWake();
+};
+
+// Start at login.
+class LoginItemService
+{
+public:
+    virtual ~LoginItemService() = default;
+    virtual bool isEnabled() const = 0;
+    virtual Status setEnabled(bool enabled) = 0;
+};
+
+class WallpaperService
+{
+public:
+    virtual ~WallpaperService() = default;
+    virtual QString currentWallpaper() const = 0;
+    virtual Status setWallpaper(const QString &imagePath) = 0;
+};
+
+struct ShareTarget
+{
+    QString id;
+    QString title;
+    QString iconName;
+};
+
+// Mail, phone, Bluetooth and the like: what this machine can hand files to.
+class ShareService
+{
+public:
+    virtual ~ShareService() = default;
+    virtual QList<ShareTarget> targetsFor(const QStringList &paths) const = 0;
+    virtual Status share(const QString &targetId, const QStringList &paths) = 0;
+    virtual Status composeMail(const QString &to, const QString &subject, const QString &body,
+                               const QStringList &attachments) = 0;
+};
+
+// All services together, as main() builds them. Owned elsewhere; any may be null where the desktop
+// has none.
+struct Platform
+{
+    DragPasteboard *dragPasteboard = nullptr;
+    PointerMonitor *pointerMonitor = nullptr;
+    WindowSystem *windowSystem = nullptr;
+    HotKeyBinder *hotKeyBinder = nullptr;
+    NotificationService *notifications = nullptr;
+    Workspace *workspace = nullptr;
+    TrashService *trash = nullptr;
+    VolumeService *volumes = nullptr;
+    PowerEvents *power = nullptr;
+    LoginItemService *loginItems = nullptr;
+    WallpaperService *wallpaper = nullptr;
+    ShareService *share = nullptr;
+};

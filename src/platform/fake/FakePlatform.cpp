@@ -1,0 +1,143 @@
+#include "FakePlatform.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace {
+Error fakeError(const QString &message) { return Error{QStringLiteral("FakePlatform"), 1, message}; }
+} // namespace
+
+void FakeDragPasteboard::startDrag(const QStringList &types, const QStringList &paths)
+{
+    m_types = types;
+    m_paths = paths;
+    Q_EMIT changed(++m_count);
+}
+
+void FakePointerMonitor::move(QPointF at)
+{
+    if (tracking)
+        Q_EMIT mouseMoved(at);
+}
+
+void FakeWindowSystem::restoreRememberedFocus()
+{
+    ++focusRestores;
+    if (!remembered.isEmpty())
+        activate(remembered);
+}
+
+void FakeWindowSystem::activate(const QString &appId)
+{
+    frontmost = appId;
+    Q_EMIT applicationActivated(appId);
+}
+
+Status FakeHotKeyBinder::bind(const QKeySequence &keys)
+{
+    if (keys.isEmpty())
+        return fakeError(QStringLiteral("no key to bind"));
+    bound = keys;
+    return success();
+}
+
+void FakeHotKeyBinder::press(const QKeySequence &keys)
+{
+    if (!bound.isEmpty() && keys == bound)
+        Q_EMIT activated();
+}
+
+Status FakeNotificationService::deliver(const QString &title, const QString &body, const QVariantMap &userInfo)
+{
+    delivered.append({title, body, userInfo});
+    return success();
+}
+
+Status FakeWorkspace::revealItems(const QStringList &paths)
+{
+    revealed.append(paths);
+    return success();
+}
+
+Status FakeWorkspace::openPath(const QString &path)
+{
+    if (!QFileInfo::exists(path))
+        return fakeError(QStringLiteral("no such file: %1").arg(path));
+    opened.append(path);
+    return success();
+}
+
+Status FakeWorkspace::openUrl(const QString &url)
+{
+    opened.append(url);
+    return success();
+}
+
+Result<QString> FakeTrash::moveToTrash(const QString &path)
+{
+    QDir().mkpath(m_folder);
+    const QFileInfo source(path);
+    if (!source.exists() && !source.isSymLink())
+        return fakeError(QStringLiteral("no such file: %1").arg(path));
+    QString target = m_folder + QChar('/') + source.fileName();
+    for (int n = 1; QFileInfo::exists(target); ++n)
+        target = m_folder + QChar('/') + source.fileName() + QStringLiteral(".%1").arg(n);
+    if (!QDir().rename(path, target))
+        return fakeError(QStringLiteral("could not move %1 to the trash").arg(path));
+    return target;
+}
+
+Status FakeVolumeService::eject(const QString &mountPoint)
+{
+    for (qsizetype i = 0; i < volumes.size(); ++i) {
+        if (volumes.at(i).mountPoint == mountPoint) {
+            if (!volumes.at(i).ejectable)
+                return fakeError(QStringLiteral("%1 cannot be ejected").arg(mountPoint));
+            volumes.removeAt(i);
+            Q_EMIT mountsChanged();
+            return success();
+        }
+    }
+    return fakeError(QStringLiteral("%1 is not mounted").arg(mountPoint));
+}
+
+void FakeVolumeService::plugIn(const VolumeInfo &volume)
+{
+    volumes.append(volume);
+    Q_EMIT mountsChanged();
+}
+
+Status FakeWallpaper::setWallpaper(const QString &imagePath)
+{
+    if (!QFileInfo(imagePath).isFile())
+        return fakeError(QStringLiteral("no picture at %1").arg(imagePath));
+    current = imagePath;
+    return success();
+}
+
+Status FakeShare::share(const QString &targetId, const QStringList &paths)
+{
+    for (const ShareTarget &t : targets) {
+        if (t.id == targetId) {
+            shared.append({targetId, paths});
+            return success();
+        }
+    }
+    return fakeError(QStringLiteral("no share target %1").arg(targetId));
+}
+
+Status FakeShare::composeMail(const QString &to, const QString &subject, const QString &body,
+                              const QStringList &attachments)
+{
+    mails.append(QStringList{to, subject, body}.join(QChar('|')) +
+                 (attachments.isEmpty() ? QString() : QChar('|') + attachments.join(QChar('|'))));
+    return success();
+}
+
+FakePlatform::FakePlatform(const QString &trashFolder) : trash(trashFolder) {}
+
+Platform FakePlatform::services()
+{
+    return Platform{&drag,    &pointer,   &windows,        &hotKey,     &notifications, &workspace,
+                    &trash,   &volumes,   &power,          &loginItems, &wallpaper,     &share};
+}

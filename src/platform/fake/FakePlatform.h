@@ -1,0 +1,152 @@
+#pragma once
+
+// In-memory stand-ins for the desktop services. They record what they are asked and let a test
+// play the desktop's part (start a drag, click a notification, plug in a drive).
+
+#include "platform/Platform.h"
+
+#include <memory>
+
+class FakeDragPasteboard : public DragPasteboard
+{
+public:
+    qint64 changeCount() const override { return m_count; }
+    QStringList types() const override { return m_types; }
+    QStringList filePaths() const override { return m_paths; }
+    void startDrag(const QStringList &types, const QStringList &paths = {});
+
+private:
+    qint64 m_count = 0;
+    QStringList m_types, m_paths;
+};
+
+class FakePointerMonitor : public PointerMonitor
+{
+public:
+    void setMotionTracking(bool on) override { tracking = on; }
+    void drag(QPointF at, qreal dx, qreal dy) { Q_EMIT leftMouseDragged(at, dx, dy); }
+    void move(QPointF at);
+    bool tracking = false;
+};
+
+class FakeWindowSystem : public WindowSystem
+{
+public:
+    QString applicationIdAt(QPointF) const override { return appUnderPointer; }
+    QString frontmostApplicationId() const override { return frontmost; }
+    void rememberFocusedWindow() override { remembered = frontmost; }
+    void restoreRememberedFocus() override;
+    void activate(const QString &appId);
+    QString appUnderPointer, frontmost, remembered;
+    int focusRestores = 0;
+};
+
+class FakeHotKeyBinder : public HotKeyBinder
+{
+public:
+    Status bind(const QKeySequence &keys) override;
+    void unbind() override { bound = QKeySequence(); }
+    void press(const QKeySequence &keys);
+    QKeySequence bound;
+};
+
+class FakeNotificationService : public NotificationService
+{
+public:
+    struct Delivered
+    {
+        QString title, body;
+        QVariantMap userInfo;
+    };
+    Status deliver(const QString &title, const QString &body, const QVariantMap &userInfo) override;
+    void click(int index) { Q_EMIT activated(delivered.at(index).userInfo); }
+    QList<Delivered> delivered;
+};
+
+class FakeWorkspace : public Workspace
+{
+public:
+    Status revealItems(const QStringList &paths) override;
+    Status openPath(const QString &path) override;
+    Status openUrl(const QString &url) override;
+    QString defaultFileManagerId() const override { return QStringLiteral("org.gnome.Nautilus"); }
+    QList<QStringList> revealed;
+    QStringList opened;
+};
+
+// Moves items into a folder of its own, keeping them, with a numbered name on a clash.
+class FakeTrash : public TrashService
+{
+public:
+    explicit FakeTrash(QString folder) : m_folder(std::move(folder)) {}
+    Result<QString> moveToTrash(const QString &path) override;
+
+private:
+    QString m_folder;
+};
+
+class FakeVolumeService : public VolumeService
+{
+public:
+    QList<VolumeInfo> mountedVolumes() const override { return volumes; }
+    Status eject(const QString &mountPoint) override;
+    void plugIn(const VolumeInfo &volume);
+    QList<VolumeInfo> volumes;
+};
+
+class FakePowerEvents : public PowerEvents
+{
+public:
+    void wake() { Q_EMIT didWake(); }
+};
+
+class FakeLoginItems : public LoginItemService
+{
+public:
+    bool isEnabled() const override { return enabled; }
+    Status setEnabled(bool on) override
+    {
+        enabled = on;
+        return success();
+    }
+    bool enabled = false;
+};
+
+class FakeWallpaper : public WallpaperService
+{
+public:
+    QString currentWallpaper() const override { return current; }
+    Status setWallpaper(const QString &imagePath) override;
+    QString current;
+};
+
+class FakeShare : public ShareService
+{
+public:
+    QList<ShareTarget> targetsFor(const QStringList &) const override { return targets; }
+    Status share(const QString &targetId, const QStringList &paths) override;
+    Status composeMail(const QString &to, const QString &subject, const QString &body,
+                       const QStringList &attachments) override;
+    QList<ShareTarget> targets;
+    QList<QPair<QString, QStringList>> shared;
+    QStringList mails; // "to|subject|body|attachments..." per mail
+};
+
+// Every fake, owned together, with a Platform that points at them.
+struct FakePlatform
+{
+    explicit FakePlatform(const QString &trashFolder);
+    FakeDragPasteboard drag;
+    FakePointerMonitor pointer;
+    FakeWindowSystem windows;
+    FakeHotKeyBinder hotKey;
+    FakeNotificationService notifications;
+    FakeWorkspace workspace;
+    FakeTrash trash;
+    FakeVolumeService volumes;
+    FakePowerEvents power;
+    FakeLoginItems loginItems;
+    FakeWallpaper wallpaper;
+    FakeShare share;
+    Platform services();
+};

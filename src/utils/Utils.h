@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QDateTime>
+#include <QLocale>
+#include <QString>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <cstdint>
+#include <optional>
+
+// The program's stateless operations, callable from any thread. Declared once here; each group is
+// implemented beside the area that owns it (core/settings, core/ledger, core/classification, ...).
+// A null QString stands for "nil".
+class Utils
+{
+public:
+    Utils() = delete;
+
+    // ---- settings (core/settings/Utils_Settings.cpp) ----
+    static bool QuaydropIsOFFSate(); // despite the name, YES means switched on
+    static void resetkQuaydropIsOffKeyToON();
+    static bool isShortcutEnabled();
+    static QString showPanelHotKey(); // portable text, e.g. "Ctrl+Alt+F"
+    static qint64 dropHereWindowAlignment(); // 0 at the pointer, 1 centred on the screen
+    static bool exclAllButFinderValue();
+    static bool dontshowIntroSlides();
+    static bool shouldHideStatusBarItem();
+    static void shouldHideStatusBarItem(bool hide);
+    static bool enableUserNotifWhenDoneSwitchValue();
+    static bool showLoginAtLaunchUserDefaultsValue();
+    static void showLoginAtLaunchSetUserDefVal(bool value);
+    static bool checkIfStartEditingOnceCreated();
+    static QString getSavePanelURL();
+    static void overWriteSavePanelLastSaveURL(const QString &path);
+    static QString getOpenPanelURL();
+    static void overWriteOpenPanelLastSaveURL(const QString &path);
+    static bool checkIfQDactionHappened();
+    static void someQDactionHappened();
+    static QDateTime setFutureDevHappyAlertDate();
+    static void reWriteFutureDevHappyAlertDate();
+    static void savefutureDate();
+
+    // ---- stored files ----
+    static QString QDappSupportPath(); // nothing is created
+
+    // ---- time-saved ledger (core/ledger) ----
+    static QString getTimeSavedPlistPath();
+    static std::optional<QVariantMap> getTimeSavedDictionaryValues(); // nullopt: the file is unreadable
+    static void saveChangesToTimeSavedPlistByAddingSec(quint64 seconds);
+
+    // ---- temp folder and home (core/intake/Utils_TempFolder.cpp) ----
+    static QString createTempFileOperationsFolderIfneeded(); // nil on the call that creates it
+    static void cleanUPTepmFileOperationsFolder();
+    static QString checkAndReturnHomeFolderPath(const QString &path);
+
+    // ---- classification (core/classification) ----
+    static quint64 determineFileType(const QString &path); // 1, 2, 333 or 777
+    static QStringList getImagesOnlyFromArrPaths(const QStringList &paths);
+    static bool checkifFilePrintable(const QString &path);
+    static bool isThisAFolderHere(const QString &path);
+    static bool isFilePackageAtPath(const QString &path);
+    static bool isFileOrFolderInVisible(const QString &path);
+    static bool isFileOrFolderReadable(const QString &path);
+    static bool isFileOrFolderWritable(const QString &path);
+    static bool checkIfFileIsFromLibraryFolder(const QString &path);
+    static bool isFolderFromLibraryFolder(const QString &path);
+
+    // ---- sizes (core/classification/Utils_Sizes.cpp): allocated bytes, links never followed ----
+    static quint64 fileSizeAtPath(const QString &path);
+    static quint64 folderSize(const QString &path);
+    static quint64 multipleItemsSize(const QStringList &paths);
+    static QString getTheSizeOfItemsInArr(const QStringList &paths);
+    // The byte count behind getTheSizeOfItemsInArr (0 for no items).
+    static quint64 sizeOfItemsInArr(const QStringList &paths);
+    static QString getHumanReadableSizeFrom(quint64 bytes);
+    static QString getHumanReadableSizeFrom(quint64 bytes, const QLocale &locale);
+};
