@@ -290,9 +290,14 @@ private:
         QByteArray escaped;
         const QByteArray utf8 = s.toUtf8();
         // Lone surrogates (bytes of a file name that are not UTF-8) and control characters have no XML form.
-        const auto ucs4 = s.toUcs4();
-        for (char32_t c : ucs4) {
-            if (!isXmlChar(c))
+        for (qsizetype i = 0; i < s.size(); ++i) {
+            const char16_t c = s.at(i).unicode();
+            const bool pair = QChar::isHighSurrogate(c) && i + 1 < s.size() && QChar::isLowSurrogate(s.at(i + 1).unicode());
+            if (pair) {
+                ++i;
+                continue;
+            }
+            if (QChar::isSurrogate(c) || !isXmlChar(c))
                 return plistError(QStringLiteral("text with a character XML cannot carry (U+%1)")
                                       .arg(uint(c), 4, 16, QChar('0')));
         }

@@ -1,0 +1,76 @@
+#pragma once
+
+// Builds real files, folders and links below a temporary folder, with fixed times.
+
+#include "core/fs/TreeWalk.h"
+
+#include <QByteArray>
+#include <QDateTime>
+#include <QTemporaryDir>
+
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+class TestTree
+{
+public:
+    TestTree() : m_dir(QDir::tempPath() + QStringLiteral("/quaydrop-test-XXXXXX")) { m_dir.setAutoRemove(false); }
+    // Qt's own removal cannot name entries that are not UTF-8.
+    ~TestTree()
+    {
+        ::chmod(native().constData(), 0755);
+        TreeWalk::removeRecursively(native(), [](const QByteArray &p, int e) {
+            qWarning("test tree: could not remove %s: %s", p.constData(), strerror(e));
+        });
+    }
+
+    bool isValid() const { return m_dir.isValid(); }
+    QString path() const { return m_dir.path(); }
+    QByteArray native() const { return m_dir.path().toUtf8(); }
+
+    // Bytes, so that names that are not UTF-8 can be made.
+    QByteArray file(const QByteArray &relative, const QByteArray &content = QByteArray())
+    {
+        const QByteArray p = native() + '/' + relative;
+        const int fd = ::open(p.constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+        if (fd >= 0) {
+            if (!content.isEmpty())
+                [[maybe_unused]] auto n = ::write(fd, content.constData(), size_t(content.size()));
+            ::close(fd);
+        }
+        return p;
+    }
+
+    QByteArray folder(const QByteArray &relative)
+    {
+        const QByteArray p = native() + '/' + relative;
+        ::mkdir(p.constData(), 0755);
+        return p;
+    }
+
+    QByteArray link(const QByteArray &relative, const QByteArray &target)
+    {
+        const QByteArray p = native() + '/' + relative;
+        [[maybe_unused]] int r = ::symlink(target.constData(), p.constData());
+        return p;
+    }
+
+    // A file of `logical` bytes with only `written` bytes of data at its start.
+    QByteArray sparseFile(const QByteArray &relative, off_t logical, const QByteArray &written)
+    {
+        const QByteArray p = file(relative, written);
+        [[maybe_unused]] int r = ::truncate(p.constData(), logical);
+        return p;
+    }
+
+    static quint64 allocated(const QByteArray &p)
+    {
+        struct stat st;
+        return ::lstat(p.constData(), &st) == 0 ? quint64(st.st_blocks) * 512u : 0;
+    }
+
+private:
+    QTemporaryDir m_dir;
+};
