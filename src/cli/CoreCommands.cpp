@@ -62,8 +62,9 @@ int runSizeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
         if (reportMissing(absolutePaths.last(), err))
             status = 1;
     }
-    out << Utils::getTheSizeOfItemsInArr(absolutePaths) << '\t' << Utils::sizeOfItemsInArr(absolutePaths)
-        << " bytes\n";
+    // One walk: the readable text is the same as getTheSizeOfItemsInArr's for a non-empty list.
+    const quint64 bytes = Utils::sizeOfItemsInArr(absolutePaths);
+    out << Utils::getHumanReadableSizeFrom(bytes) << '\t' << bytes << " bytes\n";
     return status;
 }
 

@@ -1,6 +1,9 @@
 #include "SingleInstance.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
+#include <QLockFile>
+#include <QThread>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QStandardPaths>
@@ -23,23 +26,32 @@ SingleInstance::SingleInstance(QString socketPath, QObject *parent)
 
 SingleInstance::Role SingleInstance::claim()
 {
+    // The lock decides who is first; a lock left by a process that died is taken over.
+    m_lock = std::make_unique<QLockFile>(m_socketPath + QStringLiteral(".lock"));
+    m_lock->setStaleLockTime(0);
+    if (!m_lock->tryLock(0)) {
+        // The owner may still be setting up its socket: give it a moment.
+        QDeadlineTimer deadline(kConnectTimeoutMs * 2);
+        while (!deadline.hasExpired()) {
+            if (notifyRunningInstance())
+                return Role::Secondary;
+            QThread::msleep(50);
+        }
+        m_error = QStringLiteral("another Quaydrop holds %1 but does not answer").arg(m_socketPath);
+        return Role::Failed;
+    }
+    QLocalServer::removeServer(m_socketPath);
     m_server = new QLocalServer(this);
     m_server->setSocketOptions(QLocalServer::UserAccessOption);
-    if (m_server->listen(m_socketPath)) {
-        acceptConnections();
-        return Role::Primary;
+    if (!m_server->listen(m_socketPath)) {
+        m_error = m_server->errorString();
+        return Role::Failed;
     }
-    if (notifyRunningInstance())
-        return Role::Secondary;
-    // Nobody answers: the socket was left behind by a process that died.
-    QLocalServer::removeServer(m_socketPath);
-    if (m_server->listen(m_socketPath)) {
-        acceptConnections();
-        return Role::Primary;
-    }
-    m_error = m_server->errorString();
-    return Role::Failed;
+    acceptConnections();
+    return Role::Primary;
 }
+
+SingleInstance::~SingleInstance() = default;
 
 bool SingleInstance::notifyRunningInstance()
 {

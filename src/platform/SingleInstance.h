@@ -3,7 +3,10 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 class QLocalServer;
+class QLockFile;
 
 // One resident process per user session. The first start listens on a private socket; a later start
 // finds it, asks it to come forward and leaves.
@@ -15,6 +18,7 @@ public:
     static QString defaultSocketPath();
 
     explicit SingleInstance(QString socketPath = defaultSocketPath(), QObject *parent = nullptr);
+    ~SingleInstance() override;
 
     enum class Role { Primary, Secondary, Failed };
     // Primary: this process now owns the socket. Secondary: another process got the request.
@@ -32,4 +36,5 @@ private:
     QString m_socketPath;
     QString m_error;
     QLocalServer *m_server = nullptr;
+    std::unique_ptr<QLockFile> m_lock;
 };

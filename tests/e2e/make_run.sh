@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# `make run` with no display: the launcher starts Xvfb, says so in one line, and keeps the program up.
+source "$(dirname "$0")/lib.sh"
+RUN=$1 BIN=$2
+private_home
+unset XDG_RUNTIME_DIR
+trap 'kill $pid 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+
+out="$E2E_HOME/run.log"
+bash "$RUN" "$BIN" >"$out" 2>&1 &
+pid=$!
+wait_for "$out" "quaydrop: running" 15 || { cat "$out"; fail "no start"; }
+[ "$(grep -c 'started Xvfb on :' "$out")" = 1 ] || { cat "$out"; fail "did not say once that it started Xvfb"; }
+display=$(sed -n 's/.*started Xvfb on \(:[0-9]*\).*/\1/p' "$out")
+xdpyinfo -display "$display" >/dev/null 2>&1 || fail "no X server answers on $display"
+sleep 1
+kill -0 "$pid" 2>/dev/null || fail "the launcher did not stay up"
+pass "started Xvfb on $display, said so, stayed up"
+
+kill -TERM "$pid"
+wait_gone "$pid" 10 || fail "launcher did not stop"
+sleep 0.5
+! xdpyinfo -display "$display" >/dev/null 2>&1 || fail "Xvfb outlived the launcher"
+pass "stopping the launcher stops the program and its Xvfb"
+echo "2 passed, 0 failed"

@@ -1,0 +1,44 @@
+#!/usr/bin/env bash
+# The resident program on an X server with no tray host: it starts, says it has no tray, stays up,
+# turns a second start into a message to itself, and stops cleanly on SIGTERM.
+source "$(dirname "$0")/lib.sh"
+BIN=$1
+private_home
+trap 'kill $pid 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+
+# A switch left off in the last session is on again after launch.
+mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
+printf '[General]\nkQuaydropIsOffKey=false\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+
+log="$E2E_HOME/first.log"
+"$BIN" 2>"$log" &
+pid=$!
+wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+grep -q "no system tray is running" "$log" || fail "the missing tray host was not reported"
+[ "$(grep -c 'no system tray' "$log")" = 1 ] || fail "the missing tray host was reported more than once"
+pass "started without a tray host and said so"
+
+temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"
+[ -d "$temp" ] || fail "temp folder not created at launch"
+[ "$(stat -c %a "$temp")" = 700 ] || fail "temp folder is not private"
+grep -q 'kQuaydropIsOffKey=true' "$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf" || fail "switch not reset to on"
+pass "temp folder private, switch on"
+
+sleep 1
+kill -0 "$pid" 2>/dev/null || fail "did not stay resident"
+
+second_log="$E2E_HOME/second.log"
+timeout 10 "$BIN" 2>"$second_log" || fail "second start failed: $(cat "$second_log")"
+grep -q "already running" "$second_log" || fail "second start did not say it found the first"
+wait_for "$log" "a second start was passed to this process" 5 || fail "first did not hear the second start"
+[ "$(pgrep -c -f "^$BIN\$" || true)" -le 1 ] || fail "a second process stayed"
+pass "a second start reaches the first and leaves"
+
+mkdir -p "$temp/promised-drop" && echo data >"$temp/promised-drop/file.png" && touch "$temp/.hidden"
+kill -TERM "$pid"
+wait_gone "$pid" 10 || fail "did not stop on SIGTERM"
+wait "$pid" && status=0 || status=$?
+[ "$status" = 0 ] || fail "exit status $status after SIGTERM"
+[ -z "$(ls -A "$temp")" ] || fail "temp folder not emptied at stop: $(ls -A "$temp")"
+pass "SIGTERM stops it cleanly and empties the temp folder"
+echo "4 passed, 0 failed"

@@ -1,0 +1,155 @@
+#include "core/NotificationCenter.h"
+#include "core/texts/Texts.h"
+#include "platform/SingleInstance.h"
+#include "platform/posix/UnixSignalWatcher.h"
+
+#include <QtTest>
+
+#include <signal.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+class AppShellTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void secondStartReachesTheFirst();
+    void staleSocketIsTakenOver();
+    void terminationSignalsArriveOnTheEventLoop_data();
+    void terminationSignalsArriveOnTheEventLoop();
+    void notificationsReachOnlyTheirObservers();
+    void observersDieWithTheirContext();
+    void everyUsedTextKeyIsInBothTables();
+    void languagesSwitch();
+};
+
+void AppShellTest::secondStartReachesTheFirst()
+{
+    QTemporaryDir dir;
+    const QString socket = dir.filePath(QStringLiteral("instance"));
+    SingleInstance first(socket);
+    QCOMPARE(first.claim(), SingleInstance::Role::Primary);
+    QSignalSpy asked(&first, &SingleInstance::activationRequested);
+
+    // The second start blocks while it asks, so it runs where the first can answer.
+    SingleInstance::Role secondRole = SingleInstance::Role::Failed;
+    QThread *starter = QThread::create([&] { secondRole = SingleInstance(socket).claim(); });
+    starter->start();
+    QVERIFY(asked.wait(3000));
+    QVERIFY(starter->wait(3000));
+    delete starter;
+    QCOMPARE(secondRole, SingleInstance::Role::Secondary);
+    QCOMPARE(asked.count(), 1);
+}
+
+void AppShellTest::staleSocketIsTakenOver()
+{
+    QTemporaryDir dir;
+    const QString socket = dir.filePath(QStringLiteral("instance"));
+    {
+        // A socket file nobody listens on, as a crashed run leaves it.
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
+        sockaddr_un addr{};
+        addr.sun_family = AF_UNIX;
+        qstrncpy(addr.sun_path, socket.toUtf8().constData(), sizeof(addr.sun_path));
+        QCOMPARE(::bind(fd, reinterpret_cast<sockaddr *>(&addr), sizeof(addr)), 0);
+        ::close(fd);
+    }
+    QVERIFY(QFileInfo::exists(socket));
+    {
+        // A crash leaves the lock file behind, naming a process that is gone.
+        QFile f(socket + QStringLiteral(".lock"));
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write("2147483646\nquaydrop\n" + QSysInfo::machineHostName().toUtf8() + "\n");
+    }
+    SingleInstance fresh(socket);
+    QCOMPARE(fresh.claim(), SingleInstance::Role::Primary);
+}
+
+void AppShellTest::terminationSignalsArriveOnTheEventLoop_data()
+{
+    QTest::addColumn<int>("signalNumber");
+    QTest::newRow("SIGTERM") << SIGTERM;
+    QTest::newRow("SIGINT") << SIGINT;
+}
+
+void AppShellTest::terminationSignalsArriveOnTheEventLoop()
+{
+    QFETCH(int, signalNumber);
+    UnixSignalWatcher watcher;
+    QVERIFY(watcher.isActive());
+    QSignalSpy spy(&watcher, &UnixSignalWatcher::terminationRequested);
+    ::raise(signalNumber);
+    QVERIFY(spy.wait(2000));
+    QCOMPARE(spy.first().first().toInt(), signalNumber);
+}
+
+void AppShellTest::notificationsReachOnlyTheirObservers()
+{
+    QObject observer;
+    QList<QVariantMap> received;
+    NotificationCenter::defaultCenter().observe(QString::fromLatin1(NotificationName::ShouldNotCloseYet), &observer,
+                                                [&](const QVariantMap &info) { received.append(info); });
+    NotificationCenter::defaultCenter().post(QStringLiteral("cropWindowClosed"));
+    NotificationCenter::defaultCenter().post(QStringLiteral("shouldNotCloseYetNotif"),
+                                             {{QStringLiteral("closeYet"), true}});
+    QCOMPARE(received.size(), 1);
+    QCOMPARE(received.first().value(QStringLiteral("closeYet")).toBool(), true);
+
+    NotificationCenter::defaultCenter().removeObserver(&observer);
+    NotificationCenter::defaultCenter().post(QStringLiteral("shouldNotCloseYetNotif"));
+    QCOMPARE(received.size(), 1);
+}
+
+void AppShellTest::observersDieWithTheirContext()
+{
+    int calls = 0;
+    {
+        QObject shortLived;
+        NotificationCenter::defaultCenter().observe(QStringLiteral("showPanelHKnotif"), &shortLived,
+                                                    [&](const QVariantMap &) { ++calls; });
+        NotificationCenter::defaultCenter().post(QStringLiteral("showPanelHKnotif"));
+    }
+    NotificationCenter::defaultCenter().post(QStringLiteral("showPanelHKnotif"));
+    QCOMPARE(calls, 1);
+}
+
+void AppShellTest::everyUsedTextKeyIsInBothTables()
+{
+    // Every key the program looks up, found in its sources, must have a text in each language.
+    QSet<QString> keys;
+    const QRegularExpression lookup(QStringLiteral("localized\\(\"((?:[^\"\\\\]|\\\\.)+)\"\\)"));
+    QDirIterator it(QStringLiteral(QD_SOURCE_DIR "/src"), {QStringLiteral("*.cpp"), QStringLiteral("*.h")},
+                    QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        QFile f(it.next());
+        QVERIFY(f.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(f.readAll());
+        for (const auto &m : lookup.globalMatch(text))
+            keys.insert(m.captured(1));
+    }
+    QVERIFY(keys.size() >= 3);
+    for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
+        QTranslator table;
+        QVERIFY(table.load(QStringLiteral(":/i18n/quaydrop_%1.qm").arg(language)));
+        for (const QString &key : std::as_const(keys))
+            QVERIFY2(!table.translate("Quaydrop", key.toUtf8().constData()).isEmpty(),
+                     qPrintable(QStringLiteral("%1 has no \"%2\"").arg(language, key)));
+    }
+}
+
+void AppShellTest::languagesSwitch()
+{
+    QVERIFY(Texts::setLanguage(QStringLiteral("de")));
+    QCOMPARE(Texts::localized("Quit Quaydrop"), QStringLiteral("Quaydrop beenden"));
+    QCOMPARE(Texts::locale().decimalPoint(), QStringLiteral(","));
+    QVERIFY(!Texts::setLanguage(QStringLiteral("fr")));
+    QCOMPARE(Texts::language(), QStringLiteral("de"));
+    QVERIFY(Texts::setLanguage(QStringLiteral("en")));
+    QCOMPARE(Texts::localized("Zero KB"), QStringLiteral("Zero KB"));
+    QCOMPARE(Texts::localized("Quit Quaydrop"), QStringLiteral("Quit Quaydrop"));
+}
+
+QTEST_GUILESS_MAIN(AppShellTest)
+#include "tst_appshell.moc"
