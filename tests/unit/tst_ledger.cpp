@@ -117,8 +117,10 @@ void LedgerTest::missingDateCountsAsThisWeek()
     m_now = utc(2026, 11, 23);
     const auto l = ledger(Qt::Monday, QStringLiteral("nodate.plist"));
     l.addSeconds(5);
-    QCOMPARE(l.values()->value(QStringLiteral("weeklySecSaved")).toULongLong(), 45ull);
-    QCOMPARE(l.values()->value(QStringLiteral("totalSecSaved")).toULongLong(), 105ull);
+    const auto v = l.values();
+    QVERIFY(v.has_value());
+    QCOMPARE(v->value(QStringLiteral("weeklySecSaved")).toULongLong(), 45ull);
+    QCOMPARE(v->value(QStringLiteral("totalSecSaved")).toULongLong(), 105ull);
 }
 
 void LedgerTest::unreadableLedgerLosesTheCreditAndIsLeftAlone_data()
@@ -166,9 +168,13 @@ void LedgerTest::appLedgerLivesInTheSupportFolder()
     const QString path = Utils::getTimeSavedPlistPath();
     QCOMPARE(path, Utils::QDappSupportPath() + QStringLiteral("/QDts.plist"));
     QVERIFY(QFileInfo::exists(path));
-    const quint64 before = Utils::getTimeSavedDictionaryValues()->value(QStringLiteral("totalSecSaved")).toULongLong();
+    const auto before = Utils::getTimeSavedDictionaryValues();
+    QVERIFY(before.has_value());
     Utils::saveChangesToTimeSavedPlistByAddingSec(8);
-    QCOMPARE(Utils::getTimeSavedDictionaryValues()->value(QStringLiteral("totalSecSaved")).toULongLong(), before + 8);
+    const auto after = Utils::getTimeSavedDictionaryValues();
+    QVERIFY(after.has_value());
+    QCOMPARE(after->value(QStringLiteral("totalSecSaved")).toULongLong(),
+             before->value(QStringLiteral("totalSecSaved")).toULongLong() + 8);
 }
 
 QTEST_GUILESS_MAIN(LedgerTest)
