@@ -12,7 +12,7 @@ PACKAGES=(
   # X11 drag watching
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
-  xvfb xauth dbus dbus-x11 x11-utils xdotool
+  xvfb xauth dbus dbus-x11 x11-utils xdotool procps util-linux
   # time measurement in bench/
   hyperfine
 )
