@@ -127,7 +127,7 @@ void LedgerTest::unreadableLedgerLosesTheCreditAndIsLeftAlone_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("truncated") << QByteArray("<?xml version=\"1.0\"?><plist><dict><key>totalSecSaved</key><integer>9");
-    QTest::newRow("not xml") << QByteArray("\x00\x01\x02garbage", 10);
+    QTest::newRow("not xml") << QByteArray("\x00\x01\x02", 3) + QByteArray("garbage");
     QTest::newRow("array at the top") << QByteArray("<plist><array/></plist>");
 }
 

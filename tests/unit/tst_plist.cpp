@@ -31,7 +31,7 @@ void PlistTest::roundTrip_data()
     QTest::newRow("true") << QVariant(true);
     QTest::newRow("false") << QVariant(false);
     QTest::newRow("date") << QVariant(when);
-    QTest::newRow("data") << QVariant(QByteArray("\x00\x01\xff binary and long enough to wrap the base64 lines of the writer", 70));
+    QTest::newRow("data") << QVariant(QByteArray("\x00\x01\xff", 3) + QByteArray("binary and long enough to wrap the base64 lines of the writer"));
     QTest::newRow("empty dict") << QVariant(QVariantMap());
     QTest::newRow("empty array") << QVariant(QVariantList());
     QTest::newRow("nested") << QVariant(QVariantMap{

@@ -179,7 +179,8 @@ void SettingsTest::garbledFileReadsAsDefaultsAndIsRewritten()
     {
         QFile f(path);
         QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray("\x00\xff\xfe[[[General\nkQuaydropIsOffKey", 34));
+        static const char garbage[] = "\x00\xff\xfe[[[General\nkQuaydropIsOffKey";
+        f.write(garbage, sizeof garbage - 1);
     }
     SettingsStore garbled(path);
     QCOMPARE(garbled.boolValue(SettingsKey::QuaydropIsOff), false);
