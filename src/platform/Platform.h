@@ -6,7 +6,6 @@
 
 #include "utils/Result.h"
 
-#include <QKeySequence>
 #include <QObject>
 #include <QPointF>
 #include <QStringList>
@@ -59,7 +58,7 @@ class HotKeyBinder : public QObject
     Q_OBJECT
 public:
     using QObject::QObject;
-    virtual Status bind(const QKeySequence &keys) = 0; // replaces any earlier binding
+    virtual Status bind(const QString &portableKeys) = 0; // "Ctrl+Alt+F"; replaces any earlier binding
     virtual void unbind() = 0;
 Q_SIGNALS:
     void activated();
@@ -163,6 +162,10 @@ public:
 // has none.
 struct Platform
 {
+    // The services the running program uses; all null until main() (or a test) installs them.
+    static Platform &current();
+    static void install(const Platform &services);
+
     DragPasteboard *dragPasteboard = nullptr;
     PointerMonitor *pointerMonitor = nullptr;
     WindowSystem *windowSystem = nullptr;

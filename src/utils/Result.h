@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QVariantMap>
 
 #include <utility>
 #include <variant>
@@ -11,6 +12,7 @@ struct Error
     QString domain;
     int code = 0;
     QString message;
+    QVariantMap info = {}; // extra entries, such as the name of the file that failed
 };
 
 template <typename T>

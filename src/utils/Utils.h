@@ -6,7 +6,10 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include "utils/Result.h"
+
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 // The program's stateless operations, callable from any thread. Declared once here; each group is
@@ -75,4 +78,29 @@ public:
     static quint64 sizeOfItemsInArr(const QStringList &paths);
     static QString getHumanReadableSizeFrom(quint64 bytes);
     static QString getHumanReadableSizeFrom(quint64 bytes, const QLocale &locale);
+
+    // ---- the end-of-action notification (core/notify) ----
+    // Delivered only when notifications are on and "filePaths" is not empty; a list too long for a
+    // notification is replaced by the parent folder of its first path.
+    static void postSimpleNotificationWithTitle(const QString &title, const QString &body,
+                                                const QString &actionTitle, const QVariantMap &userInfo);
+
+    // ---- file operations (fileops) ----
+    static QString nameForNewFileOrFolder(const QString &folder, const QString &defaultName,
+                                          const QString &fileExtension); // "Report 1.pdf"
+    static void createfolderAtPath(const QString &path, const QString &sourceFile);
+    static bool checkIfTheresEnoughSpaceForNumberOfBytes(quint64 bytes, const QString &path); // strictly more free
+    static bool checkIfMoveToSameVolume(const QString &path, const QString &moveDest); // same device
+
+    struct MoveResult
+    {
+        QStringList moved;        // final paths
+        QStringList needsCopying; // on another device after all: for a copy job
+    };
+    // Renames each source into `dest`. A clash gets a free name for sources in keepBothPaths; for
+    // sources in replacePaths the old item is set aside once the new one has its name; any other clash
+    // also gets a free name, as nothing was asked about it.
+    static MoveResult moveOneOrMultipleFiles(const QStringList &paths, const QString &dest,
+                                             const QStringList &keepBothPaths, const QStringList &replacePaths = {},
+                                             const std::function<Status(const QString &)> &setAside = {});
 };

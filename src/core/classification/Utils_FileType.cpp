@@ -1,4 +1,5 @@
 #include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
 #include "utils/Utils.h"
 
 #include <QFile>
@@ -37,28 +38,9 @@ const QSet<QString> &vectorAndLayeredImageTypes()
     return types;
 }
 
-QString fileName(const QString &path)
-{
-    QString p = path;
-    while (p.size() > 1 && p.endsWith(QChar('/')))
-        p.chop(1);
-    return p.mid(p.lastIndexOf(QChar('/')) + 1);
-}
-
-QString parentOf(const QString &path)
-{
-    QString p = path;
-    while (p.size() > 1 && p.endsWith(QChar('/')))
-        p.chop(1);
-    const qsizetype slash = p.lastIndexOf(QChar('/'));
-    return slash <= 0 ? QStringLiteral("/") : p.left(slash);
-}
-
 QString extensionOf(const QString &path)
 {
-    const QString name = fileName(path);
-    const qsizetype dot = name.lastIndexOf(QChar('.'));
-    return dot > 0 ? name.mid(dot + 1).toLower() : QString();
+    return PathParts::splitExtension(PathParts::lastComponent(path)).extension.toLower();
 }
 
 bool conformsTo(const QMimeType &type, const auto &predicate)
@@ -95,7 +77,7 @@ quint64 Utils::determineFileType(const QString &path)
         return 777;
     // By name only: the content is never read.
     static const QMimeDatabase db;
-    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(fileName(path)), QMimeDatabase::MatchExtension);
+    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(PathParts::lastComponent(path)), QMimeDatabase::MatchExtension);
     if (vectorAndLayeredImageTypes().contains(type.name()))
         return 777;
     if (conformsTo(type, [](const QString &n) { return n.startsWith(u"image/"); }))
@@ -119,7 +101,7 @@ QStringList Utils::getImagesOnlyFromArrPaths(const QStringList &paths)
 bool Utils::checkifFilePrintable(const QString &path)
 {
     static const QMimeDatabase db;
-    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(fileName(path)), QMimeDatabase::MatchExtension);
+    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(PathParts::lastComponent(path)), QMimeDatabase::MatchExtension);
     static const QSet<QString> composite{QStringLiteral("application/pdf"), QStringLiteral("application/postscript"),
                                          QStringLiteral("image/x-eps")};
     return conformsTo(type, [](const QString &n) { return composite.contains(n); });
@@ -127,13 +109,13 @@ bool Utils::checkifFilePrintable(const QString &path)
 
 bool Utils::isFileOrFolderInVisible(const QString &path)
 {
-    const QString name = fileName(path);
+    const QString name = PathParts::lastComponent(path);
     if (name.startsWith(QChar('.')) && name != u"." && name != u"..")
         return true;
     if (name.isEmpty() || path == u"/")
         return false;
     // File managers hide the names listed one per line in the parent's ".hidden".
-    const int fd = open(NativePath::toNative(parentOf(path) + QStringLiteral("/.hidden")).constData(),
+    const int fd = open(NativePath::toNative(PathParts::parent(path) + QStringLiteral("/.hidden")).constData(),
                         O_RDONLY | O_CLOEXEC);
     QFile hidden;
     if (fd < 0 || !hidden.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {

@@ -117,21 +117,26 @@ quint64 TreeWalk::allocatedBytesBelow(const QByteArray &dir, const ErrorHandler 
 
 bool TreeWalk::removeRecursively(const QByteArray &path, const ErrorHandler &onError)
 {
-    if (unlink(path.constData()) == 0)
+    return removeRecursivelyAt(AT_FDCWD, path, onError);
+}
+
+bool TreeWalk::removeRecursivelyAt(int dirFd, const QByteArray &name, const ErrorHandler &onError)
+{
+    if (unlinkat(dirFd, name.constData(), 0) == 0)
         return true;
     if (errno != EISDIR && errno != EPERM) {
-        onError(path, errno);
+        onError(name, errno);
         return false;
     }
-    const int fd = open(path.constData(), kDirOpenFlags);
+    const int fd = openat(dirFd, name.constData(), kDirOpenFlags);
     if (fd < 0) {
-        onError(path, errno);
+        onError(name, errno);
         return false;
     }
-    if (!emptyDirectory(fd, path, onError))
+    if (!emptyDirectory(fd, name, onError))
         return false;
-    if (rmdir(path.constData()) != 0) {
-        onError(path, errno);
+    if (unlinkat(dirFd, name.constData(), AT_REMOVEDIR) != 0) {
+        onError(name, errno);
         return false;
     }
     return true;

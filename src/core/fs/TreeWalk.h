@@ -18,5 +18,7 @@ quint64 allocatedBytesBelow(const QByteArray &dir, const ErrorHandler &onError);
 // Removes `path` and, for a real folder, everything in it. Returns false on the first entry that
 // could not be removed, after trying all the others.
 bool removeRecursively(const QByteArray &path, const ErrorHandler &onError);
+// The same for the entry `name` of the open folder `dirFd`.
+bool removeRecursivelyAt(int dirFd, const QByteArray &name, const ErrorHandler &onError);
 
 } // namespace TreeWalk

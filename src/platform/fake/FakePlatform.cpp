@@ -33,17 +33,17 @@ void FakeWindowSystem::activate(const QString &appId)
     Q_EMIT applicationActivated(appId);
 }
 
-Status FakeHotKeyBinder::bind(const QKeySequence &keys)
+Status FakeHotKeyBinder::bind(const QString &portableKeys)
 {
-    if (keys.isEmpty())
+    if (portableKeys.isEmpty())
         return fakeError(QStringLiteral("no key to bind"));
-    bound = keys;
+    bound = portableKeys;
     return success();
 }
 
-void FakeHotKeyBinder::press(const QKeySequence &keys)
+void FakeHotKeyBinder::press(const QString &portableKeys)
 {
-    if (!bound.isEmpty() && keys == bound)
+    if (!bound.isEmpty() && portableKeys == bound)
         Q_EMIT activated();
 }
 

@@ -44,10 +44,10 @@ public:
 class FakeHotKeyBinder : public HotKeyBinder
 {
 public:
-    Status bind(const QKeySequence &keys) override;
-    void unbind() override { bound = QKeySequence(); }
-    void press(const QKeySequence &keys);
-    QKeySequence bound;
+    Status bind(const QString &portableKeys) override;
+    void unbind() override { bound.clear(); }
+    void press(const QString &portableKeys);
+    QString bound;
 };
 
 class FakeNotificationService : public NotificationService

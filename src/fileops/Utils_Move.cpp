@@ -1,0 +1,90 @@
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "core/texts/Texts.h"
+#include "engine/EntryCopier.h"
+#include "utils/Utils.h"
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace {
+
+int renameNoReplace(const QString &from, const QString &to)
+{
+    if (::renameat2(AT_FDCWD, NativePath::toNative(from).constData(), AT_FDCWD, NativePath::toNative(to).constData(),
+                    RENAME_NOREPLACE) == 0)
+        return 0;
+    return errno;
+}
+
+bool exists(const QString &path)
+{
+    struct stat st;
+    return ::lstat(NativePath::toNative(path).constData(), &st) == 0;
+}
+
+QString freeTarget(const QString &dest, const QString &src)
+{
+    const auto parts = PathParts::splitExtension(PathParts::lastComponent(src));
+    return dest + QChar('/') + Utils::nameForNewFileOrFolder(dest, parts.name, parts.extension);
+}
+
+// The source takes a temporary name beside the old item first, so the old one goes only once the new
+// one is in place; any failure puts the source back where it was.
+int replaceByRename(const QString &src, const QString &target, const std::function<Status(const QString &)> &setAside)
+{
+    const QString temp = PathParts::parent(target) + QChar('/') + NativePath::fromNative(EntryMetadata::temporaryName());
+    if (const int e = renameNoReplace(src, temp))
+        return e;
+    const Status aside = setAside ? setAside(target) : Status(Error{{}, EIO, QStringLiteral("nothing to set it aside")});
+    int e = aside.ok() ? renameNoReplace(temp, target) : EIO;
+    if (e != 0) {
+        if (renameNoReplace(temp, src) != 0)
+            qWarning("error replacing file while Moving it>>%s: the item is kept as %s",
+                     qPrintable(NativePath::forDisplay(src)), qPrintable(NativePath::forDisplay(temp)));
+        if (!aside.ok())
+            qWarning("error replacing file while Moving it>>%s", qPrintable(aside.error().message));
+    }
+    return e;
+}
+
+} // namespace
+
+Utils::MoveResult Utils::moveOneOrMultipleFiles(const QStringList &paths, const QString &dest,
+                                                const QStringList &keepBothPaths, const QStringList &replacePaths,
+                                                const std::function<Status(const QString &)> &setAside)
+{
+    MoveResult result;
+    for (const QString &src : paths) {
+        QString target = dest + QChar('/') + PathParts::lastComponent(src);
+        int error = 0;
+        if (exists(target) && replacePaths.contains(src)) {
+            error = replaceByRename(src, target, setAside);
+        } else {
+            if (exists(target))
+                target = freeTarget(dest, src);
+            error = renameNoReplace(src, target);
+            if (error == EEXIST) { // taken since the look: another free name, never an overwrite
+                target = freeTarget(dest, src);
+                error = renameNoReplace(src, target);
+            }
+        }
+        if (error == EXDEV) {
+            result.needsCopying.append(src); // a mount of the same device: the bytes have to travel
+        } else if (error != 0) {
+            qWarning("errorMovingFile>>%s: %s", qPrintable(NativePath::forDisplay(src)), strerror(error));
+        } else {
+            result.moved.append(target);
+        }
+    }
+    postSimpleNotificationWithTitle(
+        QStringLiteral("%1 files have been moved!").arg(result.moved.size()),
+        QStringLiteral("to ..%1/.../%2")
+            .arg(PathParts::lastComponent(PathParts::parent(PathParts::parent(dest))), PathParts::lastComponent(dest)),
+        Texts::localized("revealShowFileBtn"), {{QStringLiteral("filePaths"), result.moved}});
+    return result;
+}
