@@ -68,3 +68,9 @@ bool Utils::checkIfMoveToSameVolume(const QString &path, const QString &moveDest
         return false;
     return a.st_dev == b.st_dev;
 }
+
+QString Utils::nonSandboxPathFor(const QString &folderName)
+{
+    const QString home = checkAndReturnHomeFolderPath(QString());
+    return home.isNull() ? QString() : home + QChar('/') + folderName;
+}

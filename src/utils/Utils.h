@@ -91,6 +91,7 @@ public:
     static void createfolderAtPath(const QString &path, const QString &sourceFile);
     static bool checkIfTheresEnoughSpaceForNumberOfBytes(quint64 bytes, const QString &path); // strictly more free
     static bool checkIfMoveToSameVolume(const QString &path, const QString &moveDest); // same device
+    static QString nonSandboxPathFor(const QString &folderName); // real home folder + name
 
     struct MoveResult
     {

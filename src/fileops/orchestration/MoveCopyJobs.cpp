@@ -1,0 +1,184 @@
+// Copy jobs on the thread pool, their progress, their end, and the deletion of moved sources.
+
+#include "MoveCopyOrchestrator.h"
+
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "core/fs/TreeWalk.h"
+#include "core/texts/Texts.h"
+#include "fileops/FileCopyHelper.h"
+#include "platform/Platform.h"
+#include "utils/Utils.h"
+
+#include <QElapsedTimer>
+#include <QMutexLocker>
+#include <QPointer>
+#include <QThreadPool>
+
+#include <sys/stat.h>
+
+#include <cstring>
+
+namespace {
+constexpr qint64 kProgressIntervalMs = 100; // a few updates a second are enough to read
+
+bool exists(const QString &path)
+{
+    struct stat st;
+    return ::lstat(NativePath::toNative(path).constData(), &st) == 0;
+}
+} // namespace
+
+QList<FileCopyParamsPtr> MoveCopyOrchestrator::runningJobs() const
+{
+    QMutexLocker lock(&m_jobsLock);
+    return copyProgressParams;
+}
+
+Status MoveCopyOrchestrator::setAside(const QString &path)
+{
+    if (!m_trash)
+        return Error{QStringLiteral("Quaydrop"), 1, QStringLiteral("there is no trash to keep the replaced item")};
+    const auto trashed = m_trash->moveToTrash(path);
+    if (!trashed.ok())
+        return trashed.error();
+    return success();
+}
+
+MoveCopyOrchestrator::Outcome MoveCopyOrchestrator::copyFilesToAnotherVolume(const QStringList &paths,
+                                                                             const QString &destParentPath,
+                                                                             const QSet<QString> &replacing)
+{
+    if (isCopyingFilesToSelf(paths, destParentPath) || !passesRunningJobGuards(paths, destParentPath))
+        return Outcome::Refused;
+    auto job = std::make_shared<FileCopyParams>(paths, destParentPath, isFileOperationCopy);
+    if (!job->isCopying)
+        pathsBeingMovedToBeDeletedAfter += paths;
+    int count;
+    {
+        QMutexLocker lock(&m_jobsLock);
+        copyProgressParams.append(job);
+        count = int(copyProgressParams.size());
+    }
+    copyingFilesToOtherVolume = true;
+    m_observer->jobsChanged(count);
+    runJob(job, replacing);
+    return Outcome::JobStarted;
+}
+
+void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QString> &replacing)
+{
+    QPointer<MoveCopyOrchestrator> self(this);
+    const QString textKey = job->isCopying ? QStringLiteral("copyingFile2") : QStringLiteral("movingFile2");
+    const QString destName = PathParts::lastComponent(job->destFolder());
+    QThreadPool::globalInstance()->start([self, job, replacing, textKey, destName] {
+        QElapsedTimer sincePost;
+        auto progress = [&](quint64 copied, quint64 total, bool *stop, const QString &name) {
+            job->total = total;
+            job->current = copied;
+            job->setCurrentFileName(name);
+            *stop = job->stopped.load();
+            if (sincePost.isValid() && sincePost.elapsed() < kProgressIntervalMs)
+                return;
+            sincePost.start();
+            const int percent = total ? int(qMin<quint64>(100, copied * 100 / total)) : 0;
+            const QString text = Texts::localized(textKey.toLatin1().constData()).arg(NativePath::forDisplay(name), destName);
+            QMetaObject::invokeMethod(self, [self, job, percent, text] {
+                if (self)
+                    self->m_observer->jobProgress(job, percent, text);
+            }, Qt::QueuedConnection);
+        };
+        Error error;
+        const bool ok = FileCopyHelper::copyItemsToAnotherDrive(
+            job->sourcePathsArr(), job->destFolder(), progress, &error, replacing,
+            [self](const QString &p) { return self ? self->setAside(p) : Status(Error{{}, 1, QStringLiteral("gone")}); });
+        QMetaObject::invokeMethod(self, [self, job, ok, error] {
+            if (self)
+                self->finishJob(job, ok, error);
+        }, Qt::QueuedConnection);
+    });
+}
+
+void MoveCopyOrchestrator::finishJob(const FileCopyParamsPtr &job, bool ok, const Error &error)
+{
+    int remaining;
+    {
+        QMutexLocker lock(&m_jobsLock);
+        copyProgressParams.removeOne(job);
+        remaining = int(copyProgressParams.size());
+    }
+    if (!job->isCopying) {
+        if (ok) {
+            // The copies are complete: what no running job still reads can go.
+            cleanUpPathsNotUsedByMoveCopy(pathsBeingMovedToBeDeletedAfter);
+        } else {
+            // A move that did not finish keeps every source.
+            for (const QString &source : job->sourcePathsArr())
+                pathsBeingMovedToBeDeletedAfter.removeAll(source);
+        }
+    }
+    m_observer->jobsChanged(remaining);
+    if (remaining == 0) {
+        cleanUpPathsNotUsedByMoveCopy(pathsBeingMovedToBeDeletedAfter);
+        pathsBeingMovedToBeDeletedAfter.clear();
+    }
+
+    if (!ok) {
+        switch (error.code) {
+        case FileCopyHelper::Cancelled:
+            qWarning("User canceled");
+            break;
+        case FileCopyHelper::NotEnoughSpace:
+            m_alerts->showCriticalAlert(Texts::localized("NotEnoughspaceAlrtTitle"), Texts::localized("NotEnoughspaceAlrtInfTxt"));
+            break;
+        default:
+            m_alerts->showCriticalAlert(QStringLiteral("%1 ,%2").arg(error.info.value(QStringLiteral("fileName")).toString(), error.message),
+                                        QString());
+        }
+    }
+    qWarning("RC=%d, error>%s, errorcode=%d, err.Domain>%s", ok ? 1 : 0, ok ? "(null)" : qPrintable(error.message),
+             ok ? 0 : error.code, ok ? "(null)" : qPrintable(error.domain));
+    copyingFilesToOtherVolume = false;
+    m_observer->jobFinished(job, ok ? std::nullopt : std::optional<Error>(error));
+    if (remaining == 0)
+        Q_EMIT allJobsFinished();
+}
+
+// Deletes the listed sources that no running job reads any more; they leave the waiting list.
+void MoveCopyOrchestrator::cleanUpPathsNotUsedByMoveCopy(const QStringList &paths)
+{
+    if (paths.isEmpty())
+        return;
+    const QStringList candidates = paths;
+    const QList<int> unused = getFilePathsNOTUsedByMoveOrCopy(candidates);
+    for (int i : unused) {
+        const QString &path = candidates.at(i);
+        pathsBeingMovedToBeDeletedAfter.removeAll(path);
+        if (!exists(path))
+            continue;
+        qWarning("pathsThatCanBeDeletedAtTheMoment >%s", qPrintable(NativePath::forDisplay(path)));
+        if (TreeWalk::removeRecursively(NativePath::toNative(path), [](const QByteArray &p, int e) {
+                qWarning("could not remove the moved source %s: %s", p.constData(), strerror(e));
+            }))
+            qWarning("Removed File > %s", qPrintable(NativePath::forDisplay(path)));
+    }
+}
+
+void MoveCopyOrchestrator::cancelCopyProgress(const FileCopyParamsPtr &job)
+{
+    {
+        QMutexLocker lock(&m_jobsLock);
+        if (!copyProgressParams.contains(job))
+            return;
+        job->stopped = true;
+    }
+    // A cancelled move keeps its sources, even if another job's end cleans up first.
+    for (const QString &source : job->sourcePathsArr())
+        pathsBeingMovedToBeDeletedAfter.removeAll(source);
+}
+
+void MoveCopyOrchestrator::cancelAll()
+{
+    for (const FileCopyParamsPtr &job : runningJobs())
+        cancelCopyProgress(job);
+}
