@@ -23,8 +23,17 @@ QStringList argumentsAsPaths(int argc, char **argv)
     return args;
 }
 
+// Commands speak through their own output; the program's log lines only with QUAYDROP_VERBOSE=1.
+void quietLog(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "quaydrop: %s\n", qPrintable(message));
+}
+
 int runCommandLine(int argc, char **argv)
 {
+    if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
+        qInstallMessageHandler(quietLog);
     QCoreApplication app(argc, argv);
     Texts::setLanguage(Texts::preferredLanguage());
     QTextStream out(stdout);

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "CoreCommands.h"
+#include "FileCommands.h"
 
 namespace {
 
@@ -10,8 +11,8 @@ void printHelp(QTextStream &out)
            "Without a command, Quaydrop starts resident in the tray (or asks the running one to come forward).\n\n"
            "Commands:\n";
     for (const auto &c : CommandLine::commands())
-        out << "  " << QStringLiteral("%1 %2").arg(c.name, c.arguments).leftJustified(22) << c.summary << '\n';
-    out << "  " << QStringLiteral("--help").leftJustified(22) << "show this text\n";
+        out << "  " << QStringLiteral("%1 %2").arg(c.name, c.arguments).leftJustified(24) << c.summary << '\n';
+    out << "  " << QStringLiteral("--help").leftJustified(24) << "show this text\n";
 }
 
 } // namespace
@@ -25,6 +26,10 @@ const QList<CommandLine::Command> &CommandLine::commands()
          QStringLiteral("print the size on disk of the paths together, readable and in bytes"), &runSizeCommand},
         {QStringLiteral("ledger"), QString(), QStringLiteral("print the time saved this week and in total"),
          &runLedgerCommand},
+        {QStringLiteral("copy"), QStringLiteral("SRC... DESTDIR"),
+         QStringLiteral("copy into DESTDIR; clashes: --keep-both, --skip, --replace, else ask"), &runCopyCommand},
+        {QStringLiteral("move"), QStringLiteral("SRC... DESTDIR"),
+         QStringLiteral("move into DESTDIR (a copy first across devices); same options"), &runMoveCommand},
     };
     return table;
 }

@@ -153,6 +153,7 @@ MoveCopyOrchestrator::Outcome MoveCopyOrchestrator::doCopyItems(const QStringLis
 
     const Utils::MoveResult moved = Utils::moveOneOrMultipleFiles(
         paths, destFolder, keepBoth, replace, [this](const QString &p) { return setAside(p); });
+    m_lastRenameFailures = int(paths.size() - moved.moved.size() - moved.needsCopying.size());
     if (!moved.needsCopying.isEmpty())
         return copyFilesToAnotherVolume(moved.needsCopying, destFolder, replacing);
     return Outcome::Moved;

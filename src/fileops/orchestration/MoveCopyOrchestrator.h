@@ -30,6 +30,8 @@ public:
     void cancelAll();
 
     QList<FileCopyParamsPtr> runningJobs() const;
+    // Items of the last same-volume move that could not be renamed (logged one by one).
+    int lastRenameFailures() const { return m_lastRenameFailures; }
     QStringList pathsBeingMovedToBeDeletedAfter;
     bool alertOrSaveOrOpenPanelIsShown = false;
     bool copyingFilesToOtherVolume = false;
@@ -83,6 +85,7 @@ private:
     QStringList filesToKeepBoth;
     QStringList filesToReplace;
     bool applyForAllDublicAlert = false;
+    int m_lastRenameFailures = 0;
 
     mutable QMutex m_jobsLock; // the one lock: guards copyProgressParams
     QList<FileCopyParamsPtr> copyProgressParams;

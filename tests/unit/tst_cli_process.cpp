@@ -1,0 +1,127 @@
+// The command line as a separate process: interrupted and killed in the middle of a move.
+
+#include "ScratchMount.h"
+#include "TestTree.h"
+
+#include <QtTest>
+
+#include <signal.h>
+
+namespace {
+QByteArray checksum(const QString &path)
+{
+    QFile f(path);
+    if (!f.open(QIODevice::ReadOnly))
+        return {};
+    QCryptographicHash h(QCryptographicHash::Sha1);
+    h.addData(&f);
+    return h.result().toHex();
+}
+
+bool waitForTemporary(const QString &folder, QProcess &p)
+{
+    if (!p.waitForStarted(5000))
+        return false;
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < 10000 && p.state() == QProcess::Running) {
+        if (!QDir(folder).entryList({QStringLiteral(".qd-*")}, QDir::Files | QDir::Hidden).isEmpty())
+            return true;
+        QThread::usleep(500);
+    }
+    return false;
+}
+} // namespace
+
+class CliProcessTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void interruptCancelsAMoveCleanly();
+    void killInTheMiddleOfAMoveKeepsTheSource();
+    void copyAndMoveFromTheShell();
+
+private:
+    QString m_bin = QStringLiteral(QD_QUAYDROP_BINARY);
+    TestTree m_tree;
+    QString m_big;
+    QByteArray m_bigSum;
+};
+
+void CliProcessTest::initTestCase()
+{
+    m_tree.folder("src");
+    QByteArray block(1 << 20, 0);
+    for (int i = 0; i < block.size(); ++i)
+        block[i] = char(i * 131 + (i >> 9));
+    QFile f(m_tree.path() + "/src/big.bin");
+    QVERIFY(f.open(QIODevice::WriteOnly));
+    for (int i = 0; i < 600; ++i) {
+        block[0] = char(i);
+        f.write(block);
+    }
+    f.close();
+    m_big = f.fileName();
+    m_bigSum = checksum(m_big);
+}
+
+void CliProcessTest::interruptCancelsAMoveCleanly()
+{
+    ScratchMount other("1g");
+    REQUIRE_SCRATCH_MOUNT(other);
+    QProcess p;
+    p.start(m_bin, {QStringLiteral("move"), m_big, other.path()});
+    QVERIFY(waitForTemporary(other.path(), p));
+    ::kill(pid_t(p.processId()), SIGINT);
+    QVERIFY(p.waitForFinished(5000));
+    QCOMPARE(p.exitCode(), 130);
+    QVERIFY(p.readAllStandardError().contains("cancelled"));
+    QCOMPARE(QDir(other.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    QCOMPARE(checksum(m_big), m_bigSum);
+}
+
+void CliProcessTest::killInTheMiddleOfAMoveKeepsTheSource()
+{
+    ScratchMount other("1g");
+    REQUIRE_SCRATCH_MOUNT(other);
+    QProcess p;
+    p.start(m_bin, {QStringLiteral("move"), m_big, other.path()});
+    QVERIFY(waitForTemporary(other.path(), p));
+    p.kill();
+    QVERIFY(p.waitForFinished(5000));
+    QCOMPARE(checksum(m_big), m_bigSum);
+    // Only a hidden temporary may be left; nothing under the final name.
+    QVERIFY(!QFileInfo::exists(other.path() + "/big.bin"));
+}
+
+void CliProcessTest::copyAndMoveFromTheShell()
+{
+    TestTree t;
+    t.folder("in");
+    t.folder("out");
+    t.file("in/a.txt", "a");
+    t.file("out/a.txt", "old");
+    QProcess p;
+    p.start(m_bin, {QStringLiteral("copy"), t.path() + "/in/a.txt", t.path() + "/out", QStringLiteral("--keep-both")});
+    QVERIFY(p.waitForFinished(10000));
+    QCOMPARE(p.exitCode(), 0);
+    QVERIFY(QFileInfo::exists(t.path() + "/out/a 1.txt"));
+
+    p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/a.txt", t.path() + "/out", QStringLiteral("--skip")});
+    QVERIFY(p.waitForFinished(10000));
+    QCOMPARE(p.exitCode(), 0);
+    QVERIFY(QFileInfo::exists(t.path() + "/in/a.txt"));
+
+    p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/nope.txt", t.path() + "/out"});
+    QVERIFY(p.waitForFinished(10000));
+    QCOMPARE(p.exitCode(), 1);
+    QVERIFY(p.readAllStandardError().contains("nothing was done"));
+
+    p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/a.txt", t.path() + "/in"});
+    QVERIFY(p.waitForFinished(10000));
+    QCOMPARE(p.exitCode(), 1); // onto itself: refused
+}
+
+QTEST_GUILESS_MAIN(CliProcessTest)
+#include "tst_cli_process.moc"
