@@ -3,6 +3,8 @@
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
 #include "platform/SingleInstance.h"
+#include "platform/freedesktop/FreedesktopTrash.h"
+#include "platform/linux/LinuxVolumeService.h"
 #include "platform/posix/UnixSignalWatcher.h"
 
 #include <QApplication>
@@ -36,6 +38,10 @@ int runCommandLine(int argc, char **argv)
         qInstallMessageHandler(quietLog);
     QCoreApplication app(argc, argv);
     Texts::setLanguage(Texts::preferredLanguage());
+    LinuxVolumeService volumes;
+    Platform services;
+    services.volumes = &volumes;
+    Platform::install(services);
     QTextStream out(stdout);
     QTextStream err(stderr);
     return CommandLine::run(argumentsAsPaths(argc, argv), out, err);
@@ -66,7 +72,12 @@ int runResident(int argc, char **argv)
         break;
     }
 
-    Platform platform; // the desktop services join as they are built
+    FreedesktopTrash trash;
+    LinuxVolumeService volumes;
+    Platform platform; // the other desktop services join as they are built
+    platform.trash = &trash;
+    platform.volumes = &volumes;
+    Platform::install(platform);
     AppDelegate delegate(platform);
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate,
                      &AppDelegate::applicationShouldHandleReopen);

@@ -96,9 +96,13 @@ public:
 struct VolumeInfo
 {
     QString mountPoint;
-    QString name;
+    QString name;          // what the file manager calls it
+    QString device;        // "/dev/sdb1", or the source of a network mount
+    QString connectionBus; // "usb", "sdio", ... for a drive; empty where unknown
     bool removable = false;
     bool ejectable = false;
+    bool internal = true;
+    bool local = true;
 };
 
 // Mounted volumes and the removable drives behind them.

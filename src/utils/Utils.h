@@ -93,6 +93,36 @@ public:
     static bool checkIfMoveToSameVolume(const QString &path, const QString &moveDest); // same device
     static QString nonSandboxPathFor(const QString &folderName); // real home folder + name
 
+    // ---- destinations (fileops/destinations) ----
+    static QString moveCopyPathsPlistPath();   // "pathsToMove.plist"
+    static QString pathForRecentDestnsPlist(); // "recentDest.plist", made (as an empty dictionary) if missing
+    static QStringList createMoveDestArr();
+    static void updateMoveCopyPaths(const QStringList &paths);
+    static std::optional<QVariantList> movePathsDicsWithPathsAndNames();
+    static QStringList movePathsFromPlistOfDics();
+    static void updateRecentDestnsPlistWithPath(const QString &path);
+    static QStringList recentDestinations();
+    static QStringList defFileMoveDestPaths(bool asTheyAre);
+    static QStringList getAllFixedDirectoriesForFileMove();
+    static QString getMeMoveDirPathByIndex(quint64 index); // nil from 6 on
+    static QString getDesktopFolderPath();
+    static QString getDocumentsFodlerPath();
+    static QString getMoviesFolderPath();
+    static QString getMusicFolderPath();
+    static QString getPicturesFolderPath();
+    static QString getDownloadsFolderPath();
+    // Below the removable mount roots (/media/$USER, /run/media/$USER, /mnt).
+    static bool isUnderVolumesRoot(const QString &path);
+
+    // ---- volumes (fileops/destinations/Utils_Volumes.cpp), from the platform's volume service ----
+    static QStringList listAllVolumes();
+    static QStringList getListOfEjectableMediaPathsOnly();
+    static QVariantMap getListOfEjectableMediaPathsAndNames();
+    static QStringList listAllVolumesButExcludeMountable();
+    static bool checkIfpathisInallButmountableVols(const QString &path);
+    static bool checkIfVolumeIsRemovable(const QString &path);
+    static bool checkIfPathIsAVolume(const QString &path);
+
     struct MoveResult
     {
         QStringList moved;        // final paths
