@@ -7,14 +7,14 @@ PACKAGES=(
   # toolchain
   g++ cmake ninja-build pkg-config make
   # Qt 6
-  qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools libqt6svg6-dev
+  qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools qt6-svg-dev
   libgl-dev
   # X11 drag watching
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
   xvfb xauth dbus dbus-x11 x11-utils xdotool procps util-linux
-  # time measurement in bench/
-  hyperfine
+  # benchmarks in bench/ and their peer tools
+  hyperfine time rsync
 )
 
 missing=()

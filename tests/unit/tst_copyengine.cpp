@@ -87,6 +87,7 @@ private Q_SLOTS:
     void diskFullInTheMiddleOfAFile();
     void spaceTestIsStrict();
     void replaceKeepsTheOldItemUntilTheNewIsComplete();
+    void unreadableFileInsideAFolderStopsTheCopy();
 
 private:
     TestTree m_tree;
@@ -423,6 +424,25 @@ void CopyEngineTest::replaceKeepsTheOldItemUntilTheNewIsComplete()
     QCOMPARE(setAside, QStringList{s(old)});
     QCOMPARE(QFileInfo(s(old)).size(), qint64(20 << 20));
     QCOMPARE(readAll(m_tree.native() + "/rep-trash"), QByteArray("old"));
+}
+
+void CopyEngineTest::unreadableFileInsideAFolderStopsTheCopy()
+{
+    if (geteuid() == 0)
+        QSKIP("root reads every file; ctest runs this case again as an unprivileged user");
+    m_tree.folder("locked-in");
+    m_tree.file("locked-in/a-readable.txt", "r");
+    const QByteArray secret = m_tree.file("locked-in/b-secret.txt", "s");
+    QVERIFY(::chmod(secret.constData(), 0) == 0);
+    Error error;
+    m_tree.folder("locked-out");
+    QVERIFY(!FileCopyHelper::copyItemsToAnotherDrive({m_tree.path() + "/locked-in"}, m_tree.path() + "/locked-out",
+                                                     nullptr, &error));
+    QCOMPARE(error.code, 1111);
+    QCOMPARE(error.message, QString::fromLocal8Bit(strerror(EACCES)));
+    QCOMPARE(error.info.value("fileName").toString(), QStringLiteral("b-secret.txt"));
+    QVERIFY(!hasTemporaryLeftovers(m_tree.path() + "/locked-out"));
+    QCOMPARE(readAll(secret), QByteArray("<unreadable>"));
 }
 
 QTEST_GUILESS_MAIN(CopyEngineTest)
