@@ -1,5 +1,6 @@
 #include "FileCopyHelper.h"
 
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/texts/Texts.h"
@@ -21,23 +22,12 @@ namespace {
 constexpr quint32 kCopyFileAll = 0xe000f;
 constexpr quint32 kCopyFileRecursive = 0x8000;
 
-struct Fd
-{
-    int fd;
-    explicit Fd(int f) : fd(f) {}
-    ~Fd()
-    {
-        if (fd >= 0)
-            ::close(fd);
-    }
-};
-
 // Runs the entry copier for src -> dst with the selection's running sum folded into the progress.
 bool copyEntry(const QString &src, const QString &dst, quint64 runningSum, quint64 total,
                const FileCopyHelper::ProgressHandler &progress, Error *error, const FileCopyHelper::SetAside &setAside)
 {
-    Fd srcDir(::open(NativePath::toNative(PathParts::parent(src)).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    Fd dstDir(::open(NativePath::toNative(PathParts::parent(dst)).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FsCalls::UniqueFd srcDir(::open(NativePath::toNative(PathParts::parent(src)).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FsCalls::UniqueFd dstDir(::open(NativePath::toNative(PathParts::parent(dst)).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (srcDir.fd < 0 || dstDir.fd < 0) {
         if (error)
             *error = FileCopyHelper::makeError(FileCopyHelper::Failed, errno, PathParts::lastComponent(src));

@@ -1,3 +1,4 @@
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "utils/Utils.h"
@@ -8,14 +9,6 @@
 
 #include <cerrno>
 #include <cstring>
-
-namespace {
-bool existsNoFollow(const QString &path)
-{
-    struct stat st;
-    return ::lstat(NativePath::toNative(path).constData(), &st) == 0;
-}
-} // namespace
 
 namespace {
 constexpr qsizetype kNameMax = 255; // bytes in one file name
@@ -32,18 +25,18 @@ QString fitted(QString name, const QString &tail)
 QString Utils::nameForNewFileOrFolder(const QString &folder, const QString &defaultName, const QString &fileExtension)
 {
     const QString suffix = fileExtension.isEmpty() ? QString() : QChar('.') + fileExtension;
-    if (!existsNoFollow(folder + QChar('/') + defaultName + suffix))
+    if (!FsCalls::exists(folder + QChar('/') + defaultName + suffix))
         return defaultName + suffix;
     for (quint64 n = 1;; ++n) {
         const QString candidate = fitted(defaultName, QStringLiteral(" %1").arg(n) + suffix);
-        if (!existsNoFollow(folder + QChar('/') + candidate))
+        if (!FsCalls::exists(folder + QChar('/') + candidate))
             return candidate;
     }
 }
 
 void Utils::createfolderAtPath(const QString &path, const QString &sourceFile)
 {
-    if (existsNoFollow(path))
+    if (FsCalls::exists(path))
         return;
     struct stat parent;
     const QString sourceParent = PathParts::parent(sourceFile);

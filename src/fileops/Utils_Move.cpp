@@ -1,3 +1,4 @@
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/texts/Texts.h"
@@ -13,20 +14,6 @@
 
 namespace {
 
-int renameNoReplace(const QString &from, const QString &to)
-{
-    if (::renameat2(AT_FDCWD, NativePath::toNative(from).constData(), AT_FDCWD, NativePath::toNative(to).constData(),
-                    RENAME_NOREPLACE) == 0)
-        return 0;
-    return errno;
-}
-
-bool exists(const QString &path)
-{
-    struct stat st;
-    return ::lstat(NativePath::toNative(path).constData(), &st) == 0;
-}
-
 QString freeTarget(const QString &dest, const QString &src)
 {
     const auto parts = PathParts::splitExtension(PathParts::lastComponent(src));
@@ -38,12 +25,12 @@ QString freeTarget(const QString &dest, const QString &src)
 int replaceByRename(const QString &src, const QString &target, const std::function<Status(const QString &)> &setAside)
 {
     const QString temp = PathParts::parent(target) + QChar('/') + NativePath::fromNative(EntryMetadata::temporaryName());
-    if (const int e = renameNoReplace(src, temp))
+    if (const int e = FsCalls::renameNoReplace(src, temp))
         return e;
     const Status aside = setAside ? setAside(target) : Status(Error{{}, EIO, QStringLiteral("nothing to set it aside")});
-    int e = aside.ok() ? renameNoReplace(temp, target) : EIO;
+    int e = aside.ok() ? FsCalls::renameNoReplace(temp, target) : EIO;
     if (e != 0) {
-        if (renameNoReplace(temp, src) != 0)
+        if (FsCalls::renameNoReplace(temp, src) != 0)
             qWarning("error replacing file while Moving it>>%s: the item is kept as %s",
                      qPrintable(NativePath::forDisplay(src)), qPrintable(NativePath::forDisplay(temp)));
         if (!aside.ok())
@@ -62,15 +49,15 @@ Utils::MoveResult Utils::moveOneOrMultipleFiles(const QStringList &paths, const 
     for (const QString &src : paths) {
         QString target = dest + QChar('/') + PathParts::lastComponent(src);
         int error = 0;
-        if (exists(target) && replacePaths.contains(src)) {
+        if (FsCalls::exists(target) && replacePaths.contains(src)) {
             error = replaceByRename(src, target, setAside);
         } else {
-            if (exists(target))
+            if (FsCalls::exists(target))
                 target = freeTarget(dest, src);
-            error = renameNoReplace(src, target);
+            error = FsCalls::renameNoReplace(src, target);
             if (error == EEXIST) { // taken since the look: another free name, never an overwrite
                 target = freeTarget(dest, src);
-                error = renameNoReplace(src, target);
+                error = FsCalls::renameNoReplace(src, target);
             }
         }
         if (error == EXDEV) {

@@ -1,3 +1,4 @@
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/plist/Plist.h"
@@ -15,11 +16,8 @@ const QString kName = QStringLiteral("destPname");
 const QString kPath = QStringLiteral("destPath");
 constexpr int kRecentCount = 3;
 
-bool exists(const QString &path)
-{
-    struct stat st;
-    return ::stat(NativePath::toNative(path).constData(), &st) == 0;
-}
+// Destinations are folders: a link to one counts as one.
+bool exists(const QString &path) { return FsCalls::exists(path, true); }
 
 QString supportFile(const QString &name)
 {

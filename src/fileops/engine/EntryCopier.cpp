@@ -1,5 +1,6 @@
 #include "EntryCopier.h"
 
+#include "core/fs/FsCalls.h"
 #include "core/fs/TreeWalk.h"
 
 #include <QRandomGenerator>
@@ -19,40 +20,13 @@
 #include <cstring>
 #include <vector>
 
+using FsCalls::UniqueFd;
+
 namespace {
 
 constexpr int kDirFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-struct Fd
-{
-    int fd = -1;
-    explicit Fd(int f = -1) : fd(f) {}
-    ~Fd()
-    {
-        if (fd >= 0)
-            ::close(fd);
-    }
-    Fd(const Fd &) = delete;
-    Fd &operator=(const Fd &) = delete;
-    explicit operator bool() const { return fd >= 0; }
-};
-
 bool isDotOrDotDot(const char *n) { return n[0] == '.' && (n[1] == 0 || (n[1] == '.' && n[2] == 0)); }
-
-// The final name is taken only if it is still free: a destination that appeared meanwhile fails
-// with EEXIST rather than being overwritten.
-int renameNoReplace(int dir, const QByteArray &from, const QByteArray &to)
-{
-    if (::renameat2(dir, from.constData(), dir, to.constData(), RENAME_NOREPLACE) == 0)
-        return 0;
-    if (errno != EINVAL && errno != ENOSYS)
-        return errno;
-    // File systems without RENAME_NOREPLACE: a hard link fails on an existing name as well.
-    if (::linkat(dir, from.constData(), dir, to.constData(), 0) != 0)
-        return errno;
-    ::unlinkat(dir, from.constData(), 0);
-    return 0;
-}
 
 void copyXattrs(int srcFd, int dstFd)
 {
@@ -137,7 +111,7 @@ bool EntryCopier::copy(int srcDir, const QByteArray &srcName, int dstDir, const 
             return fail(error ? error : EIO, srcName);
         }
     }
-    if (const int error = renameNoReplace(dstDir, temp, dstName)) {
+    if (const int error = FsCalls::renameNoReplace(dstDir, temp, dstDir, dstName)) {
         removeTemporary(dstDir, temp);
         return fail(error, srcName);
     }
@@ -172,7 +146,7 @@ bool EntryCopier::writeUnderTemporaryName(int srcDir, const QByteArray &name, co
 bool EntryCopier::copyFile(int srcDir, const QByteArray &name, const struct stat &st, int dstDir,
                            const QByteArray &tempName)
 {
-    Fd in(::openat(srcDir, name.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
+    UniqueFd in(::openat(srcDir, name.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
     if (!in)
         return fail(errno, name);
     struct stat now;
@@ -180,7 +154,7 @@ bool EntryCopier::copyFile(int srcDir, const QByteArray &name, const struct stat
         return fail(errno, name);
     if (!S_ISREG(now.st_mode)) // replaced by something else since it was looked at
         return fail(EINVAL, name);
-    Fd out(::openat(dstDir, tempName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+    UniqueFd out(::openat(dstDir, tempName.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
     if (!out)
         return fail(errno, name);
     bool ok = copyData(in.fd, out.fd, now, name);
@@ -310,12 +284,12 @@ bool EntryCopier::copySpecial(int srcDir, const QByteArray &name, const struct s
 bool EntryCopier::copyFolder(int srcDir, const QByteArray &name, const struct stat &st, int dstDir,
                              const QByteArray &dstName)
 {
-    Fd src(::openat(srcDir, name.constData(), kDirFlags));
+    UniqueFd src(::openat(srcDir, name.constData(), kDirFlags));
     if (!src)
         return fail(errno, name);
     if (::mkdirat(dstDir, dstName.constData(), 0700) != 0)
         return fail(errno, name);
-    Fd dst(::openat(dstDir, dstName.constData(), kDirFlags));
+    UniqueFd dst(::openat(dstDir, dstName.constData(), kDirFlags));
     if (!dst)
         return fail(errno, name);
     if (!copyFolderContents(src.fd, dst.fd))
@@ -355,7 +329,7 @@ bool EntryCopier::copyFolderContents(int srcFd, int dstFd)
         const QByteArray temp = EntryMetadata::temporaryName();
         if (!writeUnderTemporaryName(srcFd, entry, st, dstFd, temp))
             return false;
-        if (const int error = renameNoReplace(dstFd, temp, entry)) {
+        if (const int error = FsCalls::renameNoReplace(dstFd, temp, dstFd, entry)) {
             removeTemporary(dstFd, temp);
             return fail(error, entry);
         }

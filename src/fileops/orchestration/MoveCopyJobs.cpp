@@ -2,6 +2,7 @@
 
 #include "MoveCopyOrchestrator.h"
 
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/fs/TreeWalk.h"
@@ -15,18 +16,10 @@
 #include <QPointer>
 #include <QThreadPool>
 
-#include <sys/stat.h>
-
 #include <cstring>
 
 namespace {
 constexpr qint64 kProgressIntervalMs = 100; // a few updates a second are enough to read
-
-bool exists(const QString &path)
-{
-    struct stat st;
-    return ::lstat(NativePath::toNative(path).constData(), &st) == 0;
-}
 } // namespace
 
 QList<FileCopyParamsPtr> MoveCopyOrchestrator::runningJobs() const
@@ -154,7 +147,7 @@ void MoveCopyOrchestrator::cleanUpPathsNotUsedByMoveCopy(const QStringList &path
     for (int i : unused) {
         const QString &path = candidates.at(i);
         pathsBeingMovedToBeDeletedAfter.removeAll(path);
-        if (!exists(path))
+        if (!FsCalls::exists(path))
             continue;
         qWarning("pathsThatCanBeDeletedAtTheMoment >%s", qPrintable(NativePath::forDisplay(path)));
         if (TreeWalk::removeRecursively(NativePath::toNative(path), [](const QByteArray &p, int e) {

@@ -1,23 +1,13 @@
 #include "MoveCopyOrchestrator.h"
 
-#include "core/fs/NativePath.h"
+#include "core/fs/FsCalls.h"
 #include "core/fs/PathParts.h"
 #include "core/texts/Texts.h"
 #include "utils/Utils.h"
 
 #include <QPointer>
 
-#include <sys/stat.h>
-
 #include <memory>
-
-namespace {
-bool exists(const QString &path)
-{
-    struct stat st;
-    return ::lstat(NativePath::toNative(path).constData(), &st) == 0;
-}
-} // namespace
 
 MoveCopyOrchestrator::MoveCopyOrchestrator(ConflictResolver *resolver, UserAlerts *alerts, JobObserver *observer,
                                            TrashService *trash, QObject *parent)
@@ -65,7 +55,7 @@ MoveCopyOrchestrator::Outcome MoveCopyOrchestrator::continueConflictPass(int fro
             m_pass.reset();
             return Outcome::Refused;
         }
-        if (!exists(candidate))
+        if (!FsCalls::exists(candidate))
             continue;
         if (applyForAllDublicAlert) {
             if (!filesToKeepBoth.contains(path) && !filesToReplace.contains(path))
@@ -118,7 +108,7 @@ void MoveCopyOrchestrator::applyAnswer(const ConflictReply &reply, int index)
     auto clashing = [&] {
         QStringList result;
         for (const QString &p : paths)
-            if (!filesToSkip.contains(p) && exists(dest + QChar('/') + PathParts::lastComponent(p)))
+            if (!filesToSkip.contains(p) && FsCalls::exists(dest + QChar('/') + PathParts::lastComponent(p)))
                 result.append(p);
         return result;
     };
