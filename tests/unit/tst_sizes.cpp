@@ -82,6 +82,11 @@ void SizesTest::danglingAndMissingPaths()
     QCOMPARE(Utils::getTheSizeOfItemsInArr({m_tree.path() + "/does-not-exist"}), QStringLiteral("Zero KB"));
     QVERIFY(Utils::fileSizeAtPath(dangling) < 8192);
     QVERIFY(!Utils::isThisAFolderHere(dangling));
+    // A link to a folder is never walked, and that is no error.
+    QTest::failOnWarning(QRegularExpression(QStringLiteral("ERROR ENUMERATING")));
+    const QString linkToFolder = NativePath::fromNative(m_tree.link("link-to-tree", m_folder));
+    QVERIFY(Utils::isThisAFolderHere(linkToFolder));
+    QCOMPARE(Utils::folderSize(linkToFolder), 0ull);
 }
 
 void SizesTest::unreadableFolderIsLoggedAndPassedOver()

@@ -109,7 +109,11 @@ quint64 TreeWalk::allocatedBytesBelow(const QByteArray &dir, const ErrorHandler 
 {
     const int fd = open(dir.constData(), kDirOpenFlags);
     if (fd < 0) {
-        onError(dir, errno);
+        const int error = errno;
+        struct stat st;
+        // A link to a folder counts as itself: there is nothing below it to report.
+        if (!(lstat(dir.constData(), &st) == 0 && S_ISLNK(st.st_mode)))
+            onError(dir, error);
         return 0;
     }
     return sumDirectory(fd, dir, onError);
