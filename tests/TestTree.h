@@ -2,10 +2,13 @@
 
 // Builds real files, folders and links below a temporary folder, with fixed times.
 
+#include "core/fs/NativePath.h"
 #include "core/fs/TreeWalk.h"
 
 #include <QByteArray>
 #include <QDateTime>
+#include <QDir>
+#include <QFile>
 #include <QTemporaryDir>
 
 #include <cstring>
@@ -63,6 +66,28 @@ public:
         const QByteArray p = file(relative, written);
         [[maybe_unused]] int r = ::truncate(p.constData(), logical);
         return p;
+    }
+
+    // A file's bytes, read by its native name; "<unreadable>" when it cannot be opened.
+    static QByteArray contents(const QByteArray &p)
+    {
+        QFile f;
+        const int fd = ::open(p.constData(), O_RDONLY | O_CLOEXEC);
+        if (fd < 0 || !f.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+            if (fd >= 0)
+                ::close(fd);
+            return "<unreadable>";
+        }
+        return f.readAll();
+    }
+    static QByteArray contents(const QString &p) { return contents(NativePath::toNative(p)); }
+
+    // Names in a folder, hidden ones included, sorted (names that are not UTF-8 are not listed).
+    static QStringList entries(const QString &folder)
+    {
+        QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+        names.sort();
+        return names;
     }
 
     static quint64 allocated(const QByteArray &p)

@@ -1,36 +1,14 @@
 #include "CoreCommands.h"
 
+#include "CliPaths.h"
 #include "CommandLine.h"
 #include "core/fs/NativePath.h"
 #include "core/ledger/TimeSavedLedger.h"
 #include "utils/Utils.h"
 
-#include <QDir>
 
-#include <sys/stat.h>
 
-#include <cerrno>
-#include <cstring>
 
-namespace {
-
-QString absolute(const QString &path)
-{
-    if (path.startsWith(QChar('/')))
-        return path;
-    return QDir::currentPath() + QChar('/') + path;
-}
-
-bool reportMissing(const QString &path, QTextStream &err)
-{
-    struct stat st;
-    if (lstat(NativePath::toNative(path).constData(), &st) == 0)
-        return false;
-    err << "quaydrop: " << NativePath::forDisplay(path) << ": " << strerror(errno) << '\n';
-    return true;
-}
-
-} // namespace
 
 // Classification goes by name, so a path that does not exist still has a code; it is reported all the same.
 int runTypeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
@@ -41,8 +19,8 @@ int runTypeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
     }
     int status = 0;
     for (const QString &p : paths) {
-        const QString path = absolute(p);
-        if (reportMissing(path, err))
+        const QString path = CliPaths::absolute(p);
+        if (CliPaths::reportMissing(path, err))
             status = 1;
         out << Utils::determineFileType(path) << '\t' << NativePath::forDisplay(p) << '\n';
     }
@@ -58,8 +36,8 @@ int runSizeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
     QStringList absolutePaths;
     int status = 0;
     for (const QString &p : paths) {
-        absolutePaths.append(absolute(p));
-        if (reportMissing(absolutePaths.last(), err))
+        absolutePaths.append(CliPaths::absolute(p));
+        if (CliPaths::reportMissing(absolutePaths.last(), err))
             status = 1;
     }
     // One walk: the readable text is the same as getTheSizeOfItemsInArr's for a non-empty list.

@@ -1,5 +1,6 @@
 #include "FileCommands.h"
 
+#include "CliPaths.h"
 #include "CommandLine.h"
 #include "ConsoleFrontEnd.h"
 #include "core/fs/NativePath.h"
@@ -8,13 +9,9 @@
 #include "platform/posix/UnixSignalWatcher.h"
 #include "utils/Utils.h"
 
-#include <QDir>
 #include <QEventLoop>
 
-#include <sys/stat.h>
 
-#include <cerrno>
-#include <cstring>
 
 namespace {
 
@@ -37,7 +34,7 @@ int runTransfer(bool copy, const QStringList &args, QTextStream &out, QTextStrea
             err << "quaydrop: unknown option " << a << '\n' << usage;
             return CommandLine::kUsageError;
         } else
-            paths.append(QDir::isAbsolutePath(a) ? QDir::cleanPath(a) : QDir::cleanPath(QDir::currentPath() + u'/' + a));
+            paths.append(CliPaths::absolute(a));
     }
     if (paths.size() < 2) {
         err << usage;
@@ -48,13 +45,9 @@ int runTransfer(bool copy, const QStringList &args, QTextStream &out, QTextStrea
         err << "quaydrop: " << NativePath::forDisplay(dest) << " is not a folder\n";
         return 1;
     }
-    for (const QString &p : std::as_const(paths)) {
-        struct stat st;
-        if (::lstat(NativePath::toNative(p).constData(), &st) != 0) {
-            err << "quaydrop: " << NativePath::forDisplay(p) << ": " << strerror(errno) << " (nothing was done)\n";
+    for (const QString &p : std::as_const(paths))
+        if (CliPaths::reportMissing(p, err, " (nothing was done)"))
             return 1;
-        }
-    }
 
     ConsoleResolver resolver(policy, err);
     ConsoleAlerts alerts(err);

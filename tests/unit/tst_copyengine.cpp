@@ -14,21 +14,8 @@
 
 namespace {
 
-QByteArray readAll(const QByteArray &path)
-{
-    QFile f;
-    const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || !f.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        return "<unreadable>";
-    return f.readAll();
-}
-
-QStringList entries(const QString &folder)
-{
-    QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    names.sort();
-    return names;
-}
+QByteArray readAll(const QByteArray &path) { return TestTree::contents(path); }
+QStringList entries(const QString &folder) { return TestTree::entries(folder); }
 
 bool hasTemporaryLeftovers(const QString &folder)
 {

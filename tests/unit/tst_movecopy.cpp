@@ -13,17 +13,8 @@
 
 namespace {
 QString s(const QByteArray &native) { return NativePath::fromNative(native); }
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<missing>");
-}
-QStringList entries(const QString &folder)
-{
-    QStringList names = QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-    names.sort();
-    return names;
-}
+QByteArray readAll(const QString &path) { return TestTree::contents(path); }
+QStringList entries(const QString &folder) { return TestTree::entries(folder); }
 } // namespace
 
 class MoveCopyTest : public QObject

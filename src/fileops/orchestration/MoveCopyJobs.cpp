@@ -100,21 +100,15 @@ void MoveCopyOrchestrator::finishJob(const FileCopyParamsPtr &job, bool ok, cons
         copyProgressParams.removeOne(job);
         remaining = int(copyProgressParams.size());
     }
-    if (!job->isCopying) {
-        if (ok) {
-            // The copies are complete: what no running job still reads can go.
-            cleanUpPathsNotUsedByMoveCopy(pathsBeingMovedToBeDeletedAfter);
-        } else {
-            // A move that did not finish keeps every source.
-            for (const QString &source : job->sourcePathsArr())
-                pathsBeingMovedToBeDeletedAfter.removeAll(source);
-        }
-    }
-    m_observer->jobsChanged(remaining);
-    if (remaining == 0) {
-        cleanUpPathsNotUsedByMoveCopy(pathsBeingMovedToBeDeletedAfter);
+    // A move that did not finish keeps every source.
+    if (!job->isCopying && !ok)
+        for (const QString &source : job->sourcePathsArr())
+            pathsBeingMovedToBeDeletedAfter.removeAll(source);
+    // What is left waiting belongs to complete moves: it goes once no running job reads it.
+    cleanUpPathsNotUsedByMoveCopy(pathsBeingMovedToBeDeletedAfter);
+    if (remaining == 0)
         pathsBeingMovedToBeDeletedAfter.clear();
-    }
+    m_observer->jobsChanged(remaining);
 
     if (!ok) {
         switch (error.code) {
