@@ -91,5 +91,197 @@
         <source>revealShowFileBtn</source>
         <translation>Zeigen</translation>
     </message>
+    <message>
+        <source>/path</source>
+        <translation>Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Characters</source>
+        <translation>Zeichen</translation>
+    </message>
+    <message>
+        <source>Convert</source>
+        <translation>Umwandeln</translation>
+    </message>
+    <message>
+        <source>Converting</source>
+        <translation>Wird umgewandelt…</translation>
+    </message>
+    <message>
+        <source>Copied!</source>
+        <translation>Kopiert!</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Kopieren statt verschieben</translation>
+    </message>
+    <message>
+        <source>Copy to clipboard</source>
+        <translation>In die Zwischenablage</translation>
+    </message>
+    <message>
+        <source>Copying files</source>
+        <translation>Dateien werden kopiert</translation>
+    </message>
+    <message>
+        <source>Could not save the file</source>
+        <translation>Die Datei konnte nicht gesichert werden</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>Erstellen</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>Zuschneiden…</translation>
+    </message>
+    <message>
+        <source>Data import canceled...</source>
+        <translation>Datenimport abgebrochen...</translation>
+    </message>
+    <message>
+        <source>Drop here</source>
+        <translation>Hier ablegen</translation>
+    </message>
+    <message>
+        <source>Facebook</source>
+        <translation>Facebook</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Höhe</translation>
+    </message>
+    <message>
+        <source>Into folder</source>
+        <translation>In Ordner</translation>
+    </message>
+    <message>
+        <source>Keep proportions</source>
+        <translation>Proportionen beibehalten</translation>
+    </message>
+    <message>
+        <source>LaunchAtLogin</source>
+        <translation>Quaydrop bei der Anmeldung starten?</translation>
+    </message>
+    <message>
+        <source>Loading</source>
+        <translation>Wird geladen…</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>E-Mail</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Bewegen</translation>
+    </message>
+    <message>
+        <source>Move files to...</source>
+        <translation>Dateien bewegen nach…</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>Neu</translation>
+    </message>
+    <message>
+        <source>Other...</source>
+        <translation>Andere…</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>Als PDF</translation>
+    </message>
+    <message>
+        <source>Post</source>
+        <translation>Posten</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Rename files</source>
+        <translation>Dateien umbenennen</translation>
+    </message>
+    <message>
+        <source>Resize</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>Resizing</source>
+        <translation>Größe wird geändert…</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Sichern</translation>
+    </message>
+    <message>
+        <source>Save as text</source>
+        <translation>Als Text</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Suchen</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>Festlegen</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Zeigen</translation>
+    </message>
+    <message>
+        <source>To images</source>
+        <translation>In Bilder</translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation>Papierkorb</translation>
+    </message>
+    <message>
+        <source>Wallpaper</source>
+        <translation>Hintergrund</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Breite</translation>
+    </message>
+    <message>
+        <source>Words</source>
+        <translation>Wörter</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>Zip</source>
+        <translation>Zip</translation>
+    </message>
+    <message>
+        <source>loginLaunchInfTXT</source>
+        <translation>Quaydrop wohnt im Infobereich und ist bereit, sobald Sie etwas ziehen. Sie können das später in den Einstellungen ändern.</translation>
+    </message>
 </context>
 </TS>

@@ -91,5 +91,197 @@
         <source>revealShowFileBtn</source>
         <translation>Show</translation>
     </message>
+    <message>
+        <source>/path</source>
+        <translation>Copy path</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Back</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Characters</source>
+        <translation>Characters</translation>
+    </message>
+    <message>
+        <source>Convert</source>
+        <translation>Convert</translation>
+    </message>
+    <message>
+        <source>Converting</source>
+        <translation>Converting…</translation>
+    </message>
+    <message>
+        <source>Copied!</source>
+        <translation>Copied!</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>Copy instead of move</translation>
+    </message>
+    <message>
+        <source>Copy to clipboard</source>
+        <translation>Copy to clipboard</translation>
+    </message>
+    <message>
+        <source>Copying files</source>
+        <translation>Copying files</translation>
+    </message>
+    <message>
+        <source>Could not save the file</source>
+        <translation>Could not save the file</translation>
+    </message>
+    <message>
+        <source>Create</source>
+        <translation>Create</translation>
+    </message>
+    <message>
+        <source>Crop</source>
+        <translation>Crop…</translation>
+    </message>
+    <message>
+        <source>Data import canceled...</source>
+        <translation>Data import canceled...</translation>
+    </message>
+    <message>
+        <source>Drop here</source>
+        <translation>Drop here</translation>
+    </message>
+    <message>
+        <source>Facebook</source>
+        <translation>Facebook</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>Height</translation>
+    </message>
+    <message>
+        <source>Into folder</source>
+        <translation>Into folder</translation>
+    </message>
+    <message>
+        <source>Keep proportions</source>
+        <translation>Keep proportions</translation>
+    </message>
+    <message>
+        <source>LaunchAtLogin</source>
+        <translation>Start Quaydrop when you log in?</translation>
+    </message>
+    <message>
+        <source>Loading</source>
+        <translation>Loading…</translation>
+    </message>
+    <message>
+        <source>Mail</source>
+        <translation>Mail</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>Move</translation>
+    </message>
+    <message>
+        <source>Move files to...</source>
+        <translation>Move files to…</translation>
+    </message>
+    <message>
+        <source>NO</source>
+        <translation>No</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>New</translation>
+    </message>
+    <message>
+        <source>Other...</source>
+        <translation>Other…</translation>
+    </message>
+    <message>
+        <source>PDF</source>
+        <translation>As PDF</translation>
+    </message>
+    <message>
+        <source>Post</source>
+        <translation>Post</translation>
+    </message>
+    <message>
+        <source>Print</source>
+        <translation>Print</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Rename</translation>
+    </message>
+    <message>
+        <source>Rename files</source>
+        <translation>Rename files</translation>
+    </message>
+    <message>
+        <source>Resize</source>
+        <translation>Resize</translation>
+    </message>
+    <message>
+        <source>Resizing</source>
+        <translation>Resizing…</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Save as text</source>
+        <translation>Save text</translation>
+    </message>
+    <message>
+        <source>Search</source>
+        <translation>Search</translation>
+    </message>
+    <message>
+        <source>Set</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>Share</source>
+        <translation>Share</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Show</translation>
+    </message>
+    <message>
+        <source>To images</source>
+        <translation>To images</translation>
+    </message>
+    <message>
+        <source>Trash</source>
+        <translation>Trash</translation>
+    </message>
+    <message>
+        <source>Wallpaper</source>
+        <translation>Wallpaper</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>Width</translation>
+    </message>
+    <message>
+        <source>Words</source>
+        <translation>Words</translation>
+    </message>
+    <message>
+        <source>YES</source>
+        <translation>Yes</translation>
+    </message>
+    <message>
+        <source>Zip</source>
+        <translation>Zip</translation>
+    </message>
+    <message>
+        <source>loginLaunchInfTXT</source>
+        <translation>Quaydrop lives in the tray and is ready whenever you drag something. You can change this later in its options.</translation>
+    </message>
 </context>
 </TS>

@@ -3,7 +3,10 @@
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
 #include "platform/SingleInstance.h"
+#include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
+#include "platform/freedesktop/FreedesktopWorkspace.h"
+#include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/LinuxVolumeService.h"
 #include "platform/posix/UnixSignalWatcher.h"
 
@@ -74,9 +77,15 @@ int runResident(int argc, char **argv)
 
     FreedesktopTrash trash;
     LinuxVolumeService volumes;
-    Platform platform; // the other desktop services join as they are built
+    FreedesktopNotifications notifications;
+    FreedesktopWorkspace workspace;
+    XdgAutostart autostart(QCoreApplication::applicationFilePath());
+    Platform platform; // the drag watcher and the other desktop services join as they are built
     platform.trash = &trash;
     platform.volumes = &volumes;
+    platform.notifications = &notifications;
+    platform.workspace = &workspace;
+    platform.loginItems = &autostart;
     Platform::install(platform);
     AppDelegate delegate(platform);
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate,
@@ -85,6 +94,12 @@ int runResident(int argc, char **argv)
     QObject::connect(&signals_, &UnixSignalWatcher::terminationRequested, &delegate, &AppDelegate::quitQuaydrop);
 
     delegate.applicationDidFinishLaunching();
+    // Until the drag watcher lands, tests and demonstrations open the drop target at a fixed place.
+    if (const QByteArray at = qgetenv("QUAYDROP_SHOW_DROP_WINDOW_AT"); !at.isEmpty()) {
+        const QList<QByteArray> xy = at.split(',');
+        if (xy.size() == 2)
+            delegate.showDropTargetAt(QPointF(xy[0].toDouble(), xy[1].toDouble()));
+    }
     std::fprintf(stderr, "quaydrop: running\n");
     std::fflush(stderr);
     return app.exec();

@@ -33,6 +33,8 @@ public:
     static bool enableUserNotifWhenDoneSwitchValue();
     static bool showLoginAtLaunchUserDefaultsValue();
     static void showLoginAtLaunchSetUserDefVal(bool value);
+    static bool isLogInAtLaunch(); // from the platform's login item
+    static void setLogInAtLaunch(bool enabled);
     static bool checkIfStartEditingOnceCreated();
     static QString getSavePanelURL();
     static void overWriteSavePanelLastSaveURL(const QString &path);
@@ -56,6 +58,25 @@ public:
     static QString createTempFileOperationsFolderIfneeded(); // nil on the call that creates it
     static void cleanUPTepmFileOperationsFolder();
     static QString checkAndReturnHomeFolderPath(const QString &path);
+
+    // ---- dropped text (core/intake/Utils_DroppedText.cpp) ----
+    static QString pathToTempDroppedStr(); // "_tempDroppedStr.txt" in the temp folder
+    static bool createTXTfileFromString(const QString &text);
+    static QString readDroppedString(); // empty when unreadable
+
+    // ---- image size (images/Utils_ImageSize.cpp) ----
+    // {"kImgWidth", "kImgHeight"} in pixels, read from the header; nullopt when it is no image.
+    static std::optional<QVariantMap> getImageDimensionsAtPath(const QString &path);
+    static QString getImageDimensionsAsStringImgPath(const QString &path); // "1024x768", empty when none
+
+    // ---- clipboard and panels (core/window/Utils_Desktop.cpp) ----
+    static void copyStringToClipboard(const QString &text);
+    static bool copyTXTfileContentsToClipboardFromPath(const QString &path);
+    // A save panel for a copy of `path`; `done` gets the written path, or a null string.
+    static void openSavePanelWithCurrentFilePath(const QString &path, const QString &allowedFileType,
+                                                 const QString &defFileName, std::function<void(QString)> done);
+    static void showBasicAlertwithTitle(const QString &title, const QString &informativeText);
+    static void postShouldNotCloseWindowYetNotif(bool shouldNotClose);
 
     // ---- classification (core/classification) ----
     static quint64 determineFileType(const QString &path); // 1, 2, 333 or 777

@@ -1,3 +1,4 @@
+#include "core/panels/PanelCatalog.h"
 #include "core/NotificationCenter.h"
 #include "core/texts/Texts.h"
 #include "platform/SingleInstance.h"
@@ -119,7 +120,9 @@ void AppShellTest::everyUsedTextKeyIsInBothTables()
 {
     // Every key the program looks up, found in its sources, must have a text in each language.
     QSet<QString> keys;
-    const QRegularExpression lookup(QStringLiteral("localized\\(\"((?:[^\"\\\\]|\\\\.)+)\"\\)"));
+    // Looked up directly, or handed to a widget that looks its text up: overlay titles and buttons.
+    const QRegularExpression lookup(
+        QStringLiteral("(?:localized|addTagButton|OverlayController)\\(\"((?:[^\"\\\\]|\\\\.)+)\""));
     QDirIterator it(QStringLiteral(QD_SOURCE_DIR "/src"), {QStringLiteral("*.cpp"), QStringLiteral("*.h")},
                     QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {
@@ -129,6 +132,11 @@ void AppShellTest::everyUsedTextKeyIsInBothTables()
         for (const auto &m : lookup.globalMatch(text))
             keys.insert(m.captured(1));
     }
+    // The panels' labels come from their table.
+    for (const quint64 panel : {1, 2, 222, 333, 444, 777, 888})
+        for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(DropPanel(panel)))
+            if (*spec.labelKey)
+                keys.insert(QString::fromLatin1(spec.labelKey));
     QVERIFY(keys.size() >= 3);
     for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
         QTranslator table;

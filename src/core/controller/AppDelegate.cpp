@@ -1,35 +1,109 @@
 #include "AppDelegate.h"
 
+#include "core/NotificationCenter.h"
 #include "core/settings/SettingsStore.h"
+#include "core/texts/Texts.h"
+#include "core/window/DropWindow.h"
+#include "fileops/orchestration/MoveCopyOrchestrator.h"
 #include "menubar/StatusItem.h"
 #include "utils/Utils.h"
 
-#include <QCoreApplication>
-
-#include <cstdio>
+#include <QApplication>
+#include <QCursor>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStyleHints>
 
 AppDelegate::AppDelegate(const Platform &platform, QObject *parent) : QObject(parent), m_platform(platform)
 {
     connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::applicationWillTerminate);
+    buildWindow();
+}
+
+AppDelegate::~AppDelegate()
+{
+    NotificationCenter::defaultCenter().removeObserver(this);
+    if (modalOverlay)
+        modalOverlay->delegate = nullptr;
+    delete window;
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    // 1. Clicks on delivered notifications come back here.
+    if (m_platform.notifications)
+        connect(m_platform.notifications, &NotificationService::activated, this,
+                [this](const QVariantMap &info) { userNotificationCenterDidActivate(info, 1); });
+    // 2.-4. The job list, the progress table and the drop views were wired when the window was built.
+    // 5.
     Utils::cleanUPTepmFileOperationsFolder();
-    // Each launch starts switched on, whatever the last run left.
+    // 6. Each launch starts switched on, whatever the last run left.
     Utils::resetkQuaydropIsOffKeyToON();
+    // 7. A drag that finished before launch does not raise the window.
+    myPbrdChangeCount = m_platform.dragPasteboard ? m_platform.dragPasteboard->changeCount() : 0;
+    // 8.
+    registerObservers();
+    // 9.
     if (!Utils::shouldHideStatusBarItem())
-        createStatusItem();
+        createStatusItem(1);
+    // 10. The drag watcher is the pointer monitor's; without one, only the hot key opens the window.
+    if (!m_platform.pointerMonitor)
+        qInfo("no drag watcher on this display: the window opens by the hot key only");
+    // 11.
+    installOverlayCompletions();
+    // 12.
+    showSliderTutorial();
+    // 13.
+    launchAtLogInAlertIfNeeded();
 }
 
-void AppDelegate::createStatusItem()
+void AppDelegate::registerObservers()
 {
+    NotificationCenter &center = NotificationCenter::defaultCenter();
+    center.observe(QString::fromLatin1(NotificationName::ActivateViaSettingsChanged), this,
+                   [this](const QVariantMap &) { mouseDraggedBool = false; });
+    if (m_platform.windowSystem)
+        connect(m_platform.windowSystem, &WindowSystem::applicationActivated, this, &AppDelegate::foremostAppActivated);
+    if (m_platform.power)
+        connect(m_platform.power, &PowerEvents::didWake, this, [] { Utils::cleanUPTepmFileOperationsFolder(); });
+    center.observe(QString::fromLatin1(NotificationName::CropWindowClosed), this,
+                   [this](const QVariantMap &) { cropRotateWC = nullptr; });
+    center.observe(QString::fromLatin1(NotificationName::ShowPanelHK), this, [this](const QVariantMap &) {
+        if (!Utils::isShortcutEnabled())
+            return;
+        if (windowIsVsbl()) {
+            orderOutTheWindow();
+            return;
+        }
+        const QPoint cursor = QCursor::pos();
+        showDropTargetAt(QPointF(cursor.x(), DropWindow::primaryScreenHeight() - cursor.y()));
+    });
+    center.observe(QString::fromLatin1(NotificationName::OpenPanelHasJustClosed), this,
+                   [this](const QVariantMap &info) { NSOpenPanelHasJustClosed(info); });
+    center.observe(QString::fromLatin1(NotificationName::ShouldNotCloseYet), this,
+                   [this](const QVariantMap &info) { shouldNotCloseYet = info.value(QStringLiteral("closeYet")).toBool(); });
+}
+
+void AppDelegate::foremostAppActivated(const QString &applicationId)
+{
+    const bool isUs = applicationId == QLatin1String(QD_BUNDLE_ID);
+    if (!isUs)
+        prevFrontMostAppBndlID = applicationId;
+    // In drag mode a click on the file manager dismisses a panel; other applications do not.
+    const bool fileManagerInFront = m_platform.workspace && m_platform.windowSystem &&
+                                    m_platform.windowSystem->frontmostApplicationId() ==
+                                        m_platform.workspace->defaultFileManagerId();
+    if (!isUs && !emptyContviewIsShown && !Utils::isShortcutEnabled() && fileManagerInFront && oneofThePanelsIsShown)
+        orderOutTheWindow();
+}
+
+void AppDelegate::createStatusItem(int presentationTransition)
+{
+    Q_UNUSED(presentationTransition); // the popup's transitions come with the options panel
     // The options panel registers the hot-key defaults as it loads with the status item.
     SettingsStore::shared().registerHotKeyDefaults();
-    if (!StatusItem::isTrayAvailable()) {
-        std::fprintf(stderr, "quaydrop: no system tray is running; Quaydrop stays resident without an icon\n");
-        std::fflush(stderr);
-    }
+    if (!StatusItem::isTrayAvailable())
+        qWarning("no system tray is running; Quaydrop stays resident without an icon");
     statusItemForYos = new StatusItem(this);
     connect(statusItemForYos, &StatusItem::quitRequested, this, &AppDelegate::quitQuaydrop);
     statusItemForYos->present();
@@ -37,17 +111,72 @@ void AppDelegate::createStatusItem()
 
 bool AppDelegate::applicationShouldHandleReopen()
 {
-    std::fprintf(stderr, "quaydrop: already running; a second start was passed to this process\n");
-    std::fflush(stderr);
+    qInfo("already running; a second start was passed to this process");
     if (statusItemForYos && !statusItemForYos->isRemoved())
         return false;
     // The way back to a hidden status item.
     delete statusItemForYos;
     statusItemForYos = nullptr;
     Utils::shouldHideStatusBarItem(false);
-    createStatusItem();
+    createStatusItem(2);
     statusItemForYos->showStatusItemWindow();
     return false;
+}
+
+void AppDelegate::userNotificationCenterDidActivate(const QVariantMap &userInfo, int activationType)
+{
+    if (activationType != 1 && activationType != 2)
+        return;
+    const QStringList paths = userInfo.value(QStringLiteral("filePaths")).toStringList();
+    if (!paths.isEmpty() && m_platform.workspace)
+        if (const Status s = m_platform.workspace->revealItems(paths); !s.ok())
+            qWarning("cannot show the files: %s", qPrintable(s.error().message));
+    const QString openPath = userInfo.value(QStringLiteral("OpenPath")).toString();
+    if (!openPath.isEmpty() && m_platform.workspace)
+        if (const Status s = m_platform.workspace->openPath(openPath); !s.ok())
+            qWarning("cannot open %s: %s", qPrintable(openPath), qPrintable(s.error().message));
+}
+
+void AppDelegate::showSliderTutorial()
+{
+    if (!Utils::dontshowIntroSlides()) {
+        // The tutorial window comes with the options panel; until then the first start shows none.
+        qInfo("first start: the tutorial slides are not part of this build yet");
+        return;
+    }
+    // The permission the program asks for on other systems has no counterpart here.
+}
+
+void AppDelegate::launchAtLogInAlertIfNeeded()
+{
+    if (Utils::isLogInAtLaunch())
+        return;
+    if (Utils::showLoginAtLaunchUserDefaultsValue())
+        return;
+    auto *alert = new QMessageBox(QMessageBox::Question, QStringLiteral("Quaydrop"), Texts::localized("LaunchAtLogin"));
+    alert->setObjectName(QStringLiteral("launchAtLoginAlert"));
+    alert->setInformativeText(Texts::localized("loginLaunchInfTXT"));
+    QPushButton *yes = alert->addButton(Texts::localized("YES"), QMessageBox::AcceptRole);
+    alert->addButton(Texts::localized("NO"), QMessageBox::RejectRole);
+    alert->setDefaultButton(yes);
+    alert->setAttribute(Qt::WA_DeleteOnClose);
+    connect(alert, &QMessageBox::buttonClicked, this, [yes](QAbstractButton *clicked) {
+        if (clicked == yes)
+            Utils::setLogInAtLaunch(true);
+        else
+            Utils::showLoginAtLaunchSetUserDefVal(true);
+    });
+    alert->show();
+}
+
+bool AppDelegate::isThisaDoubleClick()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    const int interval = QGuiApplication::styleHints()->mouseDoubleClickInterval();
+    if (clickDate.isValid() && now <= clickDate.addMSecs(interval))
+        return false;
+    clickDate = now;
+    return true;
 }
 
 void AppDelegate::quitQuaydrop()

@@ -1,31 +1,179 @@
 #pragma once
 
+#include "core/panels/DropPanel.h"
+#include "fileops/FileCopyParams.h"
 #include "platform/Platform.h"
+#include "widgets/JMModalOverlay.h"
 
-#include <QObject>
+#include <QDateTime>
+#include <QPointF>
+#include <QPointer>
+#include <QProcess>
+#include <QRectF>
+#include <QStringList>
 
+class ActionButton;
+class ActionPanelView;
+class BusyView;
+class DropFilesHereView;
+class DropWindow;
+class EnterFolderNameOverlayVC;
+class FileCreateOverlayVC;
+class ImgConvertOverlayVC;
+class ImgResizeOverlayVC;
+class ImgShareOverlayVC;
+class MoveCopyOrchestrator;
+class MoveFileViewController;
+class OverlayController;
+class PdfToImgVC;
+class ProgressPanel;
+class QMimeData;
+class RenameFilesVC;
 class StatusItem;
+class WallpaperOverlayVC;
+class WidgetAlerts;
+class WidgetConflictResolver;
 
-// The one controller of the resident program: start, reopen and stop.
-class AppDelegate : public QObject
+// The one controller of the resident program. It owns the single window, what was dropped, the
+// overlay controllers and the flags that tie them together; each concern lives in its own file
+// (launch, window, overlays, drops, actions, move and copy).
+class AppDelegate : public QObject, public JMModalOverlayDelegate
 {
     Q_OBJECT
 public:
     explicit AppDelegate(const Platform &platform, QObject *parent = nullptr);
+    ~AppDelegate() override;
 
+    // ---- launch, reopen, stop (AppDelegate.cpp) ----
     void applicationDidFinishLaunching();
-    // A second start of the program lands here.
-    bool applicationShouldHandleReopen();
+    bool applicationShouldHandleReopen(); // a second start of the program lands here
     void applicationWillTerminate();
-    // The one way out, also taken on SIGTERM and SIGINT.
-    void quitQuaydrop();
-
+    void quitQuaydrop(); // the one way out, also taken on SIGTERM and SIGINT
+    // A click on a delivered notification: 1 contents clicked, 2 its action button.
+    void userNotificationCenterDidActivate(const QVariantMap &userInfo, int activationType = 1);
+    void showSliderTutorial();
+    void launchAtLogInAlertIfNeeded();
+    bool isThisaDoubleClick();
     StatusItem *statusItem() const { return statusItemForYos; }
 
+    // ---- the window and its states (AppDelegate_Window.cpp) ----
+    bool windowIsVsbl() const;
+    bool windowSheetIsActive() const;
+    static bool writeData(const QByteArray &data, const QString &path);
+    void showPanelWithIndex(quint64 index);
+    void showProcessingProgressLabelTxt(const QString &text, double alpha, double maximum, bool cancelBtnEnabled);
+    void orderOutTheWindow();
+    void activatePrevFrontMostApp();
+    // Opens the drop target with its bottom edge at the pointer, x centred on it (y-up).
+    void showDropTargetAt(QPointF pointerYUp);
+    void applyPanelFrame(qreal height);
+    QRectF properWindowFrameToFit(const QSizeF &image, const QSizeF &editorMinSize, qreal imageViewWidth,
+                                  const QPointF &editorOrigin) const;
+
+    // ---- the modal overlay (AppDelegate_Overlays.cpp) ----
+    void showOverlayPanel(OverlayController *controller);
+    bool isModalOverlayVisible() const;
+    void closeVisibleModalOverlay();
+    void modalOverlayDidShow(JMModalOverlay *overlay) override;
+    void modalOverlayWillClose(JMModalOverlay *overlay) override;
+    bool modalOverlayShouldClose(JMModalOverlay *) override { return true; }
+
+    // ---- drops (AppDelegate_Intake.cpp) ----
+    void mycustomviewDidGetDrop(const QMimeData *data);
+
+    // ---- panel actions (AppDelegate_Actions.cpp) ----
+    void performAction(const QString &action, ActionButton *sender);
+    void sizebtnAction(ActionButton *sender);
+    void getPathBtnAction(ActionButton *sender);
+    void showSizeAsBtnTitle(ActionButton *sender);
+    void imageDropSaveAction(ActionButton *sender);
+    void copyImgDimesions(ActionButton *sender);
+    void copydroppedImgURLToClipboard(ActionButton *sender);
+    void copyDroppedStringToClipboard(ActionButton *sender);
+
+    // ---- move and copy (AppDelegate_MoveCopy.cpp) ----
+    void moveToBtnAction();
+    void moveFilesViaOpenPanel(const QStringList &paths);
+    void copyitemsForFileCopy(const QStringList &paths, const QString &parFolder, bool isVolumeSame);
+    MoveCopyOrchestrator *moveCopy() const { return m_moveCopy; }
+    ProgressPanel *progressPanel() const { return moveFilesProgress; }
+    WidgetConflictResolver *conflictResolver() const { return m_conflicts; }
+    WidgetAlerts *alerts() const { return m_alerts; }
+
+    // ---- what was dropped ----
+    QStringList filePathsArr;
+    QStringList imgsOnlyPathsArr;
+    bool droppedImageFromOtherApp = false;
+    bool libraryFolderFile = false;
+    bool multiFilesActionPanelShown = false;
+
+    // ---- state, in the order the rest of the program knows it ----
+    // The move and copy state (filesToSkip, filesToKeepBoth, applyForAllDublicAlert, copyProgressParams,
+    // copyingFilesToOtherVolume, isFileOperationCopy, pathsBeingMovedToBeDeletedAfter) lives in moveCopy().
+    bool shouldNotCloseYet = false;
+    bool mouseToFromWindowCenterEventMonitor = false; // the pointer monitors are on while the window shows
+    bool mouseToLocalMon = false;
+    bool keyDownLocalMonitor = false; // never installed
+    QPointF rememberedCursorPoint;
+    QPointer<QProcess> zippingTask;
+    bool mouseDraggedBool = false;
+    QDateTime clickDate;
+    bool emptyContviewIsShown = false;
+    bool oneofThePanelsIsShown = false;
+    bool alertOrSaveOrOpenPanelIsShown = false;
+    bool dontActivatePrevFrontMostApp = false;
+    QPointer<QWidget> cropRotateWC;
+    QPointer<QWidget> pdfPreview;
+    QString prevFrontMostAppBndlID;
+    qint64 myPbrdChangeCount = 0;
+    QPointer<QWidget> introSlidesWC;
+    StatusItem *statusItemForYos = nullptr;
+    DropWindow *window = nullptr;
+    QStringList revealInFinderPaths;
+
+    // ---- views and overlay controllers ----
+    DropFilesHereView *dropFilesHereView = nullptr;
+    BusyView *emptyContview = nullptr;
+    ActionPanelView *panelView(DropPanel panel) const;
+    JMModalOverlay *modalOverlay = nullptr;
+    RenameFilesVC *renameFlsVC = nullptr;
+    MoveFileViewController *moveFileVC = nullptr;
+    WallpaperOverlayVC *wpChangeVC = nullptr;
+    ImgShareOverlayVC *imgShareVC = nullptr;
+    PdfToImgVC *pdfToImgConvVC = nullptr;
+    ImgConvertOverlayVC *imgConvrtVC = nullptr;
+    ImgResizeOverlayVC *imgResizeVC = nullptr;
+    EnterFolderNameOverlayVC *enterFolderNameVC = nullptr;
+    FileCreateOverlayVC *fileCreateVC = nullptr;
+    // The order in which the completions were installed, by setter name.
+    QStringList installedCompletions;
+
+Q_SIGNALS:
+    // Every action that is not carried out here yet says so once, by name.
+    void actionNotAvailable(const QString &action);
+
 private:
-    void createStatusItem();
+    void createStatusItem(int presentationTransition);
+    void registerObservers();
+    void buildWindow();
+    void installOverlayCompletions();
+    void endBusyView();
+    void revertTitleLater(ActionButton *sender, std::function<QString()> title);
+    void logNotBuiltYet(const QString &action, const QString &owner);
+    void moveFileCompletion(qint64 tag, bool copy, const QString &path);
+    void foremostAppActivated(const QString &applicationId);
+    void NSOpenPanelHasJustClosed(const QVariantMap &userInfo);
 
     Platform m_platform;
-    StatusItem *statusItemForYos = nullptr;
     bool m_terminated = false;
+    ActionPanelView *imgActionPanel = nullptr;
+    ActionPanelView *docTxtActionPanel = nullptr;
+    ActionPanelView *defaultActionPanel = nullptr;
+    ActionPanelView *stringDroppedActionPanel = nullptr;
+    ActionPanelView *droppedImagePanel = nullptr;
+    ActionPanelView *multiFilesActionPanel = nullptr;
+    MoveCopyOrchestrator *m_moveCopy = nullptr;
+    ProgressPanel *moveFilesProgress = nullptr;
+    WidgetConflictResolver *m_conflicts = nullptr;
+    WidgetAlerts *m_alerts = nullptr;
 };

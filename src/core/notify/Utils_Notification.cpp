@@ -1,3 +1,4 @@
+#include "core/NotificationCenter.h"
 #include "core/plist/Plist.h"
 #include "platform/Platform.h"
 #include "utils/Utils.h"
@@ -25,4 +26,10 @@ void Utils::postSimpleNotificationWithTitle(const QString &title, const QString 
     }
     if (const Status s = service->deliver(title, body, info); !s.ok())
         qWarning("notification not shown: %s", qPrintable(s.error().message));
+}
+
+void Utils::postShouldNotCloseWindowYetNotif(bool shouldNotClose)
+{
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::ShouldNotCloseYet),
+                                             {{QStringLiteral("closeYet"), shouldNotClose}});
 }

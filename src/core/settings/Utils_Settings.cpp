@@ -1,5 +1,6 @@
 #include "SettingsKeys.h"
 #include "SettingsStore.h"
+#include "platform/Platform.h"
 #include "utils/Utils.h"
 
 #include <QDir>
@@ -90,4 +91,21 @@ void Utils::savefutureDate()
 QString Utils::QDappSupportPath()
 {
     return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/" QD_BUNDLE_ID);
+}
+
+bool Utils::isLogInAtLaunch()
+{
+    const LoginItemService *items = Platform::current().loginItems;
+    return items && items->isEnabled();
+}
+
+void Utils::setLogInAtLaunch(bool enabled)
+{
+    LoginItemService *items = Platform::current().loginItems;
+    if (!items) {
+        qWarning("launch at login: no login item service on this desktop");
+        return;
+    }
+    if (const Status s = items->setEnabled(enabled); !s.ok())
+        qWarning("launch at login could not be %s: %s", enabled ? "set" : "removed", qPrintable(s.error().message));
 }

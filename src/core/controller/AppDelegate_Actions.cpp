@@ -1,0 +1,166 @@
+#include "AppDelegate.h"
+
+#include "core/fs/NativePath.h"
+#include "core/texts/Texts.h"
+#include "utils/Utils.h"
+#include "widgets/ActionButton.h"
+
+#include <QFileInfo>
+#include <QHash>
+#include <QPointer>
+#include <QThreadPool>
+#include <QTimer>
+
+namespace {
+
+constexpr int kTitleRevertMs = 500;
+
+// Actions whose work belongs to areas still being built, with the area that will carry them.
+const QHash<QString, QString> &laterActions()
+{
+    static const QHash<QString, QString> table = {
+        {"mailFileBtnAction", "mail"},
+        {"mailMultipleFilesAvtion", "mail"},
+        {"newMailWithDroppedString", "mail"},
+        {"zipBtnAction", "zip"},
+        {"zipMultiFilesAction", "zip"},
+        {"convertImgAction", "image conversion"},
+        {"quickResizeBtnAction", "image resize"},
+        {"SaveAsPDF", "PDF"},
+        {"showPDFToImgConvertVC", "PDF"},
+        {"setAsWallpaperAction", "wallpaper"},
+        {"showImgSharePanelVC", "sharing"},
+        {"airDropBtnAction", "sharing"},
+        {"airDropMultiFiles", "sharing"},
+        {"shareDroppedStringViaShareMenu", "sharing"},
+        {"postDroppedStringOnTwitter", "sharing"},
+        {"postDroppedStringOnFacebook", "sharing"},
+        {"searchStringInFinder", "sharing"},
+        {"saveDroppedStringToTXT", "sharing"},
+        {"printFileAction", "printing"},
+        {"printPDFFileAction", "printing"},
+        {"trashFiles", "trash"},
+        {"revealOneFileInFinder", "file actions"},
+        {"revealMultiFilesInFinder", "file actions"},
+        {"createNewFileBtnAction", "new files"},
+        {"putSelectedFilesInFolderAction", "new files"},
+        {"showRenameVC", "batch rename"},
+    };
+    return table;
+}
+
+} // namespace
+
+void AppDelegate::performAction(const QString &action, ActionButton *sender)
+{
+    using Handler = void (AppDelegate::*)(ActionButton *);
+    static const QHash<QString, Handler> handlers = {
+        {"sizebtnAction", &AppDelegate::sizebtnAction},
+        {"getPathBtnAction", &AppDelegate::getPathBtnAction},
+        {"imageDropSaveAction", &AppDelegate::imageDropSaveAction},
+        {"copyImgDimesions", &AppDelegate::copyImgDimesions},
+        {"copydroppedImgURLToClipboard", &AppDelegate::copydroppedImgURLToClipboard},
+        {"copyDroppedStringToClipboard", &AppDelegate::copyDroppedStringToClipboard},
+    };
+    if (const auto it = handlers.constFind(action); it != handlers.cend()) {
+        (this->*it.value())(sender);
+        return;
+    }
+    if (action == QLatin1String("moveToBtnAction")) {
+        moveToBtnAction();
+        return;
+    }
+    logNotBuiltYet(action, laterActions().value(action, QStringLiteral("a later release")));
+}
+
+void AppDelegate::logNotBuiltYet(const QString &action, const QString &owner)
+{
+    qWarning("%s: not available in this build yet (%s)", qPrintable(action), qPrintable(owner));
+    Q_EMIT actionNotAvailable(action);
+}
+
+void AppDelegate::revertTitleLater(ActionButton *sender, std::function<QString()> title)
+{
+    QPointer<ActionButton> button(sender);
+    QTimer::singleShot(kTitleRevertMs, this, [this, button, title] {
+        if (button && windowIsVsbl())
+            button->setText(title());
+    });
+}
+
+void AppDelegate::showSizeAsBtnTitle(ActionButton *sender)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(5);
+    sender->setText(QStringLiteral(" "));
+    sender->setBusy(true);
+    QPointer<ActionButton> button(sender);
+    QPointer<AppDelegate> self(this);
+    const QStringList paths = filePathsArr;
+    QThreadPool::globalInstance()->start([self, button, paths] {
+        const QString size = Utils::getTheSizeOfItemsInArr(paths);
+        QMetaObject::invokeMethod(self, [button, size] {
+            if (!button)
+                return;
+            button->setBusy(false);
+            button->setText(size);
+        }, Qt::QueuedConnection);
+    });
+}
+
+void AppDelegate::sizebtnAction(ActionButton *sender)
+{
+    Utils::copyStringToClipboard(sender->text());
+    sender->setText(Texts::localized("Copied!"));
+    revertTitleLater(sender, [this] { return Utils::getTheSizeOfItemsInArr(filePathsArr); });
+    Utils::saveChangesToTimeSavedPlistByAddingSec(3);
+}
+
+void AppDelegate::getPathBtnAction(ActionButton *sender)
+{
+    const QString first = filePathsArr.value(0);
+    qInfo("Size > %llu, exists> %d", static_cast<unsigned long long>(Utils::fileSizeAtPath(first)),
+          QFileInfo::exists(first) ? 1 : 0);
+    Utils::copyStringToClipboard(NativePath::forDisplay(first));
+    sender->setText(Texts::localized("Copied!"));
+    Utils::saveChangesToTimeSavedPlistByAddingSec(10);
+    revertTitleLater(sender, [] { return Texts::localized("/path"); });
+}
+
+void AppDelegate::imageDropSaveAction(ActionButton *)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(3);
+    // The save panel owns the user's attention: the window waits for it.
+    alertOrSaveOrOpenPanelIsShown = true;
+    QPointer<AppDelegate> self(this);
+    Utils::openSavePanelWithCurrentFilePath(filePathsArr.value(0), QStringLiteral("img"), QStringLiteral("_NewImage"),
+                                            [self](const QString &) {
+                                                if (self)
+                                                    self->alertOrSaveOrOpenPanelIsShown = false;
+                                            });
+}
+
+void AppDelegate::copyImgDimesions(ActionButton *sender)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(8);
+    const QString dimensions = Utils::getImageDimensionsAsStringImgPath(filePathsArr.value(0));
+    Utils::copyStringToClipboard(dimensions);
+    sender->setText(Texts::localized("Copied!"));
+    revertTitleLater(sender, [dimensions] { return dimensions; });
+}
+
+void AppDelegate::copydroppedImgURLToClipboard(ActionButton *sender)
+{
+    // The text of the last string drop, where the address of a dropped web image is kept.
+    Utils::copyTXTfileContentsToClipboardFromPath(Utils::pathToTempDroppedStr());
+    sender->setText(Texts::localized("Copied!"));
+    revertTitleLater(sender, [] { return Texts::localized("/path"); });
+}
+
+void AppDelegate::copyDroppedStringToClipboard(ActionButton *sender)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(2);
+    Utils::saveChangesToTimeSavedPlistByAddingSec(2);
+    Utils::copyTXTfileContentsToClipboardFromPath(Utils::pathToTempDroppedStr());
+    sender->setText(Texts::localized("Copied!"));
+    revertTitleLater(sender, [] { return Texts::localized("Copy to clipboard"); });
+}

@@ -1,0 +1,96 @@
+#include "AppDelegate.h"
+
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "core/panels/PanelCatalog.h"
+#include "core/texts/Texts.h"
+#include "utils/Utils.h"
+
+#include <QMimeData>
+#include <QSaveFile>
+#include <QUrl>
+
+namespace {
+
+// File names from text/uri-list, decoded to the name's own bytes: QUrl would lose names that are not
+// UTF-8.
+QStringList localPathsFromUriList(const QByteArray &uriList)
+{
+    QStringList paths;
+    for (QByteArray line : uriList.split('\n')) {
+        line = line.trimmed();
+        if (line.isEmpty() || line.startsWith('#') || !line.startsWith("file://"))
+            continue;
+        QByteArray rest = line.mid(7);
+        const qsizetype slash = rest.indexOf('/');
+        if (slash < 0)
+            continue;
+        const QByteArray host = rest.left(slash);
+        if (!host.isEmpty() && host != "localhost")
+            continue; // a file of another machine is no local path
+        paths.append(NativePath::fromNative(QByteArray::fromPercentEncoding(rest.mid(slash))));
+    }
+    return paths;
+}
+
+QString writeDroppedImage(const QByteArray &data, const QString &extension)
+{
+    const QString folder = PathParts::parent(Utils::pathToTempDroppedStr());
+    if (folder.isEmpty())
+        return {};
+    const QString path = folder + QStringLiteral("/_tempDroppedImage.") + extension;
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit()) {
+        qWarning("dropped image not saved: %s", qPrintable(file.errorString()));
+        return {};
+    }
+    return path;
+}
+
+} // namespace
+
+void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data)
+{
+    if (!data)
+        return;
+    const QStringList paths = data->hasFormat(QStringLiteral("text/uri-list"))
+                                  ? localPathsFromUriList(data->data(QStringLiteral("text/uri-list")))
+                                  : QStringList();
+    showProcessingProgressLabelTxt(Texts::localized("Loading"), 1.0, double(paths.size()), true);
+    applyPanelFrame(PanelCatalog::kPanelHeight);
+    filePathsArr.clear();
+    droppedImageFromOtherApp = false;
+    libraryFolderFile = false;
+
+    if (!paths.isEmpty()) {
+        filePathsArr = paths;
+        const QString tempFolder = PathParts::parent(Utils::pathToTempDroppedStr());
+        if (!tempFolder.isEmpty() && PathParts::parent(paths.first()).startsWith(tempFolder))
+            droppedImageFromOtherApp = true;
+        libraryFolderFile = Utils::checkIfFileIsFromLibraryFolder(paths.first());
+        showPanelWithIndex(paths.size() == 1 ? Utils::determineFileType(paths.first()) : DropPanelMultiFiles);
+        return;
+    }
+    if (data->hasText()) {
+        Utils::createTXTfileFromString(data->text());
+        showPanelWithIndex(DropPanelString);
+        return;
+    }
+    // Image data without a file: kept in the temp folder and treated as an image of another application.
+    static const QList<QPair<QString, QString>> imageTypes = {
+        {"image/png", "png"}, {"image/jpeg", "jpg"}, {"image/tiff", "tiff"}, {"image/bmp", "bmp"}, {"image/gif", "gif"}};
+    for (const auto &[mime, extension] : imageTypes) {
+        if (!data->hasFormat(mime))
+            continue;
+        const QString path = writeDroppedImage(data->data(mime), extension);
+        if (path.isEmpty())
+            break;
+        filePathsArr = {path};
+        droppedImageFromOtherApp = true;
+        showPanelWithIndex(DropPanelOtherAppImage);
+        return;
+    }
+    qInfo("drop of %s: nothing the window can take", qPrintable(data->formats().join(QStringLiteral(", "))));
+    endBusyView();
+    orderOutTheWindow();
+}

@@ -1,0 +1,143 @@
+#include "AppDelegate.h"
+
+#include "core/overlays/MoveFileViewController.h"
+#include "core/overlays/OverlayControllers.h"
+#include "core/panels/PanelCatalog.h"
+#include "core/window/DropWindow.h"
+#include "utils/Utils.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSlider>
+#include <QTimer>
+
+namespace {
+
+// The first responder is set a moment after the overlay shows, as the window settles first.
+void focusLater(QWidget *field)
+{
+    QTimer::singleShot(200, field, [field] {
+        field->setFocus(Qt::OtherFocusReason);
+    });
+}
+
+} // namespace
+
+void AppDelegate::installOverlayCompletions()
+{
+    renameFlsVC = new RenameFilesVC;
+    moveFileVC = new MoveFileViewController;
+    wpChangeVC = new WallpaperOverlayVC;
+    imgShareVC = new ImgShareOverlayVC;
+    pdfToImgConvVC = new PdfToImgVC;
+    imgConvrtVC = new ImgConvertOverlayVC;
+    imgResizeVC = new ImgResizeOverlayVC;
+    enterFolderNameVC = new EnterFolderNameOverlayVC;
+    fileCreateVC = new FileCreateOverlayVC;
+    for (QWidget *c : std::initializer_list<QWidget *>{renameFlsVC, moveFileVC, wpChangeVC, imgShareVC, pdfToImgConvVC,
+                                                       imgConvrtVC, imgResizeVC, enterFolderNameVC, fileCreateVC})
+        connect(this, &QObject::destroyed, c, &QObject::deleteLater);
+
+    // A handler whose work is not part of this build closes the overlay and says so.
+    auto notYet = [this](const char *handler) {
+        return [this, handler](qint64 tag) {
+            closeVisibleModalOverlay();
+            if (tag != OverlayController::kCloseTag)
+                logNotBuiltYet(QString::fromLatin1(handler), QStringLiteral("a later release"));
+        };
+    };
+    renameFlsVC->setRenameCompletion([f = notYet("renameCompletion")](qint64 tag, QString, QString, QString, QString) { f(tag); });
+    installedCompletions << QStringLiteral("setRenameCompletion");
+    moveFileVC->setCompletion([this](qint64 tag, bool copy, QString path) { moveFileCompletion(tag, copy, path); });
+    installedCompletions << QStringLiteral("setCompletion");
+    wpChangeVC->setWpVCCompletion(notYet("wpVCCompletion"));
+    installedCompletions << QStringLiteral("setWpVCCompletion");
+    imgShareVC->setShareCompletion(notYet("shareCompletion"));
+    installedCompletions << QStringLiteral("setShareCompletion");
+    pdfToImgConvVC->setPdfImgConvrtCompletion([f = notYet("pdfImgConvrtCompletion")](qint64 tag, float) { f(tag); });
+    installedCompletions << QStringLiteral("setPdfImgConvrtCompletion");
+    imgConvrtVC->setImgConvrtCompletion([f = notYet("imgConvrtCompletion")](qint64 tag, float, qint64) { f(tag); });
+    installedCompletions << QStringLiteral("setImgConvrtCompletion");
+    imgResizeVC->setImgResizeCompletion(
+        [f = notYet("imgResizeCompletion")](qint64 tag, QString, QString, qint64, QString) { f(tag); });
+    installedCompletions << QStringLiteral("setImgResizeCompletion");
+    enterFolderNameVC->setFolderNameCompletion([f = notYet("folderNameCompletion")](qint64 tag, QString) { f(tag); });
+    installedCompletions << QStringLiteral("setFolderNameCompletion");
+    fileCreateVC->setFileCreateCompletion([f = notYet("fileCreateCompletion")](qint64 tag, qint64, QString) { f(tag); });
+    installedCompletions << QStringLiteral("setFileCreateCompletion");
+}
+
+void AppDelegate::showOverlayPanel(OverlayController *controller)
+{
+    if (!controller)
+        return;
+    modalOverlay->contentViewController = controller;
+    modalOverlay->animates = false;
+    modalOverlay->shouldCloseWhenClickOnBackground = controller != moveFileVC;
+    modalOverlay->shouldOverlayTitleBar = true;
+    modalOverlay->setBackgroundColor(QColor::fromRgbF(0.98f, 0.98f, 0.98f, 1.0f));
+    if (controller == pdfToImgConvVC) {
+        bool ok = false;
+        const float dpi = pdfToImgConvVC->DPItxtFld->text().toFloat(&ok);
+        if (!ok || dpi < 72 || dpi > 1000 || dpi == 0)
+            pdfToImgConvVC->DPItxtFld->setText(QStringLiteral("150"));
+    }
+    if (controller == imgResizeVC) {
+        imgResizeVC->destinationPop->clear();
+        imgResizeVC->destinationPop->addItem(QStringLiteral("Save to ..."));
+        Utils::createMoveDestArr();
+        if (const auto dics = Utils::movePathsDicsWithPathsAndNames())
+            for (const QVariant &entry : *dics)
+                imgResizeVC->destinationPop->addItem(entry.toMap().value(QStringLiteral("destPname")).toString());
+        imgResizeVC->destinationPop->setCurrentIndex(0);
+    }
+    if (const Status s = modalOverlay->showInWindow(window); !s.ok())
+        qWarning("overlay not shown: %s", qPrintable(s.error().message));
+}
+
+bool AppDelegate::isModalOverlayVisible() const
+{
+    return modalOverlay && modalOverlay->isShown();
+}
+
+void AppDelegate::closeVisibleModalOverlay()
+{
+    if (isModalOverlayVisible())
+        modalOverlay->close();
+}
+
+void AppDelegate::modalOverlayDidShow(JMModalOverlay *overlay)
+{
+    if (!overlay->isShown())
+        return;
+    QWidget *controller = overlay->contentViewController;
+    if (controller == imgResizeVC) {
+        const auto dims = Utils::getImageDimensionsAtPath(filePathsArr.value(0));
+        if (!dims)
+            return;
+        imgResizeVC->setOldSizeValues(QSize(int(dims->value(QStringLiteral("kImgWidth")).toFloat()),
+                                            int(dims->value(QStringLiteral("kImgHeight")).toFloat())));
+        imgResizeVC->widthTextField->setText(QString::number(imgResizeVC->oldSizeValues().width()));
+        imgResizeVC->heightTextField->setText(QString::number(imgResizeVC->oldSizeValues().height()));
+        focusLater(imgResizeVC->widthTextField);
+        imgResizeVC->setMultiFilesMode(multiFilesActionPanelShown);
+    } else if (controller == enterFolderNameVC) {
+        enterFolderNameVC->folderNameTF->clear();
+        focusLater(enterFolderNameVC->folderNameTF);
+    } else if (controller == imgConvrtVC) {
+        imgConvrtVC->setStepValue(5.0);
+        imgConvrtVC->comprFactorLbl->setText(QStringLiteral("%1%").arg(imgConvrtVC->compressFactorSlider->value()));
+    } else if (controller == renameFlsVC) {
+        renameFlsVC->renameNameTF->clear();
+        focusLater(renameFlsVC->renameNameTF);
+    } else if (controller == wpChangeVC) {
+        wpChangeVC->setupOldWPview(m_platform.wallpaper ? m_platform.wallpaper->currentWallpaper() : QString());
+    }
+}
+
+void AppDelegate::modalOverlayWillClose(JMModalOverlay *)
+{
+    // Whichever overlay closes, the panel is 235 high again: the move overlay made it 300.
+    applyPanelFrame(PanelCatalog::kPanelHeight);
+}

@@ -1,0 +1,248 @@
+#include "AppDelegate.h"
+
+#include "core/classification/WordCount.h"
+#include "core/panels/PanelCatalog.h"
+#include "core/panels/PanelFrame.h"
+#include "core/panels/PanelRules.h"
+#include "core/texts/Texts.h"
+#include "core/window/ActionPanelView.h"
+#include "core/window/BusyView.h"
+#include "core/window/DropFilesHereView.h"
+#include "core/window/DropWindow.h"
+#include "fileops/orchestration/MoveCopyOrchestrator.h"
+#include "fileops/ui/ConflictDialog.h"
+#include "fileops/ui/ProgressPanel.h"
+#include "fileops/ui/WidgetAlerts.h"
+#include "utils/Utils.h"
+#include "widgets/ActionButton.h"
+#include "widgets/DisableSubviews.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QSaveFile>
+
+void AppDelegate::buildWindow()
+{
+    window = new DropWindow;
+    dropFilesHereView = new DropFilesHereView(window);
+    window->addView(dropFilesHereView);
+    connect(dropFilesHereView, &DropFilesHereView::dropped, this, &AppDelegate::mycustomviewDidGetDrop);
+    emptyContview = new BusyView(window);
+    window->addView(emptyContview);
+    // The one cancel the busy view offers is that of a drop still being read.
+    connect(emptyContview, &BusyView::cancelRequested, this, [this] {
+        emptyContview->emptyContviewLbl->setText(Texts::localized("Data import canceled..."));
+        endBusyView();
+        orderOutTheWindow();
+    });
+    auto makePanel = [this](DropPanel panel) {
+        auto *view = new ActionPanelView(panel, window);
+        window->addView(view);
+        connect(view, &ActionPanelView::actionTriggered, this, &AppDelegate::performAction);
+        return view;
+    };
+    imgActionPanel = makePanel(DropPanelImage);
+    docTxtActionPanel = makePanel(DropPanelDocument);
+    defaultActionPanel = makePanel(DropPanelDefault);
+    stringDroppedActionPanel = makePanel(DropPanelString);
+    droppedImagePanel = makePanel(DropPanelOtherAppImage);
+    multiFilesActionPanel = makePanel(DropPanelMultiFiles);
+    window->setContentView(dropFilesHereView);
+
+    modalOverlay = new JMModalOverlay(this);
+    modalOverlay->delegate = this;
+
+    m_conflicts = new WidgetConflictResolver(window);
+    m_alerts = new WidgetAlerts(window);
+    moveFilesProgress = new ProgressPanel([this] { return m_moveCopy->runningJobs(); },
+                                          [this](const FileCopyParamsPtr &job) { m_moveCopy->cancelCopyProgress(job); });
+    m_moveCopy = new MoveCopyOrchestrator(m_conflicts, m_alerts, moveFilesProgress, m_platform.trash, this);
+    connect(m_moveCopy, &MoveCopyOrchestrator::orderOutTheWindow, this, &AppDelegate::orderOutTheWindow);
+    connect(this, &QObject::destroyed, moveFilesProgress, &QObject::deleteLater);
+}
+
+ActionPanelView *AppDelegate::panelView(DropPanel panel) const
+{
+    switch (panel) {
+    case DropPanelImage: return imgActionPanel;
+    case DropPanelDocument: return docTxtActionPanel;
+    case DropPanelFolder:
+    case DropPanelDefault: return defaultActionPanel;
+    case DropPanelString: return stringDroppedActionPanel;
+    case DropPanelOtherAppImage: return droppedImagePanel;
+    case DropPanelMultiFiles: return multiFilesActionPanel;
+    case DropPanelDropTarget: break;
+    }
+    return nullptr;
+}
+
+bool AppDelegate::windowIsVsbl() const
+{
+    return window && window->isVisible();
+}
+
+bool AppDelegate::windowSheetIsActive() const
+{
+    // A window-modal dialog over one of ours stands for an attached sheet.
+    const auto windows = QApplication::topLevelWidgets();
+    for (const QWidget *w : windows)
+        if (w->isVisible() && w->windowModality() == Qt::WindowModal && w->parentWidget())
+            return true;
+    return false;
+}
+
+bool AppDelegate::writeData(const QByteArray &data, const QString &path)
+{
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(data) == data.size() && file.commit();
+}
+
+void AppDelegate::endBusyView()
+{
+    if (!emptyContviewIsShown)
+        return;
+    emptyContviewIsShown = false;
+    disableSubviews(emptyContview, false);
+    emptyContview->stop();
+}
+
+void AppDelegate::showPanelWithIndex(quint64 index)
+{
+    oneofThePanelsIsShown = true;
+    endBusyView();
+    if (!isKnownDropPanel(index))
+        return;
+    const auto panel = DropPanel(index);
+    if (panel == DropPanelDropTarget) {
+        closeVisibleModalOverlay();
+        oneofThePanelsIsShown = false;
+        endBusyView();
+        window->setTakesFocus(false);
+        window->setContentView(dropFilesHereView);
+        return;
+    }
+    window->setTakesFocus(true);
+    window->activateWindow();
+    window->raise();
+
+    ActionPanelView *view = panelView(panel);
+    view->refreshImages();
+    PanelInputs inputs;
+    inputs.libraryFolderFile = libraryFolderFile;
+    inputs.droppedImageFromOtherApp = droppedImageFromOtherApp;
+    inputs.firstPathIsPdf = !filePathsArr.isEmpty() && filePathsArr.first().endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
+    inputs.zipRunning = zippingTask && zippingTask->state() != QProcess::NotRunning;
+    if (panel == DropPanelMultiFiles) {
+        imgsOnlyPathsArr = Utils::getImagesOnlyFromArrPaths(filePathsArr);
+        multiFilesActionPanelShown = PanelRules::multiFilesActionPanelShown(int(imgsOnlyPathsArr.size()));
+        inputs.imageCount = int(imgsOnlyPathsArr.size());
+    }
+    const auto states = PanelRules::buttonStatesFor(panel, inputs);
+    for (auto it = states.cbegin(); it != states.cend(); ++it)
+        if (ActionButton *b = view->button(it.key())) {
+            b->setEnabled(it.value().enabled);
+            b->setVisible(it.value().visible);
+        }
+    window->setContentView(view);
+
+    switch (panel) {
+    case DropPanelImage:
+    case DropPanelDocument:
+    case DropPanelFolder:
+    case DropPanelDefault: {
+        for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(panel)) {
+            if (qstrcmp(spec.action, "getPathBtnAction") == 0)
+                view->button(QString::fromLatin1(spec.outlet))->setText(Texts::localized("/path"));
+            if (qstrcmp(spec.action, "sizebtnAction") == 0)
+                showSizeAsBtnTitle(view->button(QString::fromLatin1(spec.outlet)));
+        }
+        break;
+    }
+    case DropPanelString: {
+        view->button(QStringLiteral("droppedStrToClipboardBtn"))->setText(Texts::localized("Copy to clipboard"));
+        const QString text = Utils::readDroppedString();
+        view->glyphCountLbl->setText(QString::number(text.size()));
+        view->wordsCountLbl->setText(QString::number(wordCountFromString2(text)));
+        break;
+    }
+    case DropPanelOtherAppImage: {
+        Utils::saveChangesToTimeSavedPlistByAddingSec(15);
+        const QString first = filePathsArr.value(0);
+        view->button(QStringLiteral("dropedFromOtherAppImgDimesionsBtn"))->setText(Utils::getImageDimensionsAsStringImgPath(first));
+        view->button(QStringLiteral("copydroppedImgURLToClipboardBTN"))->setText(Texts::localized("/path"));
+        break;
+    }
+    case DropPanelMultiFiles:
+        showSizeAsBtnTitle(view->button(QStringLiteral("sizeMultiPanelBtn")));
+        break;
+    case DropPanelDropTarget:
+        break;
+    }
+}
+
+void AppDelegate::showProcessingProgressLabelTxt(const QString &text, double alpha, double maximum, bool cancelBtnEnabled)
+{
+    // A second call changes nothing: neither the text nor the bar.
+    if (window->contentView() == emptyContview && emptyContviewIsShown)
+        return;
+    emptyContviewIsShown = true;
+    window->setContentView(emptyContview);
+    disableSubviews(emptyContview, true);
+    emptyContview->start(text, alpha, maximum, cancelBtnEnabled);
+}
+
+void AppDelegate::showDropTargetAt(QPointF pointerYUp)
+{
+    const qreal side = PanelCatalog::kDropTargetSide;
+    shouldNotCloseYet = false;
+    window->setFrameYUp(QRectF(pointerYUp.x() - side / 2, pointerYUp.y(), side, side));
+    showPanelWithIndex(DropPanelDropTarget);
+    window->show();
+    window->raise();
+}
+
+void AppDelegate::applyPanelFrame(qreal height)
+{
+    window->setFrameYUp(PanelFrame::panelFrame(window->frameYUp(), height, DropWindow::visibleFrameYUp()));
+}
+
+QRectF AppDelegate::properWindowFrameToFit(const QSizeF &image, const QSizeF &editorMinSize, qreal imageViewWidth,
+                                           const QPointF &editorOrigin) const
+{
+    return PanelFrame::properWindowFrameToFit(image, editorMinSize, imageViewWidth, editorOrigin);
+}
+
+void AppDelegate::orderOutTheWindow()
+{
+    if (windowSheetIsActive())
+        return;
+    mouseDraggedBool = false;
+    if (!windowIsVsbl())
+        return;
+    closeVisibleModalOverlay();
+    oneofThePanelsIsShown = false;
+    endBusyView();
+    if (alertOrSaveOrOpenPanelIsShown || m_moveCopy->alertOrSaveOrOpenPanelIsShown)
+        return;
+    multiFilesActionPanelShown = false;
+    imgsOnlyPathsArr.clear();
+    mouseToLocalMon = mouseToFromWindowCenterEventMonitor = keyDownLocalMonitor = false;
+    if (m_platform.pointerMonitor)
+        m_platform.pointerMonitor->setMotionTracking(false);
+    closeVisibleModalOverlay();
+    window->setContentView(dropFilesHereView);
+    window->setTakesFocus(false);
+    window->hide();
+    activatePrevFrontMostApp();
+}
+
+void AppDelegate::activatePrevFrontMostApp()
+{
+    if (dontActivatePrevFrontMostApp || prevFrontMostAppBndlID.isEmpty())
+        return;
+    // Not while the editor or the page board has a window of its own.
+    if (cropRotateWC || pdfPreview)
+        return;
+    if (m_platform.windowSystem)
+        m_platform.windowSystem->restoreRememberedFocus();
+}

@@ -1,0 +1,67 @@
+#include "OverlayController.h"
+
+#include "core/texts/Texts.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+OverlayController::OverlayController(const char *titleKey, QWidget *parent)
+    : QWidget(parent), m_titleKey(titleKey)
+{
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(12, 10, 12, 10);
+    outer->setSpacing(8);
+    m_title = new QLabel(this);
+    QFont f = m_title->font();
+    f.setBold(true);
+    m_title->setFont(f);
+    m_title->setWordWrap(true);
+    outer->addWidget(m_title);
+    m_body = new QVBoxLayout;
+    m_body->setSpacing(6);
+    outer->addLayout(m_body, 1);
+    m_buttons = new QHBoxLayout;
+    m_buttons->setSpacing(6);
+    outer->addLayout(m_buttons);
+    retranslate();
+}
+
+QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bool primary)
+{
+    auto *b = new QPushButton(Texts::localized(textKey), this);
+    b->setProperty("tag", tag);
+    b->setDefault(primary);
+    b->setAutoDefault(primary);
+    connect(b, &QPushButton::clicked, this, [this, tag] { fire(tag); });
+    m_buttons->addWidget(b);
+    m_buttonKeys.append({b, QByteArray(textKey)});
+    return b;
+}
+
+void OverlayController::retranslate()
+{
+    m_title->setText(Texts::localized(m_titleKey.constData()));
+    for (const auto &[button, key] : m_buttonKeys)
+        button->setText(Texts::localized(key.constData()));
+}
+
+void OverlayController::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}
+
+void OverlayController::paintEvent(QPaintEvent *)
+{
+    // The overlay's background is nearly white; the controller sits on a card of the theme's colour.
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.setPen(Qt::NoPen);
+    p.setBrush(palette().color(QPalette::Window));
+    p.drawRoundedRect(QRectF(rect()).adjusted(4, 4, -4, -4), 8, 8);
+}

@@ -1,0 +1,121 @@
+#include "ActionPanelView.h"
+
+#include "core/panels/PanelCatalog.h"
+#include "core/texts/Texts.h"
+#include "widgets/ActionButton.h"
+#include "widgets/ButtonImages.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+namespace {
+constexpr int kColumns = 3;
+constexpr int kImageSide = 26;
+} // namespace
+
+ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(parent), m_panel(panel)
+{
+    setObjectName(PanelCatalog::contentViewName(panel));
+    setFixedSize(PanelCatalog::kPanelWidth, PanelCatalog::kPanelHeight);
+    auto *outer = new QVBoxLayout(this);
+    outer->setContentsMargins(8, 8, 8, 8);
+    outer->setSpacing(6);
+    auto *grid = new QGridLayout;
+    grid->setSpacing(2);
+    outer->addLayout(grid);
+    auto *titles = new QVBoxLayout;
+    titles->setSpacing(4);
+
+    int slot = 0;
+    for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(panel)) {
+        auto *b = new ActionButton(this);
+        const QString outlet = QString::fromLatin1(spec.outlet);
+        b->setObjectName(outlet);
+        b->setProperty("action", QString::fromLatin1(spec.action));
+        m_labelKeys.insert(b, QByteArray(spec.labelKey));
+        m_buttons.insert(outlet, b);
+        const QString action = QString::fromLatin1(spec.action);
+        auto fire = [this, action, b] { Q_EMIT actionTriggered(action, b); };
+        if (PanelCatalog::firesOnPress(outlet))
+            connect(b, &ActionButton::pressed, this, fire);
+        else
+            connect(b, &ActionButton::clicked, this, fire);
+        if (*spec.imageStem) {
+            m_stems.insert(b, QString::fromLatin1(spec.imageStem));
+            b->setFixedSize(60, 50);
+            b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+            grid->addWidget(b, slot / kColumns, slot % kColumns, Qt::AlignCenter);
+            ++slot;
+        } else {
+            b->setToolButtonStyle(Qt::ToolButtonTextOnly);
+            b->setFixedHeight(24);
+            b->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+            titles->addWidget(b);
+        }
+    }
+    outer->addStretch(1);
+    if (panel == DropPanelString) {
+        auto *counts = new QGridLayout;
+        m_glyphCaption = new QLabel(this);
+        m_wordsCaption = new QLabel(this);
+        glyphCountLbl = new QLabel(QStringLiteral("0"), this);
+        glyphCountLbl->setObjectName(QStringLiteral("glyphCountLbl"));
+        wordsCountLbl = new QLabel(QStringLiteral("0"), this);
+        wordsCountLbl->setObjectName(QStringLiteral("wordsCountLbl"));
+        for (QLabel *l : {glyphCountLbl, wordsCountLbl})
+            l->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        counts->addWidget(m_glyphCaption, 0, 0);
+        counts->addWidget(glyphCountLbl, 0, 1);
+        counts->addWidget(m_wordsCaption, 1, 0);
+        counts->addWidget(wordsCountLbl, 1, 1);
+        outer->addLayout(counts);
+    }
+    outer->addLayout(titles);
+    retranslate();
+    refreshImages();
+}
+
+QList<ActionButton *> ActionPanelView::buttons() const
+{
+    QList<ActionButton *> list;
+    for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(m_panel))
+        list.append(m_buttons.value(QString::fromLatin1(spec.outlet)));
+    return list;
+}
+
+void ActionPanelView::refreshImages()
+{
+    for (auto it = m_stems.cbegin(); it != m_stems.cend(); ++it) {
+        const ButtonImages::Pair pair = ButtonImages::forStem(it.value(), kImageSide, palette(), devicePixelRatioF());
+        it.key()->setImages(pair.normal, pair.hover);
+    }
+}
+
+void ActionPanelView::retranslate()
+{
+    for (auto it = m_labelKeys.cbegin(); it != m_labelKeys.cend(); ++it) {
+        // Title buttons with no key get their title from the controller (sizes, dimensions).
+        if (!it.value().isEmpty() && (m_stems.contains(it.key()) || it.key()->text().isEmpty() ||
+                                      it.key()->property("titleFromKey").toBool())) {
+            it.key()->setText(Texts::localized(it.value().constData()));
+            it.key()->setProperty("titleFromKey", true);
+        }
+        it.key()->setToolTip(it.key()->text());
+    }
+    if (m_glyphCaption) {
+        m_glyphCaption->setText(Texts::localized("Characters"));
+        m_wordsCaption->setText(Texts::localized("Words"));
+    }
+}
+
+void ActionPanelView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::PaletteChange)
+        refreshImages();
+    else if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QPointer>
+#include <QRectF>
+#include <QWidget>
+
+class QStackedLayout;
+
+// The single window: frameless, above other windows, and not taking the focus while it only waits
+// for a drop. Its content view is swapped, never recreated.
+class DropWindow : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit DropWindow(QWidget *parent = nullptr);
+
+    // Takes a view into the window, hidden until it becomes the content.
+    void addView(QWidget *view);
+    void setContentView(QWidget *view);
+    QWidget *contentView() const { return m_content; }
+    // Whether a panel may take the keyboard focus: off while the window waits for a drop.
+    void setTakesFocus(bool takes);
+    bool takesFocus() const { return m_takesFocus; }
+
+    // Geometry in the layout rules' y-up space.
+    QRectF frameYUp() const;
+    void setFrameYUp(const QRectF &frame);
+    static QRectF visibleFrameYUp();
+    static qreal primaryScreenHeight();
+
+protected:
+    void paintEvent(QPaintEvent *) override;
+
+private:
+    QStackedLayout *m_stack;
+    QPointer<QWidget> m_content;
+    bool m_takesFocus = false;
+};

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <QDBusConnection>
+#include <QHash>
+
+// org.freedesktop.Notifications: a notification with a "default" action, whose invocation (a
+// click on it) comes back as activated() with the user info it was sent with.
+class FreedesktopNotifications : public NotificationService
+{
+    Q_OBJECT
+public:
+    explicit FreedesktopNotifications(QDBusConnection bus = QDBusConnection::sessionBus(), QObject *parent = nullptr);
+
+    // Sent without waiting for the server; a failure is logged when its answer comes.
+    Status deliver(const QString &title, const QString &body, const QVariantMap &userInfo) override;
+    // Body markup that notification servers interpret is escaped.
+    static QString escapedBody(const QString &body);
+    int pendingCount() const { return int(m_userInfo.size()); }
+
+private Q_SLOTS:
+    void onActionInvoked(uint id, const QString &actionKey);
+    void onNotificationClosed(uint id, uint reason);
+
+private:
+    QDBusConnection m_bus;
+    QHash<uint, QVariantMap> m_userInfo;
+};

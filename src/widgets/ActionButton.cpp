@@ -1,0 +1,103 @@
+#include "ActionButton.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QStyleOptionToolButton>
+#include <QTimerEvent>
+
+ActionButton::ActionButton(QWidget *parent) : QToolButton(parent)
+{
+    setAutoRaise(true);
+    setCursor(Qt::PointingHandCursor);
+    setFocusPolicy(Qt::TabFocus);
+    setAttribute(Qt::WA_Hover);
+}
+
+void ActionButton::setImages(const QPixmap &normal, const QPixmap &hover)
+{
+    m_normal = normal;
+    m_hover = hover;
+    setToolButtonStyle(normal.isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextUnderIcon);
+    showImage();
+}
+
+void ActionButton::showImage()
+{
+    if (m_normal.isNull())
+        return;
+    const QPixmap &pixmap = (m_hovered && isEnabled()) ? m_hover : m_normal;
+    setIcon(QIcon(pixmap));
+    setIconSize(pixmap.deviceIndependentSize().toSize());
+}
+
+void ActionButton::setBusy(bool busy)
+{
+    if (busy == m_busy)
+        return;
+    m_busy = busy;
+    if (busy && !m_spinTimer)
+        m_spinTimer = startTimer(80);
+    if (!busy && m_spinTimer) {
+        killTimer(m_spinTimer);
+        m_spinTimer = 0;
+    }
+    update();
+}
+
+void ActionButton::timerEvent(QTimerEvent *event)
+{
+    if (event->timerId() != m_spinTimer)
+        return QToolButton::timerEvent(event);
+    m_spinAngle = (m_spinAngle + 30) % 360;
+    update();
+}
+
+void ActionButton::enterEvent(QEnterEvent *event)
+{
+    m_hovered = true;
+    showImage();
+    QToolButton::enterEvent(event);
+}
+
+void ActionButton::leaveEvent(QEvent *event)
+{
+    m_hovered = false;
+    showImage();
+    QToolButton::leaveEvent(event);
+}
+
+void ActionButton::paintEvent(QPaintEvent *event)
+{
+    QPainter p(this);
+    p.setRenderHint(QPainter::Antialiasing);
+    const QRectF r = QRectF(rect()).adjusted(1, 1, -1, -1);
+    const QPalette pal = palette();
+    if (isEnabled() && (m_hovered || isDown() || hasFocus())) {
+        QColor tile = pal.color(QPalette::Highlight);
+        tile.setAlphaF(isDown() ? 0.28 : 0.14);
+        p.setPen(hasFocus() ? QPen(pal.color(QPalette::Highlight), 1.2) : Qt::NoPen);
+        p.setBrush(tile);
+        p.drawRoundedRect(r, 7, 7);
+    } else if (!hasImages()) {
+        // Title buttons sit on a quiet tile so that they read as buttons.
+        QColor tile = pal.color(QPalette::ButtonText);
+        tile.setAlphaF(0.07);
+        p.setPen(Qt::NoPen);
+        p.setBrush(tile);
+        p.drawRoundedRect(r, 7, 7);
+    }
+    if (m_busy) {
+        const qreal d = std::min(width(), height()) * 0.45;
+        const QRectF arc(width() / 2.0 - d / 2, height() / 2.0 - d / 2, d, d);
+        p.setPen(QPen(pal.color(QPalette::ButtonText), 2.0, Qt::SolidLine, Qt::RoundCap));
+        p.drawArc(arc, -m_spinAngle * 16, 270 * 16);
+        return;
+    }
+    QStyleOptionToolButton option;
+    initStyleOption(&option);
+    option.state &= ~(QStyle::State_MouseOver | QStyle::State_Sunken | QStyle::State_Raised);
+    option.state |= QStyle::State_AutoRaise;
+    if (!isEnabled())
+        p.setOpacity(0.35);
+    style()->drawControl(QStyle::CE_ToolButtonLabel, &option, &p, this);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QPixmap>
+#include <QToolButton>
+
+// A flat panel button: an image over a short label, or a title alone. It swaps to its hover image
+// and a soft highlight under the pointer, and can hold a small spinner while its title is computed.
+class ActionButton : public QToolButton
+{
+    Q_OBJECT
+public:
+    explicit ActionButton(QWidget *parent = nullptr);
+
+    void setImages(const QPixmap &normal, const QPixmap &hover);
+    bool hasImages() const { return !m_normal.isNull(); }
+    bool isHovered() const { return m_hovered; }
+    // A title-only button shows a spinner in place of its title while busy.
+    void setBusy(bool busy);
+    bool isBusy() const { return m_busy; }
+
+protected:
+    void enterEvent(QEnterEvent *event) override;
+    void leaveEvent(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void showImage();
+
+    QPixmap m_normal, m_hover;
+    bool m_hovered = false;
+    bool m_busy = false;
+    int m_spinTimer = 0;
+    int m_spinAngle = 0;
+};
