@@ -161,7 +161,7 @@
     </message>
     <message>
         <source>Into folder</source>
-        <translation>Into folder</translation>
+        <translation>In folder</translation>
     </message>
     <message>
         <source>Keep proportions</source>

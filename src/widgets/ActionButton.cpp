@@ -72,10 +72,10 @@ void ActionButton::paintEvent(QPaintEvent *event)
     p.setRenderHint(QPainter::Antialiasing);
     const QRectF r = QRectF(rect()).adjusted(1, 1, -1, -1);
     const QPalette pal = palette();
-    if (isEnabled() && (m_hovered || isDown() || hasFocus())) {
+    if (isEnabled() && (m_hovered || isDown())) {
         QColor tile = pal.color(QPalette::Highlight);
         tile.setAlphaF(isDown() ? 0.28 : 0.14);
-        p.setPen(hasFocus() ? QPen(pal.color(QPalette::Highlight), 1.2) : Qt::NoPen);
+        p.setPen(Qt::NoPen);
         p.setBrush(tile);
         p.drawRoundedRect(r, 7, 7);
     } else if (!hasImages()) {
@@ -84,6 +84,12 @@ void ActionButton::paintEvent(QPaintEvent *event)
         tile.setAlphaF(0.07);
         p.setPen(Qt::NoPen);
         p.setBrush(tile);
+        p.drawRoundedRect(r, 7, 7);
+    }
+    if (hasFocus() && isEnabled()) {
+        // The keyboard's place: an outline only, so that it never reads as the pointer's.
+        p.setPen(QPen(pal.color(QPalette::Highlight), 1.2));
+        p.setBrush(Qt::NoBrush);
         p.drawRoundedRect(r, 7, 7);
     }
     if (m_busy) {

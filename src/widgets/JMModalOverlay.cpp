@@ -138,7 +138,12 @@ void JMModalOverlay::afterClose()
         contentViewController->hide();
         contentViewController->setParent(nullptr);
     }
-    delete m_overlayView; // takes the container with it
+    // Later: the close may come from the background's own mouse press.
+    if (m_overlayView) {
+        m_overlayView->hide();
+        m_overlayView->setParent(nullptr);
+        m_overlayView->deleteLater(); // takes the container with it
+    }
     if (m_tookResizable && m_parentWindow) {
         m_parentWindow->setMinimumSize(m_oldMin);
         m_parentWindow->setMaximumSize(m_oldMax);

@@ -38,9 +38,10 @@ const QList<PanelButtonSpec> kDefaultPanel = {
     {"zipBtn", "zipBtnAction", "03.zip", "Zip"},
     {"revealInFinderBtn", "revealOneFileInFinder", "08.finder", "Show"},
     {"createNewBtn", "createNewFileBtnAction", "16.add", "New"},
+    {"trashFileBtn", "trashFiles", "trash", "Trash"},
+    // Last, so that hiding them for anything but a PDF leaves no gap.
     {"printPrTbleFileBtn", "printPDFFileAction", "14.print", "Print"},
     {"convrtPDFToImgBtn", "showPDFToImgConvertVC", "convertImg", "To images"},
-    {"trashFileBtn", "trashFiles", "trash", "Trash"},
     {"sizeBtn", "sizebtnAction", "", ""},
     {"getPathBtn", "getPathBtnAction", "", "/path"},
 };

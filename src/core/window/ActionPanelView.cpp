@@ -24,7 +24,7 @@ ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(par
     outer->setContentsMargins(8, 8, 8, 8);
     outer->setSpacing(6);
     auto *grid = new QGridLayout;
-    grid->setSpacing(2);
+    grid->setSpacing(1);
     outer->addLayout(grid);
     auto *titles = new QVBoxLayout;
     titles->setSpacing(4);
@@ -45,7 +45,7 @@ ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(par
             connect(b, &ActionButton::clicked, this, fire);
         if (*spec.imageStem) {
             m_stems.insert(b, QString::fromLatin1(spec.imageStem));
-            b->setFixedSize(60, 50);
+            b->setFixedSize(64, 50);
             b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
             grid->addWidget(b, slot / kColumns, slot % kColumns, Qt::AlignCenter);
             ++slot;

@@ -3,6 +3,7 @@
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/texts/Texts.h"
+#include "widgets/ButtonImages.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -37,7 +38,9 @@ ProgressRow::ProgressRow(FileCopyParamsPtr job, bool first, QWidget *parent)
     layout->addLayout(column, 1);
     cancelCopyBtn = new QToolButton(this);
     cancelCopyBtn->setObjectName(QStringLiteral("cancelCopyBtn"));
-    cancelCopyBtn->setIcon(style()->standardIcon(QStyle::SP_DialogCancelButton));
+    const ButtonImages::Pair stop = ButtonImages::forStem(QStringLiteral("stop"), 20, palette(), devicePixelRatioF());
+    cancelCopyBtn->setIcon(QIcon(stop.normal));
+    cancelCopyBtn->setIconSize(QSize(20, 20));
     cancelCopyBtn->setToolTip(Texts::localized("Cancel"));
     cancelCopyBtn->setAutoRaise(true);
     layout->addWidget(cancelCopyBtn);

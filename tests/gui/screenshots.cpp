@@ -1,0 +1,168 @@
+// Renders every state of the drop window, the overlay, the progress panel and the conflict dialog to
+// PNG files, through the real drop path, for the README. Run under a display: scripts/screenshots.sh.
+
+#include "core/controller/AppDelegate.h"
+#include "core/overlays/MoveFileViewController.h"
+#include "core/texts/Texts.h"
+#include "core/window/BusyView.h"
+#include "core/window/DropWindow.h"
+#include "fileops/ui/ConflictDialog.h"
+#include "fileops/ui/ProgressPanel.h"
+#include "platform/fake/FakePlatform.h"
+#include "utils/Utils.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QImage>
+#include <QMimeData>
+#include <QPainter>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QUrl>
+
+namespace {
+
+void settle(int ms = 150)
+{
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+void save(QWidget *w, const QString &dir, const QString &name)
+{
+    settle();
+    w->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
+}
+
+QMimeData *filesDrop(const QStringList &paths)
+{
+    auto *data = new QMimeData;
+    QList<QUrl> urls;
+    for (const QString &p : paths)
+        urls.append(QUrl::fromLocalFile(p));
+    data->setUrls(urls);
+    return data;
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QFile f(path);
+    f.open(QIODevice::WriteOnly);
+    f.write(bytes);
+}
+
+QPalette darkPalette()
+{
+    QPalette p;
+    p.setColor(QPalette::Window, QColor(45, 45, 48));
+    p.setColor(QPalette::WindowText, QColor(230, 230, 230));
+    p.setColor(QPalette::Base, QColor(30, 30, 32));
+    p.setColor(QPalette::Text, QColor(230, 230, 230));
+    p.setColor(QPalette::Button, QColor(60, 60, 64));
+    p.setColor(QPalette::ButtonText, QColor(230, 230, 230));
+    p.setColor(QPalette::Highlight, QColor(90, 150, 240));
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    return p;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    Texts::setLanguage(argc > 2 ? QString::fromLatin1(argv[2]) : QStringLiteral("en"));
+    const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("docs/screenshots");
+    QDir().mkpath(out);
+    QTemporaryDir work;
+    const QString w = work.path();
+    QImage photo(640, 480, QImage::Format_RGB32);
+    photo.fill(QColor(80, 140, 200));
+    photo.save(w + QStringLiteral("/Harbour.png"));
+    writeFile(w + QStringLiteral("/Notes.txt"), "Quay notes\n");
+    writeFile(w + QStringLiteral("/Invoice.pdf"), "%PDF-1.4\n%%EOF\n");
+    QDir(w).mkpath(QStringLiteral("Projects/Quay"));
+    writeFile(w + QStringLiteral("/Projects/Quay/plan.md"), QByteArray(200000, 'x'));
+
+    FakePlatform fakes(w + QStringLiteral("/.trash"));
+    Platform services = fakes.services();
+    Platform::install(services);
+    AppDelegate delegate(services);
+    delegate.applicationDidFinishLaunching();
+    for (QWidget *top : QApplication::topLevelWidgets())
+        if (top->objectName() == QLatin1String("launchAtLoginAlert"))
+            top->close();
+
+    delegate.showDropTargetAt(QPointF(300, 500));
+    save(delegate.window, out, QStringLiteral("drop-target"));
+
+    auto drop = [&](QMimeData *data, const QString &name) {
+        delegate.showDropTargetAt(QPointF(300, 500));
+        delegate.mycustomviewDidGetDrop(data);
+        delete data;
+        settle(400); // the size button is filled in the background
+        save(delegate.window, out, name);
+    };
+    drop(filesDrop({w + QStringLiteral("/Harbour.png")}), QStringLiteral("panel-image"));
+    drop(filesDrop({w + QStringLiteral("/Notes.txt")}), QStringLiteral("panel-document"));
+    drop(filesDrop({w + QStringLiteral("/Projects")}), QStringLiteral("panel-folder"));
+    drop(filesDrop({w + QStringLiteral("/Invoice.pdf")}), QStringLiteral("panel-pdf"));
+    drop(filesDrop({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Notes.txt"), w + QStringLiteral("/Projects")}),
+         QStringLiteral("panel-several-files"));
+    auto *text = new QMimeData;
+    text->setText(QStringLiteral("Ships leave the quay at dawn, loaded with what the night brought in."));
+    drop(text, QStringLiteral("panel-text"));
+    auto *image = new QMimeData;
+    QByteArray png;
+    {
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        photo.save(&buffer, "PNG");
+    }
+    image->setData(QStringLiteral("image/png"), png);
+    drop(image, QStringLiteral("panel-image-from-app"));
+
+    delegate.showDropTargetAt(QPointF(300, 500));
+    delegate.applyPanelFrame(235);
+    delegate.showProcessingProgressLabelTxt(QStringLiteral("Loading…"), 1.0, 12, true);
+    delegate.emptyContview->incrementBy(5);
+    save(delegate.window, out, QStringLiteral("busy"));
+
+    delegate.showDropTargetAt(QPointF(300, 500));
+    auto *doc = filesDrop({w + QStringLiteral("/Notes.txt")});
+    delegate.mycustomviewDidGetDrop(doc);
+    delete doc;
+    settle(300);
+    delegate.moveToBtnAction();
+    save(delegate.window, out, QStringLiteral("overlay-move"));
+    delegate.closeVisibleModalOverlay();
+
+    app.setPalette(darkPalette());
+    delegate.showDropTargetAt(QPointF(300, 500));
+    auto *dark = filesDrop({w + QStringLiteral("/Harbour.png")});
+    delegate.mycustomviewDidGetDrop(dark);
+    delete dark;
+    settle(400);
+    save(delegate.window, out, QStringLiteral("panel-image-dark"));
+    app.setPalette(QApplication::style()->standardPalette());
+
+    QList<FileCopyParamsPtr> jobs = {
+        std::make_shared<FileCopyParams>(QStringList{w + QStringLiteral("/Holiday 2026")}, QStringLiteral("/media/usb/Backup"), true),
+        std::make_shared<FileCopyParams>(QStringList{w + QStringLiteral("/Projects")}, QStringLiteral("/mnt/archive"), false)};
+    ProgressPanel panel([&] { return jobs; }, [](const FileCopyParamsPtr &) {});
+    panel.jobsChanged(2);
+    panel.jobProgress(jobs[0], 64, QStringLiteral("Copying IMG_2231.jpg to Backup"));
+    panel.jobProgress(jobs[1], 23, QStringLiteral("Moving plan.md to archive"));
+    save(&panel, out, QStringLiteral("progress-two-jobs"));
+
+    ConflictDialog conflict(ConflictQuestion{QStringLiteral("Harbour.png"), {}, {}});
+    conflict.show();
+    save(&conflict, out, QStringLiteral("conflict-dialog"));
+    return 0;
+}

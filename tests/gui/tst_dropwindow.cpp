@@ -1,0 +1,450 @@
+// The drop window through its controller, offscreen: states, panels for what was dropped, the busy
+// view, the overlay and its controllers, the title buttons, and the launch steps users notice.
+
+#include "core/controller/AppDelegate.h"
+#include "core/overlays/MoveFileViewController.h"
+#include "core/overlays/OverlayControllers.h"
+#include "core/settings/SettingsKeys.h"
+#include "core/settings/SettingsStore.h"
+#include "core/texts/Texts.h"
+#include "core/window/ActionPanelView.h"
+#include "core/window/BusyView.h"
+#include "core/window/DropFilesHereView.h"
+#include "core/window/DropWindow.h"
+#include "platform/fake/FakePlatform.h"
+#include "utils/Utils.h"
+#include "widgets/ActionButton.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+#include <memory>
+
+class DropWindowTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void aDropChoosesThePanel_data();
+    void aDropChoosesThePanel();
+    void libraryImageDisablesWhatWouldChangeIt();
+    void severalFilesWithOneImage();
+    void textPanelCountsAndRereads();
+    void windowStatesFollowTheTable();
+    void busyViewSecondCallChangesNothing();
+    void busyViewSpinsUpToOne_data();
+    void busyViewSpinsUpToOne();
+    void unknownPanelLeavesThePrologue();
+    void sizeButtonIsFilledInTheBackground();
+    void pathButtonCopiesAndRevertsItsTitle();
+    void dpiFieldIsResetOutsideItsRange_data();
+    void dpiFieldIsResetOutsideItsRange();
+    void onlyTheMoveOverlayIgnoresBackgroundClicks();
+    void closeTagClosesEveryOverlay();
+    void completionsAreInstalledInOrder();
+    void actionsOfLaterAreasSayTheyAreMissing();
+    void notificationClickRevealsOrOpens();
+    void launchTurnsTheSwitchBackOn();
+    void loginAlertShowsOnce();
+
+private:
+    QString makeFile(const QString &name, const QByteArray &bytes = "x");
+    void drop(const QStringList &paths);
+    void dropText(const QString &text);
+    ActionPanelView *current() const { return qobject_cast<ActionPanelView *>(m_app->window->contentView()); }
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<FakePlatform> m_fakes;
+    std::unique_ptr<AppDelegate> m_app;
+};
+
+void DropWindowTest::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
+}
+
+void DropWindowTest::init()
+{
+    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
+    Platform::install(m_fakes->services());
+    m_app = std::make_unique<AppDelegate>(m_fakes->services());
+    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true); // no alert in the way
+    m_app->applicationDidFinishLaunching();
+    m_app->showDropTargetAt(QPointF(400, 300));
+}
+
+void DropWindowTest::cleanup()
+{
+    m_app.reset();
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (qobject_cast<QMessageBox *>(w))
+            delete w;
+    SettingsStore::shared().resetAll();
+}
+
+QString DropWindowTest::makeFile(const QString &name, const QByteArray &bytes)
+{
+    const QString path = m_dir.path() + QLatin1Char('/') + name;
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly))
+        f.write(bytes);
+    return path;
+}
+
+void DropWindowTest::drop(const QStringList &paths)
+{
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString &p : paths)
+        urls.append(QUrl::fromLocalFile(p));
+    data.setUrls(urls);
+    m_app->mycustomviewDidGetDrop(&data);
+}
+
+void DropWindowTest::dropText(const QString &text)
+{
+    QMimeData data;
+    data.setText(text);
+    m_app->mycustomviewDidGetDrop(&data);
+}
+
+void DropWindowTest::aDropChoosesThePanel_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<QString>("view");
+    QTest::newRow("image") << QStringList{"photo.png"} << "imgActionPanel";
+    QTest::newRow("text document") << QStringList{"notes.txt"} << "docTxtActionPanel";
+    QTest::newRow("folder") << QStringList{"folder/"} << "defaultActionPanel";
+    QTest::newRow("other file") << QStringList{"data.bin"} << "defaultActionPanel";
+    QTest::newRow("several files") << QStringList{"a.bin", "b.txt"} << "multiFilesActionPanel";
+}
+
+void DropWindowTest::aDropChoosesThePanel()
+{
+    QFETCH(QStringList, names);
+    QFETCH(QString, view);
+    QStringList paths;
+    for (const QString &n : names) {
+        if (n.endsWith(QLatin1Char('/'))) {
+            QDir(m_dir.path()).mkpath(n);
+            paths << m_dir.path() + QLatin1Char('/') + n.chopped(1);
+        } else if (n.endsWith(QLatin1String(".png"))) {
+            QImage img(4, 3, QImage::Format_RGB32);
+            img.fill(Qt::red);
+            paths << m_dir.path() + QLatin1Char('/') + n;
+            QVERIFY(img.save(paths.last()));
+        } else {
+            paths << makeFile(n);
+        }
+    }
+    drop(paths);
+    QCOMPARE(m_app->window->contentView()->objectName(), view);
+    QCOMPARE(m_app->filePathsArr, paths);
+    QVERIFY(m_app->oneofThePanelsIsShown);
+    QVERIFY(!m_app->emptyContviewIsShown);
+    QVERIFY(m_app->window->takesFocus());
+}
+
+void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
+{
+    // The library folder is that of the real home, from the password database: a folder of our own
+    // in it, removed again, with the library folder itself if the test made it.
+    const QString library = Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/Library");
+    const bool madeLibrary = !QFileInfo::exists(library);
+    QVERIFY(QDir().mkpath(library));
+    QTemporaryDir inLibrary(library + QStringLiteral("/quaydrop-test-XXXXXX"));
+    QVERIFY(inLibrary.isValid());
+    const QString folder = inLibrary.path();
+    QImage img(2, 2, QImage::Format_RGB32);
+    img.fill(Qt::blue);
+    QVERIFY(img.save(folder + QStringLiteral("/icon.png")));
+    drop({folder + QStringLiteral("/icon.png")});
+    QVERIFY(m_app->libraryFolderFile);
+    ActionPanelView *view = current();
+    QCOMPARE(view->objectName(), QStringLiteral("imgActionPanel"));
+    for (const char *off : {"zipImgBtn", "revealImginFinderBtn", "createNewFImgBtn", "trashImgBtn"})
+        QVERIFY2(!view->button(QLatin1String(off))->isEnabled(), off);
+    for (const char *on : {"mailImgBtn", "shareImgBtn", "resizeImgBtn", "deskPbtn", "moveFileToBtn"})
+        QVERIFY2(view->button(QLatin1String(on))->isEnabled(), on);
+    inLibrary.remove();
+    if (madeLibrary)
+        QDir().rmdir(library);
+}
+
+void DropWindowTest::severalFilesWithOneImage()
+{
+    QImage img(2, 2, QImage::Format_RGB32);
+    img.fill(Qt::green);
+    const QString image = m_dir.path() + QStringLiteral("/one.png");
+    QVERIFY(img.save(image));
+    const QString other = makeFile(QStringLiteral("first.bin"));
+    drop({other, image});
+    QCOMPARE(m_app->imgsOnlyPathsArr, QStringList{image});
+    QVERIFY(!m_app->multiFilesActionPanelShown);
+    QVERIFY(current()->button(QStringLiteral("multiResizeImg"))->isEnabled());
+    m_app->orderOutTheWindow();
+    QVERIFY(m_app->imgsOnlyPathsArr.isEmpty());
+    QVERIFY(!m_app->multiFilesActionPanelShown);
+}
+
+void DropWindowTest::textPanelCountsAndRereads()
+{
+    dropText(QStringLiteral("Ships leave, at dawn."));
+    ActionPanelView *view = current();
+    QCOMPARE(view->objectName(), QStringLiteral("stringDroppedActionPanel"));
+    QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("21"));
+    QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("4"));
+    QCOMPARE(view->button(QStringLiteral("droppedStrToClipboardBtn"))->text(), QStringLiteral("Copy to clipboard"));
+    QVERIFY(m_app->filePathsArr.isEmpty());
+    m_app->showDropTargetAt(QPointF(400, 300));
+    dropText(QStringLiteral("two words"));
+    QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("9"));
+    QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("2"));
+}
+
+void DropWindowTest::windowStatesFollowTheTable()
+{
+    auto state = [this] {
+        if (!m_app->windowIsVsbl())
+            return QStringLiteral("Hidden");
+        if (m_app->emptyContviewIsShown)
+            return QStringLiteral("Busy");
+        if (m_app->isModalOverlayVisible())
+            return QStringLiteral("Overlay");
+        return m_app->oneofThePanelsIsShown ? QStringLiteral("Panel") : QStringLiteral("DropTarget");
+    };
+    QCOMPARE(state(), QStringLiteral("DropTarget"));
+    QVERIFY(!m_app->window->takesFocus()); // waiting for a drop never takes the focus
+    m_app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 2, true);
+    QCOMPARE(state(), QStringLiteral("Busy"));
+    m_app->filePathsArr = {makeFile(QStringLiteral("f.bin"))};
+    m_app->showPanelWithIndex(DropPanelDefault);
+    QCOMPARE(state(), QStringLiteral("Panel"));
+    m_app->moveToBtnAction();
+    QCOMPARE(state(), QStringLiteral("Overlay"));
+    QCOMPARE(m_app->window->height(), 300);
+    m_app->closeVisibleModalOverlay();
+    QCOMPARE(state(), QStringLiteral("Panel"));
+    QCOMPARE(m_app->window->height(), 235);
+    m_app->moveToBtnAction();
+    m_app->orderOutTheWindow(); // from the overlay straight to hidden
+    QCOMPARE(state(), QStringLiteral("Hidden"));
+    QVERIFY(!m_app->isModalOverlayVisible());
+    QVERIFY(!m_app->oneofThePanelsIsShown);
+    m_app->showDropTargetAt(QPointF(400, 300));
+    QCOMPARE(state(), QStringLiteral("DropTarget"));
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->dropFilesHereView));
+}
+
+void DropWindowTest::busyViewSecondCallChangesNothing()
+{
+    m_app->showProcessingProgressLabelTxt(QStringLiteral("first"), 1.0, 10, true);
+    m_app->emptyContview->incrementBy(3);
+    m_app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
+    QCOMPARE(m_app->emptyContview->emptyContviewLbl->text(), QStringLiteral("first"));
+    QCOMPARE(m_app->emptyContview->value(), 3.0);
+    QVERIFY(m_app->emptyContview->isBar());
+    QVERIFY(!m_app->emptyContview->cancelProgressBtn->isHidden());
+    QVERIFY(m_app->emptyContview->cancelProgressBtn->isEnabled());
+}
+
+void DropWindowTest::busyViewSpinsUpToOne_data()
+{
+    QTest::addColumn<double>("maximum");
+    QTest::addColumn<bool>("spins");
+    QTest::newRow("none") << 0.0 << true;
+    QTest::newRow("exactly one") << 1.0 << true;
+    QTest::newRow("two") << 2.0 << false;
+}
+
+void DropWindowTest::busyViewSpinsUpToOne()
+{
+    QFETCH(double, maximum);
+    QFETCH(bool, spins);
+    m_app->showProcessingProgressLabelTxt(QStringLiteral("Resizing"), 0.8, maximum, false);
+    QCOMPARE(m_app->emptyContview->isSpinning(), spins);
+    QCOMPARE(m_app->emptyContview->isBar(), !spins);
+    QVERIFY(m_app->emptyContview->cancelProgressBtn->isHidden());
+    QCOMPARE(m_app->emptyContview->alpha(), 0.8);
+}
+
+void DropWindowTest::unknownPanelLeavesThePrologue()
+{
+    QWidget *before = m_app->window->contentView();
+    m_app->showPanelWithIndex(5);
+    QVERIFY(m_app->oneofThePanelsIsShown);
+    QCOMPARE(m_app->window->contentView(), before);
+}
+
+void DropWindowTest::sizeButtonIsFilledInTheBackground()
+{
+    const QString file = makeFile(QStringLiteral("sized.bin"), QByteArray(9000, 'q'));
+    drop({file});
+    ActionButton *size = current()->button(QStringLiteral("sizeBtn"));
+    QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
+    QVERIFY(!size->isBusy());
+}
+
+void DropWindowTest::pathButtonCopiesAndRevertsItsTitle()
+{
+    const QString file = makeFile(QStringLiteral("path me.txt"));
+    drop({file});
+    ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
+    QCOMPARE(path->text(), Texts::localized("/path"));
+    path->click();
+    QCOMPARE(path->text(), QStringLiteral("Copied!"));
+    QCOMPARE(QGuiApplication::clipboard()->text(), file);
+    QTRY_COMPARE_WITH_TIMEOUT(path->text(), Texts::localized("/path"), 2000);
+    // A window that closed meanwhile keeps the copied title: nothing touches a hidden panel.
+    path->click();
+    m_app->orderOutTheWindow();
+    QTest::qWait(700);
+    QCOMPARE(path->text(), QStringLiteral("Copied!"));
+}
+
+void DropWindowTest::dpiFieldIsResetOutsideItsRange_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("zero") << "0" << "150";
+    QTest::newRow("above 1000") << "1001" << "150";
+    QTest::newRow("below 72") << "71" << "150";
+    QTest::newRow("72 stays") << "72" << "72";
+    QTest::newRow("1000 stays") << "1000" << "1000";
+    QTest::newRow("no number") << "abc" << "150";
+}
+
+void DropWindowTest::dpiFieldIsResetOutsideItsRange()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, shown);
+    m_app->pdfToImgConvVC->DPItxtFld->setText(typed);
+    m_app->showOverlayPanel(m_app->pdfToImgConvVC);
+    QCOMPARE(m_app->pdfToImgConvVC->DPItxtFld->text(), shown);
+}
+
+void DropWindowTest::onlyTheMoveOverlayIgnoresBackgroundClicks()
+{
+    m_app->filePathsArr = {makeFile(QStringLiteral("m.bin"))};
+    m_app->showPanelWithIndex(DropPanelDefault);
+    auto backgroundOf = [this] { return m_app->window->findChild<QWidget *>(QStringLiteral("JMOverlayView")); };
+    m_app->moveToBtnAction();
+    QVERIFY(backgroundOf());
+    QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
+    QVERIFY(m_app->isModalOverlayVisible());
+    m_app->closeVisibleModalOverlay();
+    m_app->showOverlayPanel(m_app->enterFolderNameVC);
+    QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
+    QVERIFY(!m_app->isModalOverlayVisible());
+    QVERIFY(m_app->oneofThePanelsIsShown); // back on the panel
+}
+
+void DropWindowTest::closeTagClosesEveryOverlay()
+{
+    const QList<OverlayController *> controllers = {m_app->renameFlsVC,  m_app->wpChangeVC,   m_app->imgShareVC,
+                                                    m_app->pdfToImgConvVC, m_app->imgConvrtVC, m_app->imgResizeVC,
+                                                    m_app->enterFolderNameVC, m_app->fileCreateVC};
+    QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
+    for (OverlayController *c : controllers) {
+        m_app->showOverlayPanel(c);
+        QVERIFY2(m_app->isModalOverlayVisible(), qPrintable(c->objectName()));
+        QPushButton *close = nullptr;
+        for (QPushButton *b : c->findChildren<QPushButton *>())
+            if (b->property("tag").toLongLong() == OverlayController::kCloseTag)
+                close = b;
+        QVERIFY2(close, qPrintable(c->objectName()));
+        close->click();
+        QVERIFY2(!m_app->isModalOverlayVisible(), qPrintable(c->objectName()));
+    }
+    QCOMPARE(missing.count(), 0); // closing is no missing action
+    m_app->showOverlayPanel(m_app->moveFileVC);
+    m_app->moveFileVC->goBackBtn->click();
+    QVERIFY(!m_app->isModalOverlayVisible());
+}
+
+void DropWindowTest::completionsAreInstalledInOrder()
+{
+    QCOMPARE(m_app->installedCompletions,
+             QStringList({"setRenameCompletion", "setCompletion", "setWpVCCompletion", "setShareCompletion",
+                          "setPdfImgConvrtCompletion", "setImgConvrtCompletion", "setImgResizeCompletion",
+                          "setFolderNameCompletion", "setFileCreateCompletion"}));
+}
+
+void DropWindowTest::actionsOfLaterAreasSayTheyAreMissing()
+{
+    drop({makeFile(QStringLiteral("z.bin"))});
+    QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
+    current()->button(QStringLiteral("zipBtn"))->click();
+    current()->button(QStringLiteral("trashFileBtn"))->click();
+    QCOMPARE(missing.count(), 2);
+    QCOMPARE(missing.at(0).at(0).toString(), QStringLiteral("zipBtnAction"));
+    QCOMPARE(missing.at(1).at(0).toString(), QStringLiteral("trashFiles"));
+    QVERIFY(QFile::exists(m_app->filePathsArr.first())); // nothing happened to the file
+}
+
+void DropWindowTest::notificationClickRevealsOrOpens()
+{
+    m_fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
+                                            {{QStringLiteral("filePaths"), QStringList{"/tmp/a", "/tmp/b"}}}});
+    const QString archive = makeFile(QStringLiteral("a.zip"));
+    m_fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
+                                            {{QStringLiteral("OpenPath"), archive}}});
+    m_fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"), {}});
+    m_fakes->notifications.click(0);
+    m_fakes->notifications.click(1);
+    m_fakes->notifications.click(2);
+    QCOMPARE(m_fakes->workspace.revealed, (QList<QStringList>{{"/tmp/a", "/tmp/b"}}));
+    QCOMPARE(m_fakes->workspace.opened, QStringList{archive});
+    m_app->userNotificationCenterDidActivate({{QStringLiteral("OpenPath"), archive}}, 3);
+    QCOMPARE(m_fakes->workspace.opened.size(), 1); // neither a click nor its button
+}
+
+void DropWindowTest::launchTurnsTheSwitchBackOn()
+{
+    SettingsStore::shared().setBool(SettingsKey::QuaydropIsOff, false);
+    AppDelegate again(m_fakes->services());
+    again.applicationDidFinishLaunching();
+    QVERIFY(Utils::QuaydropIsOFFSate());
+}
+
+void DropWindowTest::loginAlertShowsOnce()
+{
+    auto alerts = [] {
+        int n = 0;
+        for (QWidget *w : QApplication::topLevelWidgets())
+            n += w->objectName() == QLatin1String("launchAtLoginAlert") && w->isVisible();
+        return n;
+    };
+    m_app.reset();
+    SettingsStore::shared().resetAll();
+    {
+        AppDelegate first(m_fakes->services());
+        first.applicationDidFinishLaunching();
+        QCOMPARE(alerts(), 1);
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (w->objectName() == QLatin1String("launchAtLoginAlert"))
+                qobject_cast<QMessageBox *>(w)->buttons().first()->click(); // "Yes"
+        QVERIFY(m_fakes->loginItems.enabled);
+    }
+    QTRY_COMPARE(alerts(), 0);
+    m_fakes->loginItems.enabled = false; // even switched off again, the alert does not come back
+    AppDelegate second(m_fakes->services());
+    second.applicationDidFinishLaunching();
+    QCOMPARE(alerts(), 0);
+}
+
+QTEST_MAIN(DropWindowTest)
+#include "tst_dropwindow.moc"

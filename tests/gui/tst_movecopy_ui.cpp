@@ -1,0 +1,237 @@
+// The move and copy dialogs on the window: the picker, the conflict dialog, the guards' alerts and
+// the progress panel with its rows.
+
+#include "ScratchMount.h"
+#include "core/controller/AppDelegate.h"
+#include "core/overlays/MoveFileViewController.h"
+#include "core/settings/SettingsKeys.h"
+#include "core/settings/SettingsStore.h"
+#include "core/texts/Texts.h"
+#include "fileops/orchestration/MoveCopyOrchestrator.h"
+#include "fileops/ui/ConflictDialog.h"
+#include "fileops/ui/ProgressPanel.h"
+#include "fileops/ui/ProgressRow.h"
+#include "fileops/ui/WidgetAlerts.h"
+#include "platform/fake/FakePlatform.h"
+#include "utils/Utils.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <QUrl>
+
+#include <memory>
+
+class MoveCopyUiTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void progressPanelGrowsAndShrinksByRows();
+    void conflictDialogAnswers_data();
+    void conflictDialogAnswers();
+    void pickerRowMovesTheDrop();
+    void libraryFileIsOnlyCopied();
+    void droppingOnItsOwnFolderIsRefusedWithAnAlert();
+    void clashAsksAndKeepsBoth();
+    void copyToAnotherDeviceShowsARowUntilDone();
+
+private:
+    QString makeFile(const QString &dir, const QString &name, const QByteArray &bytes = "data");
+    void dropAndPick(const QStringList &paths, const QString &destination);
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<FakePlatform> m_fakes;
+    std::unique_ptr<AppDelegate> m_app;
+};
+
+void MoveCopyUiTest::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
+}
+
+void MoveCopyUiTest::init()
+{
+    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
+    Platform::install(m_fakes->services());
+    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true);
+    m_app = std::make_unique<AppDelegate>(m_fakes->services());
+    m_app->applicationDidFinishLaunching();
+}
+
+void MoveCopyUiTest::cleanup()
+{
+    m_app.reset();
+    SettingsStore::shared().resetAll();
+}
+
+QString MoveCopyUiTest::makeFile(const QString &dir, const QString &name, const QByteArray &bytes)
+{
+    QDir().mkpath(dir);
+    const QString path = dir + QLatin1Char('/') + name;
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly))
+        f.write(bytes);
+    return path;
+}
+
+void MoveCopyUiTest::dropAndPick(const QStringList &paths, const QString &destination)
+{
+    m_app->showDropTargetAt(QPointF(300, 300));
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString &p : paths)
+        urls.append(QUrl::fromLocalFile(p));
+    data.setUrls(urls);
+    m_app->mycustomviewDidGetDrop(&data);
+    m_app->moveToBtnAction();
+    QVERIFY(m_app->isModalOverlayVisible());
+    // A stored destination is a row of the picker like any other.
+    m_app->moveFileVC->setDestinationsArr({destination});
+    QListWidget *rows = m_app->moveFileVC->destTablView;
+    QCOMPARE(rows->item(0)->data(Qt::UserRole).toString(), destination);
+    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualItemRect(rows->item(0)).center());
+}
+
+void MoveCopyUiTest::progressPanelGrowsAndShrinksByRows()
+{
+    QList<FileCopyParamsPtr> jobs = {std::make_shared<FileCopyParams>(QStringList{"/a/one"}, "/b", true),
+                                     std::make_shared<FileCopyParams>(QStringList{"/a/two"}, "/c", false)};
+    QList<FileCopyParamsPtr> cancelled;
+    ProgressPanel panel([&] { return jobs; }, [&](const FileCopyParamsPtr &j) { cancelled << j; });
+    panel.jobsChanged(2);
+    QCOMPARE(panel.numberOfRows(), 2);
+    QCOMPARE(panel.height(), 2 * 70 + 17);
+    QVERIFY(panel.isVisible());
+    QCOMPARE(panel.row(0)->percent(), 0); // a new row's bar is still, at 0
+    QCOMPARE(panel.row(1)->text(), QStringLiteral("Moving two to c"));
+    panel.jobProgress(jobs[1], 40, QStringLiteral("Moving x to c"));
+    QCOMPARE(panel.row(1)->percent(), 40);
+    QCOMPARE(panel.row(0)->percent(), 0);
+    panel.row(1)->cancelCopyBtn->click();
+    QCOMPARE(cancelled, QList<FileCopyParamsPtr>{jobs[1]});
+    jobs.removeAt(0);
+    panel.jobsChanged(1);
+    QCOMPARE(panel.numberOfRows(), 1);
+    QCOMPARE(panel.height(), 70 + 17);
+    QCOMPARE(panel.row(0)->job(), jobs[0]);
+    QCOMPARE(panel.row(0)->percent(), 40); // the remaining row keeps its progress
+    jobs.clear();
+    panel.jobsChanged(0);
+    QVERIFY(!panel.isVisible());
+}
+
+void MoveCopyUiTest::conflictDialogAnswers_data()
+{
+    QTest::addColumn<int>("button");
+    QTest::addColumn<bool>("applyToAll");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("replace") << 0 << false << int(ConflictAnswer::Replace);
+    QTest::newRow("skip for all") << 1 << true << int(ConflictAnswer::Skip);
+    QTest::newRow("keep both") << 2 << false << int(ConflictAnswer::KeepBoth);
+    QTest::newRow("escape skips") << -1 << false << int(ConflictAnswer::Skip);
+}
+
+void MoveCopyUiTest::conflictDialogAnswers()
+{
+    QFETCH(int, button);
+    QFETCH(bool, applyToAll);
+    QFETCH(int, answer);
+    QWidget window;
+    WidgetConflictResolver resolver(&window);
+    QList<ConflictReply> replies;
+    resolver.ask(ConflictQuestion{QStringLiteral("<b>photo</b>.png"), {}, {}}, [&](ConflictReply r) { replies << r; });
+    ConflictDialog *dialog = resolver.openDialog();
+    QVERIFY(dialog && dialog->isVisible());
+    QVERIFY(dialog->findChild<QLabel *>(QStringLiteral("informativeText"))->text().contains(QStringLiteral("<b>photo</b>.png")));
+    dialog->applyToAllBox->setChecked(applyToAll);
+    QPushButton *buttons[] = {dialog->replaceButton, dialog->skipButton, dialog->keepBothButton};
+    if (button < 0)
+        QTest::keyClick(dialog, Qt::Key_Escape);
+    else
+        buttons[button]->click();
+    QCOMPARE(replies.size(), 1);
+    QCOMPARE(int(replies.first().answer), answer);
+    QCOMPARE(replies.first().applyToAll, applyToAll);
+    QTRY_VERIFY(!resolver.openDialog());
+}
+
+void MoveCopyUiTest::pickerRowMovesTheDrop()
+{
+    const QString source = makeFile(m_dir.path() + QStringLiteral("/src"), QStringLiteral("report.txt"));
+    const QString dest = m_dir.path() + QStringLiteral("/dest");
+    QDir().mkpath(dest);
+    dropAndPick({source}, dest);
+    QVERIFY(QFile::exists(dest + QStringLiteral("/report.txt")));
+    QVERIFY(!QFile::exists(source));
+    QVERIFY(!m_app->windowIsVsbl());
+    QCOMPARE(Utils::recentDestinations().value(0), dest);
+}
+
+void MoveCopyUiTest::libraryFileIsOnlyCopied()
+{
+    m_app->showDropTargetAt(QPointF(300, 300));
+    m_app->filePathsArr = {makeFile(m_dir.path(), QStringLiteral("lib.txt"))};
+    m_app->libraryFolderFile = true;
+    m_app->showPanelWithIndex(DropPanelDocument);
+    m_app->moveToBtnAction();
+    QVERIFY(m_app->moveFileVC->shouldCopyCheckB->isChecked());
+    QVERIFY(!m_app->moveFileVC->shouldCopyCheckB->isEnabled());
+}
+
+void MoveCopyUiTest::droppingOnItsOwnFolderIsRefusedWithAnAlert()
+{
+    const QString folder = m_dir.path() + QStringLiteral("/here");
+    const QString source = makeFile(folder, QStringLiteral("stay.txt"), "unchanged");
+    dropAndPick({source}, folder);
+    QMessageBox *alert = m_app->alerts()->lastAlert();
+    QVERIFY(alert && alert->isVisible());
+    QCOMPARE(alert->informativeText(), Texts::localized("FilesAlreadyBeingoved"));
+    QFile f(source);
+    QVERIFY(f.open(QIODevice::ReadOnly));
+    QCOMPARE(f.readAll(), QByteArray("unchanged"));
+    alert->close();
+}
+
+void MoveCopyUiTest::clashAsksAndKeepsBoth()
+{
+    const QString source = makeFile(m_dir.path() + QStringLiteral("/in"), QStringLiteral("same.txt"), "new");
+    const QString dest = m_dir.path() + QStringLiteral("/out");
+    makeFile(dest, QStringLiteral("same.txt"), "old");
+    dropAndPick({source}, dest);
+    ConflictDialog *dialog = m_app->conflictResolver()->openDialog();
+    QVERIFY(dialog && dialog->isVisible());
+    QVERIFY(m_app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
+    dialog->keepBothButton->click();
+    QTRY_VERIFY(!m_app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
+    QFile old(dest + QStringLiteral("/same.txt")), kept(dest + QStringLiteral("/same 1.txt"));
+    QVERIFY(old.open(QIODevice::ReadOnly) && kept.open(QIODevice::ReadOnly));
+    QCOMPARE(old.readAll(), QByteArray("old"));
+    QCOMPARE(kept.readAll(), QByteArray("new"));
+}
+
+void MoveCopyUiTest::copyToAnotherDeviceShowsARowUntilDone()
+{
+    ScratchMount other("64m");
+    REQUIRE_SCRATCH_MOUNT(other);
+    const QString source = makeFile(m_dir.path() + QStringLiteral("/big"), QStringLiteral("big.bin"), QByteArray(24 << 20, 'b'));
+    dropAndPick({source}, other.path());
+    QTRY_VERIFY(m_app->progressPanel()->numberOfRows() == 1 || QFileInfo(other.path() + QStringLiteral("/big.bin")).size() == (24 << 20));
+    QTRY_COMPARE_WITH_TIMEOUT(m_app->moveCopy()->runningJobs().size(), 0, 20000);
+    QCOMPARE(m_app->progressPanel()->numberOfRows(), 0);
+    QVERIFY(!m_app->progressPanel()->isVisible());
+    QCOMPARE(QFileInfo(other.path() + QStringLiteral("/big.bin")).size(), qint64(24 << 20));
+    QVERIFY(!QFile::exists(source)); // a move: the source goes once the copy is complete
+}
+
+QTEST_MAIN(MoveCopyUiTest)
+#include "tst_movecopy_ui.moc"

@@ -1,0 +1,209 @@
+// Notifications and reveal on a real session bus (run under dbus-run-session), against a small
+// notification server and file manager of the test's own.
+
+#include "core/plist/Plist.h"
+#include "core/settings/SettingsKeys.h"
+#include "core/settings/SettingsStore.h"
+#include "platform/freedesktop/FreedesktopNotifications.h"
+#include "platform/freedesktop/FreedesktopWorkspace.h"
+#include "utils/Utils.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+
+namespace {
+
+class NotificationServer : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.Notifications")
+public:
+    struct Received
+    {
+        QString app, icon, summary, body;
+        QStringList actions;
+        QVariantMap hints;
+    };
+    QList<Received> received;
+    QList<uint> closed;
+
+public Q_SLOTS:
+    uint Notify(const QString &app, uint, const QString &icon, const QString &summary, const QString &body,
+                const QStringList &actions, const QVariantMap &hints, int)
+    {
+        received.append({app, icon, summary, body, actions, hints});
+        return uint(100 + received.size());
+    }
+    void CloseNotification(uint id) { closed.append(id); }
+};
+
+class FileManagerServer : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.FileManager1")
+public:
+    QList<QStringList> shown;
+public Q_SLOTS:
+    void ShowItems(const QStringList &uris, const QString &) { shown.append(uris); }
+};
+
+// A list of paths whose archived form is exactly `bytes` long.
+QStringList pathsArchivingTo(qsizetype bytes)
+{
+    QStringList paths;
+    for (int i = 0; i < 120; ++i)
+        paths << QStringLiteral("/home/someone/Pictures/Harbour/photo-%1.jpg").arg(i, 4, 10, QLatin1Char('0'));
+    auto size = [&] { return Plist::serialize(QVariant(paths)).value().size(); };
+    while (size() > bytes - 60)
+        paths.removeLast();
+    paths.last().append(QString(bytes - size(), QLatin1Char('x')));
+    return paths;
+}
+
+} // namespace
+
+class NotificationsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void sentWithEscapedBodyAndOneDefaultAction();
+    void userInfoSizeLimit_data();
+    void userInfoSizeLimit();
+    void clickRevealsTheFilesAndClosesIt();
+    void nothingWhenSwitchedOffOrWithoutFiles();
+    void anotherProgramsClickIsIgnored();
+
+private:
+    void invoke(uint id, const QString &action);
+
+    QDBusConnection m_serverBus{QString()};
+    NotificationServer m_server;
+    FileManagerServer m_fileManager;
+    FreedesktopNotifications *m_service = nullptr;
+};
+
+void NotificationsTest::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    if (!QDBusConnection::sessionBus().isConnected())
+        QSKIP("no session bus: run under dbus-run-session");
+    m_serverBus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("servers"));
+    QVERIFY(m_serverBus.registerService(QStringLiteral("org.freedesktop.Notifications")));
+    QVERIFY(m_serverBus.registerObject(QStringLiteral("/org/freedesktop/Notifications"), &m_server,
+                                       QDBusConnection::ExportAllSlots));
+    QVERIFY(m_serverBus.registerService(QStringLiteral("org.freedesktop.FileManager1")));
+    QVERIFY(m_serverBus.registerObject(QStringLiteral("/org/freedesktop/FileManager1"), &m_fileManager,
+                                       QDBusConnection::ExportAllSlots));
+}
+
+void NotificationsTest::init()
+{
+    m_server.received.clear();
+    m_server.closed.clear();
+    m_fileManager.shown.clear();
+    m_service = new FreedesktopNotifications(QDBusConnection::sessionBus(), this);
+    Platform services;
+    services.notifications = m_service;
+    Platform::install(services);
+}
+
+void NotificationsTest::cleanup()
+{
+    delete m_service;
+    SettingsStore::shared().resetAll();
+}
+
+void NotificationsTest::invoke(uint id, const QString &action)
+{
+    QDBusMessage signal = QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/Notifications"),
+                                                     QStringLiteral("org.freedesktop.Notifications"),
+                                                     QStringLiteral("ActionInvoked"));
+    signal << id << action;
+    QVERIFY(m_serverBus.send(signal));
+}
+
+void NotificationsTest::sentWithEscapedBodyAndOneDefaultAction()
+{
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("2 files have been moved!"), QStringLiteral("to ..<i>a</i>/.../b & c"),
+                                           QStringLiteral("Show"), {{QStringLiteral("filePaths"), QStringList{"/x/a", "/x/b"}}});
+    QTRY_COMPARE(m_server.received.size(), 1);
+    const auto &n = m_server.received.first();
+    QCOMPARE(n.app, QStringLiteral("Quaydrop"));
+    QCOMPARE(n.summary, QStringLiteral("2 files have been moved!"));
+    QCOMPARE(n.body, QStringLiteral("to ..&lt;i&gt;a&lt;/i&gt;/.../b &amp; c"));
+    QCOMPARE(n.actions, QStringList({"default", ""})); // a click, no button
+    QCOMPARE(n.hints.value(QStringLiteral("desktop-entry")).toString(), QStringLiteral("com.velmora.Quaydrop"));
+    QTRY_COMPARE(m_service->pendingCount(), 1);
+}
+
+void NotificationsTest::userInfoSizeLimit_data()
+{
+    QTest::addColumn<qsizetype>("bytes");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("15000 keeps the list") << qsizetype(15000) << true;
+    QTest::newRow("15001 falls back to the folder") << qsizetype(15001) << false;
+}
+
+void NotificationsTest::userInfoSizeLimit()
+{
+    QFETCH(qsizetype, bytes);
+    QFETCH(bool, kept);
+    const QStringList paths = pathsArchivingTo(bytes);
+    QCOMPARE(Plist::serialize(QVariant(paths)).value().size(), bytes);
+    QSignalSpy activated(m_service, &NotificationService::activated);
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("t"), QStringLiteral("b"), {}, {{QStringLiteral("filePaths"), paths}});
+    QTRY_COMPARE(m_service->pendingCount(), 1);
+    invoke(101, QStringLiteral("default"));
+    QTRY_COMPARE(activated.count(), 1);
+    const QStringList got = activated.first().first().toMap().value(QStringLiteral("filePaths")).toStringList();
+    QCOMPARE(got, kept ? paths : QStringList{QStringLiteral("/home/someone/Pictures/Harbour")});
+}
+
+void NotificationsTest::clickRevealsTheFilesAndClosesIt()
+{
+    FreedesktopWorkspace workspace(QDBusConnection::sessionBus());
+    connect(m_service, &NotificationService::activated, this, [&](const QVariantMap &info) {
+        QVERIFY(workspace.revealItems(info.value(QStringLiteral("filePaths")).toStringList()).ok());
+    });
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("Alias created"), QStringLiteral("at ../Docs"), {},
+                                           {{QStringLiteral("filePaths"), QStringList{"/srv/Docs/a b.txt", "/srv/Docs/c"}}});
+    QTRY_COMPARE(m_service->pendingCount(), 1);
+    invoke(101, QStringLiteral("default"));
+    QTRY_COMPARE(m_fileManager.shown.size(), 1);
+    QCOMPARE(m_fileManager.shown.first(), QStringList({"file:///srv/Docs/a%20b.txt", "file:///srv/Docs/c"}));
+    QTRY_COMPARE(m_server.closed, QList<uint>{101}); // used, so removed
+    QCOMPARE(m_service->pendingCount(), 0);
+}
+
+void NotificationsTest::nothingWhenSwitchedOffOrWithoutFiles()
+{
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("t"), QStringLiteral("b"), {}, {});
+    SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, false);
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("t"), QStringLiteral("b"), {},
+                                           {{QStringLiteral("filePaths"), QStringList{"/x"}}});
+    SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("sent"), QStringLiteral("b"), {},
+                                           {{QStringLiteral("filePaths"), QStringList{"/x"}}});
+    QTRY_COMPARE(m_server.received.size(), 1);
+    QTest::qWait(100);
+    QCOMPARE(m_server.received.size(), 1);
+    QCOMPARE(m_server.received.first().summary, QStringLiteral("sent"));
+}
+
+void NotificationsTest::anotherProgramsClickIsIgnored()
+{
+    QSignalSpy activated(m_service, &NotificationService::activated);
+    invoke(999, QStringLiteral("default"));
+    QTest::qWait(100);
+    QCOMPARE(activated.count(), 0);
+    QVERIFY(m_server.closed.isEmpty());
+}
+
+QTEST_GUILESS_MAIN(NotificationsTest)
+#include "tst_notifications.moc"
