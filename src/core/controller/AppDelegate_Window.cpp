@@ -18,8 +18,11 @@
 #include "widgets/DisableSubviews.h"
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QLabel>
 #include <QSaveFile>
+
+Q_LOGGING_CATEGORY(lcWindow, "quaydrop.window", QtWarningMsg)
 
 void AppDelegate::buildWindow()
 {
@@ -112,6 +115,7 @@ void AppDelegate::showPanelWithIndex(quint64 index)
     endBusyView();
     if (!isKnownDropPanel(index))
         return;
+    qCDebug(lcWindow, "panel %llu shown", static_cast<unsigned long long>(index));
     const auto panel = DropPanel(index);
     if (panel == DropPanelDropTarget) {
         closeVisibleModalOverlay();

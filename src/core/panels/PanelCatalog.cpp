@@ -72,7 +72,7 @@ const QList<PanelButtonSpec> kOtherAppImagePanel = {
 const QList<PanelButtonSpec> kMultiFilesPanel = {
     {"movetoMultiBtn", "moveToBtnAction", "06.move", "Move"},
     {"moveToOneFoldBtn", "putSelectedFilesInFolderAction", "15.in.folder", "Into folder"},
-    {"renameMultiBtn", "showRenameVC", "16.add", "Rename"},
+    {"renameMultiBtn", "showRenameVC", "rename", "Rename"},
     {"multiResizeImg", "quickResizeBtnAction", "05.resize", "Resize"},
     {"multiConvrtImg", "convertImgAction", "convertImg", "Convert"},
     {"airDrMultiBtn", "airDropMultiFiles", "02.share", "Share"},

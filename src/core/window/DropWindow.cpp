@@ -10,7 +10,7 @@
 DropWindow::DropWindow(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("window"));
-    setWindowTitle(QStringLiteral("Quaydrop"));
+    setWindowTitle(QStringLiteral("Quaydrop drop window"));
     setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
     m_stack = new QStackedLayout(this);
