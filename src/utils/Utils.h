@@ -56,6 +56,7 @@ public:
 
     // ---- temp folder and home (core/intake/Utils_TempFolder.cpp) ----
     static QString createTempFileOperationsFolderIfneeded(); // nil on the call that creates it
+    static QString tempFileOperationsFolder(); // the same, but never nil for a folder it could make
     static void cleanUPTepmFileOperationsFolder();
     static QString checkAndReturnHomeFolderPath(const QString &path);
 

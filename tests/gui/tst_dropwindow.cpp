@@ -41,6 +41,7 @@ private Q_SLOTS:
     void aDropChoosesThePanel();
     void libraryImageDisablesWhatWouldChangeIt();
     void severalFilesWithOneImage();
+    void filesOfATemporaryFolderAreAnotherApplications();
     void textPanelCountsAndRereads();
     void windowStatesFollowTheTable();
     void busyViewSecondCallChangesNothing();
@@ -198,6 +199,20 @@ void DropWindowTest::severalFilesWithOneImage()
     m_app->orderOutTheWindow();
     QVERIFY(m_app->imgsOnlyPathsArr.isEmpty());
     QVERIFY(!m_app->multiFilesActionPanelShown);
+}
+
+void DropWindowTest::filesOfATemporaryFolderAreAnotherApplications()
+{
+    drop({makeFile(QStringLiteral("handed-out.bin"))}); // the test's folder lies in the system's temp folder
+    QVERIFY(m_app->droppedImageFromOtherApp);
+    QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
+    QTemporaryDir inHome(QDir::homePath() + QStringLiteral("/drop-XXXXXX"));
+    const QString own = inHome.path() + QStringLiteral("/own.bin");
+    QFile(own).open(QIODevice::WriteOnly);
+    m_app->showDropTargetAt(QPointF(400, 300));
+    drop({own});
+    QVERIFY(!m_app->droppedImageFromOtherApp);
+    QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
 }
 
 void DropWindowTest::textPanelCountsAndRereads()
@@ -388,10 +403,10 @@ void DropWindowTest::actionsOfLaterAreasSayTheyAreMissing()
     drop({makeFile(QStringLiteral("z.bin"))});
     QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
     current()->button(QStringLiteral("zipBtn"))->click();
-    current()->button(QStringLiteral("trashFileBtn"))->click();
+    current()->button(QStringLiteral("mailFileBtn"))->click();
     QCOMPARE(missing.count(), 2);
     QCOMPARE(missing.at(0).at(0).toString(), QStringLiteral("zipBtnAction"));
-    QCOMPARE(missing.at(1).at(0).toString(), QStringLiteral("trashFiles"));
+    QCOMPARE(missing.at(1).at(0).toString(), QStringLiteral("mailFileBtnAction"));
     QVERIFY(QFile::exists(m_app->filePathsArr.first())); // nothing happened to the file
 }
 

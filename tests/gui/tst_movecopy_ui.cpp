@@ -174,7 +174,7 @@ void MoveCopyUiTest::pickerRowMovesTheDrop()
     QVERIFY(QFile::exists(dest + QStringLiteral("/report.txt")));
     QVERIFY(!QFile::exists(source));
     QVERIFY(!m_app->windowIsVsbl());
-    QCOMPARE(Utils::recentDestinations().value(0), dest);
+    QVERIFY(Utils::recentDestinations().contains(dest));
 }
 
 void MoveCopyUiTest::libraryFileIsOnlyCopied()

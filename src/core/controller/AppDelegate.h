@@ -6,6 +6,7 @@
 #include "widgets/JMModalOverlay.h"
 
 #include <QDateTime>
+#include <QHash>
 #include <QPointF>
 #include <QPointer>
 #include <QProcess>
@@ -166,12 +167,7 @@ private:
 
     Platform m_platform;
     bool m_terminated = false;
-    ActionPanelView *imgActionPanel = nullptr;
-    ActionPanelView *docTxtActionPanel = nullptr;
-    ActionPanelView *defaultActionPanel = nullptr;
-    ActionPanelView *stringDroppedActionPanel = nullptr;
-    ActionPanelView *droppedImagePanel = nullptr;
-    ActionPanelView *multiFilesActionPanel = nullptr;
+    QHash<QString, ActionPanelView *> m_panels; // by content view name: 333 and 777 share one
     MoveCopyOrchestrator *m_moveCopy = nullptr;
     ProgressPanel *moveFilesProgress = nullptr;
     WidgetConflictResolver *m_conflicts = nullptr;

@@ -6,8 +6,8 @@
 #include "core/texts/Texts.h"
 #include "utils/Utils.h"
 
+#include <QDir>
 #include <QMimeData>
-#include <QSaveFile>
 #include <QUrl>
 
 namespace {
@@ -35,13 +35,10 @@ QStringList localPathsFromUriList(const QByteArray &uriList)
 
 QString writeDroppedImage(const QByteArray &data, const QString &extension)
 {
-    const QString folder = PathParts::parent(Utils::pathToTempDroppedStr());
-    if (folder.isEmpty())
-        return {};
+    const QString folder = Utils::tempFileOperationsFolder();
     const QString path = folder + QStringLiteral("/_tempDroppedImage.") + extension;
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(data) != data.size() || !file.commit()) {
-        qWarning("dropped image not saved: %s", qPrintable(file.errorString()));
+    if (folder.isEmpty() || !AppDelegate::writeData(data, path)) {
+        qWarning("dropped image not saved in the temp folder %s", qPrintable(folder));
         return {};
     }
     return path;
@@ -64,8 +61,11 @@ void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data)
 
     if (!paths.isEmpty()) {
         filePathsArr = paths;
-        const QString tempFolder = PathParts::parent(Utils::pathToTempDroppedStr());
-        if (!tempFolder.isEmpty() && PathParts::parent(paths.first()).startsWith(tempFolder))
+        // Files that live in a temporary folder are no files of the user's: applications put what they
+        // hand out by drag there, and so does the drop of image data.
+        const QString parent = PathParts::parent(paths.first());
+        const QString ours = Utils::tempFileOperationsFolder();
+        if (parent.startsWith(QDir::tempPath()) || (!ours.isEmpty() && parent.startsWith(ours)))
             droppedImageFromOtherApp = true;
         libraryFolderFile = Utils::checkIfFileIsFromLibraryFolder(paths.first());
         showPanelWithIndex(paths.size() == 1 ? Utils::determineFileType(paths.first()) : DropPanelMultiFiles);

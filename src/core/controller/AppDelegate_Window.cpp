@@ -38,18 +38,13 @@ void AppDelegate::buildWindow()
         endBusyView();
         orderOutTheWindow();
     });
-    auto makePanel = [this](DropPanel panel) {
+    for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
+                                  DropPanelOtherAppImage, DropPanelMultiFiles}) {
         auto *view = new ActionPanelView(panel, window);
         window->addView(view);
         connect(view, &ActionPanelView::actionTriggered, this, &AppDelegate::performAction);
-        return view;
-    };
-    imgActionPanel = makePanel(DropPanelImage);
-    docTxtActionPanel = makePanel(DropPanelDocument);
-    defaultActionPanel = makePanel(DropPanelDefault);
-    stringDroppedActionPanel = makePanel(DropPanelString);
-    droppedImagePanel = makePanel(DropPanelOtherAppImage);
-    multiFilesActionPanel = makePanel(DropPanelMultiFiles);
+        m_panels.insert(PanelCatalog::contentViewName(panel), view);
+    }
     window->setContentView(dropFilesHereView);
 
     modalOverlay = new JMModalOverlay(this);
@@ -66,17 +61,7 @@ void AppDelegate::buildWindow()
 
 ActionPanelView *AppDelegate::panelView(DropPanel panel) const
 {
-    switch (panel) {
-    case DropPanelImage: return imgActionPanel;
-    case DropPanelDocument: return docTxtActionPanel;
-    case DropPanelFolder:
-    case DropPanelDefault: return defaultActionPanel;
-    case DropPanelString: return stringDroppedActionPanel;
-    case DropPanelOtherAppImage: return droppedImagePanel;
-    case DropPanelMultiFiles: return multiFilesActionPanel;
-    case DropPanelDropTarget: break;
-    }
-    return nullptr;
+    return m_panels.value(PanelCatalog::contentViewName(panel));
 }
 
 bool AppDelegate::windowIsVsbl() const
@@ -147,6 +132,9 @@ void AppDelegate::showPanelWithIndex(quint64 index)
             b->setEnabled(it.value().enabled);
             b->setVisible(it.value().visible);
         }
+    // A zip still running in the background spins in the zip button of whichever panel opens.
+    if (ActionButton *zip = view->button(PanelCatalog::zipButtonOf(panel)))
+        zip->setBusy(inputs.zipRunning);
     window->setContentView(view);
 
     switch (panel) {

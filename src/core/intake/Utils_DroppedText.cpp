@@ -4,14 +4,16 @@
 #include <QSaveFile>
 #include <QStringDecoder>
 
+QString Utils::tempFileOperationsFolder()
+{
+    const QString folder = createTempFileOperationsFolderIfneeded();
+    return folder.isNull() ? createTempFileOperationsFolderIfneeded() : folder; // the creating call answers nil
+}
+
 QString Utils::pathToTempDroppedStr()
 {
-    QString folder = createTempFileOperationsFolderIfneeded();
-    if (folder.isNull())
-        folder = createTempFileOperationsFolderIfneeded(); // the creating call answers nil
-    if (folder.isNull())
-        return {};
-    return folder + QStringLiteral("/_tempDroppedStr.txt");
+    const QString folder = tempFileOperationsFolder();
+    return folder.isNull() ? QString() : folder + QStringLiteral("/_tempDroppedStr.txt");
 }
 
 bool Utils::createTXTfileFromString(const QString &text)

@@ -1,12 +1,12 @@
 #include "core/texts/Texts.h"
 #include "utils/Utils.h"
+#include "widgets/Alert.h"
 
 #include <QClipboard>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGuiApplication>
-#include <QMessageBox>
 #include <QSaveFile>
 
 void Utils::copyStringToClipboard(const QString &text)
@@ -29,12 +29,7 @@ bool Utils::copyTXTfileContentsToClipboardFromPath(const QString &path)
 
 void Utils::showBasicAlertwithTitle(const QString &title, const QString &informativeText)
 {
-    auto *box = new QMessageBox(QMessageBox::Information, QStringLiteral("Quaydrop"), title, QMessageBox::Ok);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(informativeText);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowFlag(Qt::WindowStaysOnTopHint);
-    box->show();
+    showAlert(QMessageBox::Information, title, informativeText);
 }
 
 void Utils::openSavePanelWithCurrentFilePath(const QString &path, const QString &allowedFileType,

@@ -1,6 +1,6 @@
 #include "WidgetAlerts.h"
 
-#include <QMessageBox>
+#include "widgets/Alert.h"
 
 void WidgetAlerts::showBasicAlert(const QString &title, const QString &informativeText)
 {
@@ -15,14 +15,5 @@ void WidgetAlerts::showCriticalAlert(const QString &title, const QString &inform
 void WidgetAlerts::show(bool critical, const QString &title, const QString &text)
 {
     qWarning("%s: %s", qPrintable(title), qPrintable(text));
-    // Parented to nothing: the drop window may close while the alert is still read.
-    auto *box = new QMessageBox(critical ? QMessageBox::Critical : QMessageBox::Information, QStringLiteral("Quaydrop"),
-                                title, QMessageBox::Ok);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(text);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setWindowFlag(Qt::WindowStaysOnTopHint);
-    m_last = box;
-    box->show();
-    box->raise();
+    m_last = showAlert(critical ? QMessageBox::Critical : QMessageBox::Information, title, text);
 }
