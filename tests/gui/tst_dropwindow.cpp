@@ -206,7 +206,9 @@ void DropWindowTest::filesOfATemporaryFolderAreAnotherApplications()
     drop({makeFile(QStringLiteral("handed-out.bin"))}); // the test's folder lies in the system's temp folder
     QVERIFY(m_app->droppedImageFromOtherApp);
     QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
-    QTemporaryDir inHome(QDir::homePath() + QStringLiteral("/drop-XXXXXX"));
+    // Outside any temporary folder: the real home (the test's own home may lie below /tmp).
+    QTemporaryDir inHome(Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/quaydrop-test-XXXXXX"));
+    QVERIFY(inHome.isValid());
     const QString own = inHome.path() + QStringLiteral("/own.bin");
     QFile(own).open(QIODevice::WriteOnly);
     m_app->showDropTargetAt(QPointF(400, 300));
