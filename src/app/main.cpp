@@ -9,6 +9,7 @@
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/LinuxVolumeService.h"
 #include "platform/posix/UnixSignalWatcher.h"
+#include "platform/x11/X11DragWatch.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -80,7 +81,13 @@ int runResident(int argc, char **argv)
     FreedesktopNotifications notifications;
     FreedesktopWorkspace workspace;
     XdgAutostart autostart(QCoreApplication::applicationFilePath());
-    Platform platform; // the drag watcher and the other desktop services join as they are built
+    // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
+    const std::unique_ptr<X11DragWatch> dragWatch = X11DragWatch::open();
+    Platform platform; // the other desktop services join as they are built
+    if (dragWatch) {
+        platform.dragPasteboard = dragWatch->pasteboard.get();
+        platform.pointerMonitor = dragWatch->pointer.get();
+    }
     platform.trash = &trash;
     platform.volumes = &volumes;
     platform.notifications = &notifications;

@@ -18,7 +18,7 @@ class DragPasteboard : public QObject
 public:
     using QObject::QObject;
     virtual qint64 changeCount() const = 0;
-    virtual QStringList types() const = 0;     // MIME types the drag source offers
+    virtual QStringList types() const = 0;     // MIME types the drag source offers; empty: it does not say
     virtual QStringList filePaths() const = 0; // local files of a file drag, else empty
 Q_SIGNALS:
     void changed(qint64 changeCount);

@@ -27,6 +27,7 @@ public:
     static QString showPanelHotKey(); // portable text, e.g. "Ctrl+Alt+F"
     static qint64 dropHereWindowAlignment(); // 0 at the pointer, 1 centred on the screen
     static bool exclAllButFinderValue();
+    static QStringList exclBndlIDAppsArray(); // the user's exclusion list, read at each use
     static bool dontshowIntroSlides();
     static bool shouldHideStatusBarItem();
     static void shouldHideStatusBarItem(bool hide);

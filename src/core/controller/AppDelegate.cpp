@@ -9,7 +9,6 @@
 #include "utils/Utils.h"
 
 #include <QApplication>
-#include <QCursor>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStyleHints>
@@ -46,9 +45,8 @@ void AppDelegate::applicationDidFinishLaunching()
     // 9.
     if (!Utils::shouldHideStatusBarItem())
         createStatusItem(1);
-    // 10. The drag watcher is the pointer monitor's; without one, only the hot key opens the window.
-    if (!m_platform.pointerMonitor)
-        qInfo("no drag watcher on this display: the window opens by the hot key only");
+    // 10. Without a pointer monitor, only the hot key opens the window.
+    installDragWatcher();
     // 11.
     installOverlayCompletions();
     // 12.
@@ -68,16 +66,8 @@ void AppDelegate::registerObservers()
         connect(m_platform.power, &PowerEvents::didWake, this, [] { Utils::cleanUPTepmFileOperationsFolder(); });
     center.observe(QString::fromLatin1(NotificationName::CropWindowClosed), this,
                    [this](const QVariantMap &) { cropRotateWC = nullptr; });
-    center.observe(QString::fromLatin1(NotificationName::ShowPanelHK), this, [this](const QVariantMap &) {
-        if (!Utils::isShortcutEnabled())
-            return;
-        if (windowIsVsbl()) {
-            orderOutTheWindow();
-            return;
-        }
-        const QPoint cursor = QCursor::pos();
-        showDropTargetAt(QPointF(cursor.x(), DropWindow::primaryScreenHeight() - cursor.y()));
-    });
+    center.observe(QString::fromLatin1(NotificationName::ShowPanelHK), this,
+                   [this](const QVariantMap &) { showPanelHKNotif(); });
     center.observe(QString::fromLatin1(NotificationName::OpenPanelHasJustClosed), this,
                    [this](const QVariantMap &info) { NSOpenPanelHasJustClosed(info); });
     center.observe(QString::fromLatin1(NotificationName::ShouldNotCloseYet), this,

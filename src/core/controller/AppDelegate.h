@@ -71,6 +71,15 @@ public:
     QRectF properWindowFrameToFit(const QSizeF &image, const QSizeF &editorMinSize, qreal imageViewWidth,
                                   const QPointF &editorOrigin) const;
 
+    // ---- the drag watcher and the pointer (AppDelegate_DragWatch.cpp), points in y-up space ----
+    void leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY);
+    void showhideWindow(float deltaX, float deltaY);
+    void showPanelHKNotif();
+    // The pointer moved while the window is up: `local` for the window's own tracking.
+    void mouseMovedWhileWindowUp(QPointF location, bool local);
+    QString bundleIdOfTheAppWhereTheCursorIs(QPointF location) const;
+    bool isFinderFrontMostAndOwnesMenuBar() const;
+
     // ---- the modal overlay (AppDelegate_Overlays.cpp) ----
     void showOverlayPanel(OverlayController *controller);
     bool isModalOverlayVisible() const;
@@ -154,6 +163,10 @@ Q_SIGNALS:
     void actionNotAvailable(const QString &action);
 
 private:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void installDragWatcher();
+    void setPointerMonitors(bool on);
+    QPointF yUp(QPointF screenPoint) const;
     void createStatusItem(int presentationTransition);
     void registerObservers();
     void buildWindow();

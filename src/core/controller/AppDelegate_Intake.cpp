@@ -4,6 +4,7 @@
 #include "core/fs/PathParts.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/texts/Texts.h"
+#include "platform/UriList.h"
 #include "utils/Utils.h"
 
 #include <QDir>
@@ -12,24 +13,11 @@
 
 namespace {
 
-// File names from text/uri-list, decoded to the name's own bytes: QUrl would lose names that are not
-// UTF-8.
 QStringList localPathsFromUriList(const QByteArray &uriList)
 {
     QStringList paths;
-    for (QByteArray line : uriList.split('\n')) {
-        line = line.trimmed();
-        if (line.isEmpty() || line.startsWith('#') || !line.startsWith("file://"))
-            continue;
-        QByteArray rest = line.mid(7);
-        const qsizetype slash = rest.indexOf('/');
-        if (slash < 0)
-            continue;
-        const QByteArray host = rest.left(slash);
-        if (!host.isEmpty() && host != "localhost")
-            continue; // a file of another machine is no local path
-        paths.append(NativePath::fromNative(QByteArray::fromPercentEncoding(rest.mid(slash))));
-    }
+    for (const QByteArray &bytes : UriList::localPathBytes(uriList))
+        paths.append(NativePath::fromNative(bytes));
     return paths;
 }
 

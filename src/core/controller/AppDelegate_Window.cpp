@@ -188,6 +188,7 @@ void AppDelegate::showDropTargetAt(QPointF pointerYUp)
     const qreal side = PanelCatalog::kDropTargetSide;
     shouldNotCloseYet = false;
     window->setFrameYUp(QRectF(pointerYUp.x() - side / 2, pointerYUp.y(), side, side));
+    setPointerMonitors(true);
     showPanelWithIndex(DropPanelDropTarget);
     window->show();
     window->raise();
@@ -218,9 +219,8 @@ void AppDelegate::orderOutTheWindow()
         return;
     multiFilesActionPanelShown = false;
     imgsOnlyPathsArr.clear();
-    mouseToLocalMon = mouseToFromWindowCenterEventMonitor = keyDownLocalMonitor = false;
-    if (m_platform.pointerMonitor)
-        m_platform.pointerMonitor->setMotionTracking(false);
+    setPointerMonitors(false);
+    keyDownLocalMonitor = false;
     closeVisibleModalOverlay();
     window->setContentView(dropFilesHereView);
     window->setTakesFocus(false);

@@ -6,9 +6,8 @@
 
 namespace PanelFrame {
 
-QRectF panelFrame(const QRectF &windowFrame, qreal height, const QRectF &visible)
+QRectF clampedInto(QRectF f, const QRectF &visible)
 {
-    QRectF f(windowFrame.x(), windowFrame.y() + windowFrame.height() - height, PanelCatalog::kPanelWidth, height);
     if (f.x() < visible.x())
         f.moveLeft(visible.x());
     if (f.y() < visible.y())
@@ -20,6 +19,13 @@ QRectF panelFrame(const QRectF &windowFrame, qreal height, const QRectF &visible
     if (topExcess > 0)
         f.moveTop(f.y() - topExcess);
     return f;
+}
+
+QRectF panelFrame(const QRectF &windowFrame, qreal height, const QRectF &visible)
+{
+    return clampedInto(QRectF(windowFrame.x(), windowFrame.y() + windowFrame.height() - height,
+                              PanelCatalog::kPanelWidth, height),
+                       visible);
 }
 
 QRectF properWindowFrameToFit(const QSizeF &image, const QSizeF &minSize, qreal viewWidth, const QPointF &origin)

@@ -11,6 +11,10 @@ namespace PanelFrame {
 // clamped into `visible` (left and bottom first, then right and top overflow).
 QRectF panelFrame(const QRectF &windowFrame, qreal height, const QRectF &visible);
 
+// A frame moved into `visible`: a left or lower edge outside goes to the visible edge first, then a
+// right or upper overflow is subtracted.
+QRectF clampedInto(QRectF frame, const QRectF &visible);
+
 // The crop editor's first frame for an image: `minSize` is the editor's minimum content size and
 // `viewWidth` the width of its image view.
 QRectF properWindowFrameToFit(const QSizeF &image, const QSizeF &minSize, qreal viewWidth, const QPointF &origin);

@@ -1,0 +1,188 @@
+#include "X11DragWatch.h"
+
+#include "X11Connection.h"
+#include "platform/UriList.h"
+
+#include <QFile>
+#include <QLoggingCategory>
+
+#include <xcb/xcb.h>
+#include <xcb/xfixes.h>
+#include <xcb/xinput.h>
+
+#include <cstring>
+
+Q_LOGGING_CATEGORY(lcDrag, "quaydrop.drag", QtWarningMsg)
+
+namespace {
+
+constexpr int kConversionTimeoutMs = 150;
+
+// The types the drop window knows, in the order it prefers them. Qt's drag sources answer a
+// conversion to one of these at once but refuse TARGETS.
+const char *const kWantedTypes[] = {"text/uri-list", "text/x-moz-url", "text/plain;charset=utf-8", "UTF8_STRING",
+                                    "text/plain", "image/png", "image/tiff", "image/jpeg", "XdndDirectSave0"};
+
+} // namespace
+
+X11DragPasteboard::X11DragPasteboard(X11Connection *x, QObject *parent) : DragPasteboard(parent), m_x(x)
+{
+    xcb_xfixes_select_selection_input(x->connection(), x->root(), x->atom("XdndSelection"),
+                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+    xcb_flush(x->connection());
+}
+
+void X11DragPasteboard::handle(xcb_generic_event_t *event)
+{
+    if ((event->response_type & 0x7f) != m_x->xfixesFirstEvent() + XCB_XFIXES_SELECTION_NOTIFY)
+        return;
+    auto *notify = reinterpret_cast<xcb_xfixes_selection_notify_event_t *>(event);
+    if (notify->owner == XCB_WINDOW_NONE)
+        return; // the drag's source gave the selection up: no new drag
+    m_owner = notify->owner;
+    m_ownedSince = notify->selection_timestamp;
+    qCDebug(lcDrag, "new drag: XdndSelection owned by 0x%x", notify->owner);
+    m_types.reset();
+    m_uriList.reset();
+    Q_EMIT changed(++m_count);
+}
+
+std::optional<QByteArray> X11DragPasteboard::convert(const char *target) const
+{
+    // A Qt source answers only a request stamped with the time of the last pointer motion it handled
+    // (or of its start); other sources take any time. Newest first.
+    QList<quint32> times{m_lastMotionTime, m_ownedSince, XCB_CURRENT_TIME};
+    times.removeAll(0u);
+    times.append(XCB_CURRENT_TIME);
+    for (const quint32 time : std::as_const(times))
+        if (auto data = m_x->convertSelection(m_x->atom("XdndSelection"), m_x->atom(target), time, kConversionTimeoutMs))
+            return data;
+    return std::nullopt;
+}
+
+QStringList X11DragPasteboard::types() const
+{
+    if (m_types)
+        return *m_types;
+    QStringList types;
+    // Sources offering more than three types list them on their window.
+    if (const auto list = m_x->property(m_owner, m_x->atom("XdndTypeList"), XCB_ATOM_ATOM)) {
+        const auto *atoms = reinterpret_cast<const quint32 *>(list->constData());
+        for (qsizetype i = 0; i < list->size() / 4; ++i)
+            types.append(m_x->atomName(atoms[i]));
+    } else {
+        for (const char *wanted : kWantedTypes) {
+            const auto data = convert(wanted);
+            if (!data)
+                continue;
+            types.append(QString::fromLatin1(wanted));
+            if (std::strcmp(wanted, "text/uri-list") == 0)
+                m_uriList = data;
+            break; // the first answer tells what kind of drag this is
+        }
+    }
+    qCDebug(lcDrag) << "drag offers" << types;
+    m_types = types;
+    return types;
+}
+
+QStringList X11DragPasteboard::filePaths() const
+{
+    if (!m_uriList)
+        m_uriList = convert("text/uri-list");
+    QStringList paths;
+    // Decoded for the gate's tests only; a drop reads the names again, byte for byte.
+    if (m_uriList)
+        for (const QByteArray &bytes : UriList::localPathBytes(*m_uriList))
+            paths.append(QFile::decodeName(bytes));
+    return paths;
+}
+
+X11PointerMonitor::X11PointerMonitor(X11Connection *x, QObject *parent) : PointerMonitor(parent), m_x(x)
+{
+    struct
+    {
+        xcb_input_event_mask_t head;
+        quint32 mask;
+    } selection{{XCB_INPUT_DEVICE_ALL_MASTER, 1},
+                XCB_INPUT_XI_EVENT_MASK_RAW_MOTION | XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS |
+                    XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE};
+    xcb_input_xi_select_events(x->connection(), x->root(), 1, &selection.head);
+    xcb_flush(x->connection());
+}
+
+QPointF X11PointerMonitor::pointer() const
+{
+    auto *reply = xcb_query_pointer_reply(m_x->connection(), xcb_query_pointer(m_x->connection(), m_x->root()), nullptr);
+    if (!reply)
+        return {};
+    const QPointF at(reply->root_x, reply->root_y);
+    free(reply);
+    return at;
+}
+
+void X11PointerMonitor::handle(xcb_generic_event_t *event)
+{
+    if ((event->response_type & 0x7f) != XCB_GE_GENERIC)
+        return;
+    auto *ge = reinterpret_cast<xcb_ge_generic_event_t *>(event);
+    if (ge->extension != m_x->xinputOpcode())
+        return;
+    switch (ge->event_type) {
+    case XCB_INPUT_RAW_BUTTON_PRESS:
+        if (reinterpret_cast<xcb_input_raw_button_press_event_t *>(event)->detail == 1)
+            m_buttonDown = true;
+        break;
+    case XCB_INPUT_RAW_BUTTON_RELEASE:
+        if (reinterpret_cast<xcb_input_raw_button_release_event_t *>(event)->detail == 1 && m_buttonDown) {
+            m_buttonDown = false;
+            Q_EMIT leftMouseReleased(pointer());
+        }
+        break;
+    case XCB_INPUT_RAW_MOTION: {
+        if (!m_buttonDown && !m_tracking)
+            return;
+        auto *raw = reinterpret_cast<xcb_input_raw_motion_event_t *>(event);
+        Q_EMIT serverTime(raw->time);
+        // The deltas of the axes present, in order: x first, then y.
+        qreal delta[2] = {0, 0};
+        int found = 0;
+        const quint32 *mask = xcb_input_raw_button_press_valuator_mask(raw);
+        const xcb_input_fp3232_t *values = xcb_input_raw_button_press_axisvalues(raw);
+        for (int axis = 0; axis < 2 && axis < raw->valuators_len * 32; ++axis) {
+            if (!(mask[axis / 32] & (1u << (axis % 32))))
+                continue;
+            const xcb_input_fp3232_t &v = values[found++];
+            delta[axis] = v.integral + v.frac / 4294967296.0;
+        }
+        const QPointF at = pointer();
+        if (m_buttonDown)
+            Q_EMIT leftMouseDragged(at, delta[0], delta[1]);
+        if (m_tracking)
+            Q_EMIT mouseMoved(at);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+std::unique_ptr<X11DragWatch> X11DragWatch::open()
+{
+    auto connection = X11Connection::open();
+    if (!connection)
+        return nullptr;
+    auto watch = std::make_unique<X11DragWatch>();
+    watch->pasteboard = std::make_unique<X11DragPasteboard>(connection.get());
+    watch->pointer = std::make_unique<X11PointerMonitor>(connection.get());
+    connection->setEventHandler([p = watch->pasteboard.get(), m = watch->pointer.get()](xcb_generic_event_t *e) {
+        p->handle(e);
+        m->handle(e);
+    });
+    QObject::connect(watch->pointer.get(), &X11PointerMonitor::serverTime, watch->pasteboard.get(),
+            &X11DragPasteboard::noteMotionTime);
+    watch->connection = std::move(connection);
+    return watch;
+}
+
+X11DragWatch::~X11DragWatch() = default;

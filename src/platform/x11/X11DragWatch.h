@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <memory>
+
+class X11Connection;
+#include <xcb/xcb.h>
+
+// The system-wide drag on X11: each new owner of the XdndSelection selection is a new drag (XFixes
+// tells at once), what it offers comes from its XdndTypeList or from asking it, and its file names
+// from converting the selection to text/uri-list.
+class X11DragPasteboard : public DragPasteboard
+{
+    Q_OBJECT
+public:
+    explicit X11DragPasteboard(X11Connection *x, QObject *parent = nullptr);
+    qint64 changeCount() const override { return m_count; }
+    QStringList types() const override;
+    QStringList filePaths() const override;
+    void handle(xcb_generic_event_t *event);
+    void noteMotionTime(quint32 time) { m_lastMotionTime = time; }
+
+private:
+    std::optional<QByteArray> convert(const char *target) const;
+    X11Connection *m_x;
+    qint64 m_count = 0;
+    quint32 m_lastMotionTime = 0;
+    quint32 m_owner = 0;
+    quint32 m_ownedSince = 0; // server time of the drag's start
+    mutable std::optional<QStringList> m_types; // per drag
+    mutable std::optional<QByteArray> m_uriList;
+};
+
+// Left-button drags and, while asked, pointer motion, from XInput 2 raw events on the root window.
+class X11PointerMonitor : public PointerMonitor
+{
+    Q_OBJECT
+public:
+    explicit X11PointerMonitor(X11Connection *x, QObject *parent = nullptr);
+    void setMotionTracking(bool on) override { m_tracking = on; }
+    void handle(xcb_generic_event_t *event);
+
+Q_SIGNALS:
+    void serverTime(quint32 time); // of each pointer motion
+
+private:
+    QPointF pointer() const;
+    X11Connection *m_x;
+    bool m_buttonDown = false;
+    bool m_tracking = false;
+};
+
+// Both on one connection of their own. Null members where there is no X11 display.
+struct X11DragWatch
+{
+    static std::unique_ptr<X11DragWatch> open();
+    ~X11DragWatch();
+    std::unique_ptr<X11Connection> connection;
+    std::unique_ptr<X11DragPasteboard> pasteboard;
+    std::unique_ptr<X11PointerMonitor> pointer;
+};

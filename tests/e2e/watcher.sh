@@ -1,0 +1,80 @@
+#!/usr/bin/env bash
+# The drag watcher on a real X server: a drag from another program raises the drop window next to
+# the pointer, away from the drag's direction; dropping on it shows the panel; a drag that goes on
+# away from it closes it; pressing and moving without a drag raises nothing.
+source "$(dirname "$0")/lib.sh"
+BIN=$1
+SOURCE=$2
+private_home
+trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+printf 'notes\n' >"$E2E_HOME/notes.txt"
+
+log="$E2E_HOME/quaydrop.log"
+QT_LOGGING_RULES="quaydrop.window.debug=true" "$BIN" 2>"$log" &
+pid=$!
+wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+
+window_geometry() {
+  xwininfo -name "Quaydrop drop window" 2>/dev/null |
+    awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} /Map State/ {m=$3}
+         END {print x, y, w, h, m}'
+}
+
+# Pressing and moving with no drag raises nothing: XdndSelection never changes hands.
+xdotool mousemove 600 500 mousedown 1
+for _ in 1 2 3 4 5; do xdotool mousemove_relative -- 20 10; sleep 0.03; done
+xdotool mouseup 1
+sleep 0.3
+grep -q "panel 111 shown" "$log" && fail "a press and move without a drag raised the window"
+pass "moving with the button down raises nothing"
+
+start_drag() {
+  "$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
+  src=$!
+  wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
+  sleep 0.3
+  xdotool mousemove 100 100 mousedown 1
+  xdotool mousemove_relative -- 10 30 # downward: the window opens above the pointer
+  wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "a drag of a file did not raise the window"; }
+}
+
+start_drag
+read -r x y w h state <<<"$(window_geometry)"
+[ "$state" = IsViewable ] || fail "the raised window is not on screen ($state)"
+[ "$w" = 90 ] && [ "$h" = 90 ] || fail "the drop window is ${w}x${h}, not 90x90"
+[ "$x" = $((110 - 45)) ] || fail "the window is not centred on the pointer: x=$x"
+[ "$y" -lt 130 ] || fail "the window is not above the pointer after a downward drag: y=$y"
+pass "a downward drag of a file raises the window above the pointer at x=$x y=$y"
+
+# Onto the window, and let go: the document's panel.
+xdotool mousemove_relative -- 0 $((y + 45 - 130))
+sleep 0.2
+xdotool mousemove_relative -- 1 1
+sleep 0.2
+xdotool mouseup 1
+wait_for "$E2E_HOME/source.out" dropped 10 || fail "the drag did not end"
+wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "dropping on the raised window showed no panel"; }
+pass "dropping on it shows the document panel"
+kill "$src" 2>/dev/null || true
+
+# A drag elsewhere while a panel is up dismisses it; that same drag raises the window again.
+start_drag_again() {
+  "$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
+  src=$!
+  wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
+  sleep 0.3
+  xdotool mousemove 100 100 mousedown 1
+  for _ in 1 2 3; do xdotool mousemove_relative -- 10 30; sleep 0.05; done
+}
+start_drag_again
+sleep 0.3
+# Going on downward, far from the window, closes it.
+for _ in 1 2 3 4 5 6; do xdotool mousemove_relative -- 0 40; sleep 0.05; done
+sleep 0.3
+read -r x y w h state <<<"$(window_geometry)"
+[ "$state" != IsViewable ] || fail "the window stayed although the pointer went far away"
+xdotool mouseup 1
+pass "a drag that goes on away from the window closes it"
+echo "4 passed, 0 failed"
