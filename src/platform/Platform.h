@@ -30,7 +30,7 @@ class PointerMonitor : public QObject
     Q_OBJECT
 public:
     using QObject::QObject;
-    virtual void setMotionTracking(bool on) = 0; // mouseMoved is reported only while on
+    virtual void setMotionTracking(bool on) = 0; // mouseMoved (button up) is reported only while on
 Q_SIGNALS:
     void leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY);
     void leftMouseReleased(QPointF location);

@@ -158,7 +158,8 @@ void X11PointerMonitor::handle(xcb_generic_event_t *event)
         const QPointF at = pointer();
         if (m_buttonDown)
             Q_EMIT leftMouseDragged(at, delta[0], delta[1]);
-        if (m_tracking)
+        // Plain motion only: while the button is held the pointer is dragging, not wandering off.
+        if (m_tracking && !m_buttonDown)
             Q_EMIT mouseMoved(at);
         break;
     }
