@@ -13,6 +13,8 @@
 #include "utils/Utils.h"
 
 #include <QDir>
+#include <QMimeData>
+#include <QUrl>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,6 +44,7 @@ private Q_SLOTS:
     void oneRaisePerDrag();
     void aDragElsewhereDismissesAPanel();
     void pointerLeavingCloses();
+    void aLoneVolumeIsNotTakenOnDrop();
 
 private:
     void drag(const QStringList &types, const QStringList &paths = {});
@@ -255,6 +258,17 @@ void DragWatchTest::pointerLeavingCloses()
     m_fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
     QVERIFY(!m_app->windowIsVsbl());
     QVERIFY(!m_fakes->pointer.tracking);
+}
+
+void DragWatchTest::aLoneVolumeIsNotTakenOnDrop()
+{
+    m_app->showDropTargetAt(QPointF(300, 300));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
+    m_app->mycustomviewDidGetDrop(&data);
+    QVERIFY(m_app->filePathsArr.isEmpty());
+    QVERIFY(!m_app->oneofThePanelsIsShown);
+    QVERIFY(!m_app->emptyContviewIsShown);
 }
 
 QTEST_MAIN(DragWatchTest)

@@ -2,6 +2,7 @@
 
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
+#include "core/intake/SingleItemDropGate.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/texts/Texts.h"
 #include "platform/UriList.h"
@@ -41,6 +42,11 @@ void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data)
     const QStringList paths = data->hasFormat(QStringLiteral("text/uri-list"))
                                   ? localPathsFromUriList(data->data(QStringLiteral("text/uri-list")))
                                   : QStringList();
+    // A lone volume is not taken; the window keeps waiting.
+    if (!paths.isEmpty() && !SingleItemDropGate::passes(paths)) {
+        qInfo("drop of a lone volume refused: %s", qPrintable(NativePath::forDisplay(paths.first())));
+        return;
+    }
     showProcessingProgressLabelTxt(Texts::localized("Loading"), 1.0, double(paths.size()), true);
     applyPanelFrame(PanelCatalog::kPanelHeight);
     filePathsArr.clear();
