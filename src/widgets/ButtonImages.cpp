@@ -16,6 +16,11 @@ QString bundledPath(const QString &stem)
 
 QPixmap drawBundled(const QString &stem, int side, const QColor &color, qreal dpr)
 {
+    // Panels set their images each time they open: each drawing is rendered once per colour and size.
+    static QHash<QString, QPixmap> rendered;
+    const QString key = QStringLiteral("%1|%2|%3|%4").arg(stem).arg(side).arg(color.name(QColor::HexArgb)).arg(dpr);
+    if (const auto it = rendered.constFind(key); it != rendered.cend())
+        return it.value();
     QFile file(bundledPath(stem));
     if (!file.open(QIODevice::ReadOnly))
         return {};
@@ -28,6 +33,7 @@ QPixmap drawBundled(const QString &stem, int side, const QColor &color, qreal dp
     renderer.render(&p);
     p.end();
     pixmap.setDevicePixelRatio(dpr);
+    rendered.insert(key, pixmap);
     return pixmap;
 }
 

@@ -80,10 +80,8 @@ void AppDelegate::foremostAppActivated(const QString &applicationId)
     if (!isUs)
         prevFrontMostAppBndlID = applicationId;
     // In drag mode a click on the file manager dismisses a panel; other applications do not.
-    const bool fileManagerInFront = m_platform.workspace && m_platform.windowSystem &&
-                                    m_platform.windowSystem->frontmostApplicationId() ==
-                                        m_platform.workspace->defaultFileManagerId();
-    if (!isUs && !emptyContviewIsShown && !Utils::isShortcutEnabled() && fileManagerInFront && oneofThePanelsIsShown)
+    if (!isUs && !emptyContviewIsShown && !Utils::isShortcutEnabled() && isFinderFrontMostAndOwnesMenuBar() &&
+        oneofThePanelsIsShown)
         orderOutTheWindow();
 }
 

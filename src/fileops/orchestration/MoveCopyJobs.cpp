@@ -59,12 +59,16 @@ MoveCopyOrchestrator::Outcome MoveCopyOrchestrator::copyFilesToAnotherVolume(con
     return Outcome::JobStarted;
 }
 
+QString MoveCopyOrchestrator::progressText(const FileCopyParams &job, const QString &fileName)
+{
+    return Texts::localized(job.isCopying ? "copyingFile2" : "movingFile2")
+        .arg(NativePath::forDisplay(fileName), NativePath::forDisplay(PathParts::lastComponent(job.destFolder())));
+}
+
 void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QString> &replacing)
 {
     QPointer<MoveCopyOrchestrator> self(this);
-    const QString textKey = job->isCopying ? QStringLiteral("copyingFile2") : QStringLiteral("movingFile2");
-    const QString destName = PathParts::lastComponent(job->destFolder());
-    QThreadPool::globalInstance()->start([self, job, replacing, textKey, destName] {
+    QThreadPool::globalInstance()->start([self, job, replacing] {
         QElapsedTimer sincePost;
         auto progress = [&](quint64 copied, quint64 total, bool *stop, const QString &name) {
             job->total = total;
@@ -75,7 +79,7 @@ void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QStri
                 return;
             sincePost.start();
             const int percent = total ? int(qMin<quint64>(100, copied * 100 / total)) : 0;
-            const QString text = Texts::localized(textKey.toLatin1().constData()).arg(NativePath::forDisplay(name), destName);
+            const QString text = progressText(*job, name);
             QMetaObject::invokeMethod(self, [self, job, percent, text] {
                 if (self)
                     self->m_observer->jobProgress(job, percent, text);

@@ -30,6 +30,8 @@ public:
     void cancelAll();
 
     QList<FileCopyParamsPtr> runningJobs() const;
+    // "Copying NAME to FOLDER" / "Moving NAME to FOLDER", for a job's progress row.
+    static QString progressText(const FileCopyParams &job, const QString &fileName);
     // Items of the last same-volume move that could not be renamed (logged one by one).
     int lastRenameFailures() const { return m_lastRenameFailures; }
     QStringList pathsBeingMovedToBeDeletedAfter;

@@ -1,8 +1,8 @@
 #include "ProgressRow.h"
 
-#include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/texts/Texts.h"
+#include "fileops/orchestration/MoveCopyOrchestrator.h"
 #include "widgets/ButtonImages.h"
 
 #include <QHBoxLayout>
@@ -24,9 +24,8 @@ ProgressRow::ProgressRow(FileCopyParamsPtr job, bool first, QWidget *parent)
     m_text->setTextFormat(Qt::PlainText);
     m_text->setMinimumWidth(260);
     const QStringList sources = m_job->sourcePathsArr();
-    const QString first0 = sources.isEmpty() ? QString() : NativePath::forDisplay(PathParts::lastComponent(sources.first()));
-    m_text->setText(Texts::localized(m_job->isCopying ? "copyingFile2" : "movingFile2")
-                        .arg(first0, NativePath::forDisplay(PathParts::lastComponent(m_job->destFolder()))));
+    m_text->setText(MoveCopyOrchestrator::progressText(*m_job, sources.isEmpty() ? QString()
+                                                                                 : PathParts::lastComponent(sources.first())));
     m_bar = new QProgressBar(this);
     m_bar->setObjectName(QStringLiteral("progIndicForCopyCell"));
     m_bar->setRange(0, 100);

@@ -57,6 +57,8 @@ Status FreedesktopWorkspace::openUrl(const QString &url)
 
 QString FreedesktopWorkspace::defaultFileManagerId() const
 {
+    if (m_fileManager)
+        return *m_fileManager;
     QProcess query;
     query.start(QStringLiteral("xdg-mime"), {QStringLiteral("query"), QStringLiteral("default"), QStringLiteral("inode/directory")});
     if (!query.waitForFinished(2000))
@@ -64,5 +66,6 @@ QString FreedesktopWorkspace::defaultFileManagerId() const
     QString id = QString::fromUtf8(query.readAllStandardOutput()).trimmed();
     if (id.endsWith(QLatin1String(".desktop")))
         id.chop(8);
+    m_fileManager = id;
     return id;
 }

@@ -4,6 +4,8 @@
 
 #include <QDBusConnection>
 
+#include <optional>
+
 // The file manager over org.freedesktop.FileManager1, default applications through xdg-open.
 class FreedesktopWorkspace : public Workspace
 {
@@ -15,8 +17,10 @@ public:
     Status revealItems(const QStringList &paths) override;
     Status openPath(const QString &path) override;
     Status openUrl(const QString &url) override;
+    // Asked of xdg-mime once: the drag watcher asks on every drag.
     QString defaultFileManagerId() const override;
 
 private:
     QDBusConnection m_bus;
+    mutable std::optional<QString> m_fileManager;
 };
