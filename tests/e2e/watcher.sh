@@ -12,7 +12,7 @@ printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmo
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 
 log="$E2E_HOME/quaydrop.log"
-QT_LOGGING_RULES="quaydrop.window.debug=true" "$BIN" 2>"$log" &
+QT_LOGGING_RULES="quaydrop.window.debug=true;quaydrop.drag.debug=true" "$BIN" 2>"$log" &
 pid=$!
 wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
 
@@ -36,8 +36,13 @@ start_drag() {
   wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
   sleep 0.3
   xdotool mousemove 100 100 mousedown 1
-  # Downward, in small steps as a hand moves: the window opens above the pointer.
-  for _ in 1 2 3; do xdotool mousemove_relative -- 3 10; sleep 0.05; done
+  # Downward, in small steps as a hand moves, until the window is up (a loaded machine may start the
+  # source's drag late): it opens above the pointer.
+  for _ in $(seq 30); do
+    xdotool mousemove_relative -- 1 4
+    sleep 0.05
+    grep -q "panel 111 shown" "$log" && break
+  done
   wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "a drag of a file did not raise the window"; }
 }
 
@@ -66,9 +71,14 @@ kill "$src" 2>/dev/null || true
 src=$!
 wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
 sleep 0.3
+raised_before=$(grep -c "panel 111 shown" "$log")
 xdotool mousemove 100 100 mousedown 1
-for _ in 1 2 3; do xdotool mousemove_relative -- 10 30; sleep 0.05; done
-sleep 0.3
+for _ in $(seq 30); do
+  xdotool mousemove_relative -- 1 4
+  sleep 0.05
+  [ "$(grep -c "panel 111 shown" "$log")" -gt "$raised_before" ] && break
+done
+sleep 0.2
 read -r x y w h state <<<"$(window_geometry)"
 [ "$state" = IsViewable ] || fail "a new drag while a panel was up did not raise the window again"
 for _ in 1 2 3 4 5 6; do xdotool mousemove_relative -- 0 40; sleep 0.05; done

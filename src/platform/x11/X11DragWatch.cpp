@@ -16,7 +16,9 @@ Q_LOGGING_CATEGORY(lcDrag, "quaydrop.drag", QtWarningMsg)
 
 namespace {
 
-constexpr int kConversionTimeoutMs = 150;
+// All the questions about one drag together: a source that is slow to answer must not hold up the
+// program, so what it has not said by then is learnt at the drop.
+constexpr int kQuestionBudgetMs = 150;
 
 // The types the drop window knows, in the order it prefers them. Qt's drag sources answer a
 // conversion to one of these at once but refuse TARGETS.
@@ -44,19 +46,26 @@ void X11DragPasteboard::handle(xcb_generic_event_t *event)
     qCDebug(lcDrag, "new drag: XdndSelection owned by 0x%x", notify->owner);
     m_types.reset();
     m_uriList.reset();
+    m_asking.invalidate();
     Q_EMIT changed(++m_count);
 }
 
 std::optional<QByteArray> X11DragPasteboard::convert(const char *target) const
 {
+    if (!m_asking.isValid())
+        m_asking.start();
     // A Qt source answers only a request stamped with the time of the last pointer motion it handled
     // (or of its start); other sources take any time. Newest first.
     QList<quint32> times{m_lastMotionTime, m_ownedSince, XCB_CURRENT_TIME};
     times.removeAll(0u);
     times.append(XCB_CURRENT_TIME);
-    for (const quint32 time : std::as_const(times))
-        if (auto data = m_x->convertSelection(m_x->atom("XdndSelection"), m_x->atom(target), time, kConversionTimeoutMs))
+    for (const quint32 time : std::as_const(times)) {
+        const int left = int(kQuestionBudgetMs - m_asking.elapsed());
+        if (left <= 0)
+            break;
+        if (auto data = m_x->convertSelection(m_x->atom("XdndSelection"), m_x->atom(target), time, left))
             return data;
+    }
     return std::nullopt;
 }
 
@@ -78,6 +87,15 @@ QStringList X11DragPasteboard::types() const
             types.append(QString::fromLatin1(wanted));
             if (std::strcmp(wanted, "text/uri-list") == 0)
                 m_uriList = data;
+            // Some sources answer for file names only in this form: "URL\ntitle" in UTF-16.
+            if (std::strcmp(wanted, "text/x-moz-url") == 0) {
+                const QString url = QString::fromUtf16(reinterpret_cast<const char16_t *>(data->constData()),
+                                                       data->size() / 2).section(QLatin1Char('\n'), 0, 0);
+                if (url.startsWith(QLatin1String("file://"))) {
+                    m_uriList = url.toUtf8();
+                    types.prepend(QStringLiteral("text/uri-list"));
+                }
+            }
             break; // the first answer tells what kind of drag this is
         }
     }

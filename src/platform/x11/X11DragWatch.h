@@ -2,6 +2,8 @@
 
 #include "platform/Platform.h"
 
+#include <QElapsedTimer>
+
 #include <memory>
 
 class X11Connection;
@@ -30,6 +32,7 @@ private:
     quint32 m_ownedSince = 0; // server time of the drag's start
     mutable std::optional<QStringList> m_types; // per drag
     mutable std::optional<QByteArray> m_uriList;
+    mutable QElapsedTimer m_asking; // since the first question about this drag
 };
 
 // Left-button drags and, while asked, pointer motion, from XInput 2 raw events on the root window.
