@@ -5,6 +5,7 @@
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
+#include <QCoreApplication>
 #include <QFileInfo>
 #include <QHash>
 #include <QPointer>
@@ -98,8 +99,10 @@ void AppDelegate::showSizeAsBtnTitle(ActionButton *sender)
     const QStringList paths = filePathsArr;
     QThreadPool::globalInstance()->start([self, button, paths] {
         const QString size = Utils::getTheSizeOfItemsInArr(paths);
-        QMetaObject::invokeMethod(self, [button, size] {
-            if (!button)
+        // Back through the application, which outlives the controller: the pointers are only read on
+        // the main thread.
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, button, size] {
+            if (!self || !button)
                 return;
             button->setBusy(false);
             button->setText(size);

@@ -11,6 +11,7 @@
 #include "platform/Platform.h"
 #include "utils/Utils.h"
 
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QMutexLocker>
 #include <QPointer>
@@ -80,7 +81,7 @@ void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QStri
             sincePost.start();
             const int percent = total ? int(qMin<quint64>(100, copied * 100 / total)) : 0;
             const QString text = progressText(*job, name);
-            QMetaObject::invokeMethod(self, [self, job, percent, text] {
+            QMetaObject::invokeMethod(QCoreApplication::instance(), [self, job, percent, text] {
                 if (self)
                     self->m_observer->jobProgress(job, percent, text);
             }, Qt::QueuedConnection);
@@ -89,7 +90,7 @@ void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QStri
         const bool ok = FileCopyHelper::copyItemsToAnotherDrive(
             job->sourcePathsArr(), job->destFolder(), progress, &error, replacing,
             [self](const QString &p) { return self ? self->setAside(p) : Status(Error{{}, 1, QStringLiteral("gone")}); });
-        QMetaObject::invokeMethod(self, [self, job, ok, error] {
+        QMetaObject::invokeMethod(QCoreApplication::instance(), [self, job, ok, error] {
             if (self)
                 self->finishJob(job, ok, error);
         }, Qt::QueuedConnection);
