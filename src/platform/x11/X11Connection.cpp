@@ -10,6 +10,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <cstdlib>
 
 std::unique_ptr<X11Connection> X11Connection::open()
@@ -70,7 +71,7 @@ quint32 X11Connection::atom(const char *name)
     if (const auto it = m_atoms.constFind(key); it != m_atoms.cend())
         return it.value();
     auto *reply = xcb_intern_atom_reply(m_c, xcb_intern_atom(m_c, 0, quint16(key.size()), name), nullptr);
-    const quint32 value = reply ? reply->atom : XCB_ATOM_NONE;
+    const quint32 value = reply ? reply->atom : quint32(XCB_ATOM_NONE);
     free(reply);
     m_atoms.insert(key, value);
     return value;
@@ -99,8 +100,11 @@ std::optional<QByteArray> X11Connection::property(quint32 window, quint32 prop, 
     return value;
 }
 
-std::optional<QByteArray> X11Connection::convertSelection(quint32 selection, quint32 target, quint32 time, int timeoutMs)
+std::optional<QByteArray> X11Connection::convertSelection(quint32 selection, quint32 target, quint32 time, int timeoutMs,
+                                                         quint32 requestor)
 {
+    if (!requestor)
+        requestor = m_requestor;
     // Whatever came meanwhile is handled once the caller is done.
     struct Resume
     {
@@ -112,7 +116,7 @@ std::optional<QByteArray> X11Connection::convertSelection(quint32 selection, qui
         }
     } resume{this};
     const quint32 into = atom("QUAYDROP_SELECTION");
-    xcb_convert_selection(m_c, m_requestor, selection, target, into, time);
+    xcb_convert_selection(m_c, requestor, selection, target, into, time);
     xcb_flush(m_c);
     QElapsedTimer clock;
     clock.start();
@@ -121,14 +125,14 @@ std::optional<QByteArray> X11Connection::convertSelection(quint32 selection, qui
             if ((e->response_type & 0x7f) == XCB_SELECTION_NOTIFY) {
                 auto *notify = reinterpret_cast<xcb_selection_notify_event_t *>(e);
                 // A refusal may name no target at all.
-                if (notify->requestor == m_requestor && notify->selection == selection &&
+                if (notify->requestor == requestor && notify->selection == selection &&
                     (notify->target == target || notify->property == XCB_ATOM_NONE)) {
                     const bool refused = notify->property == XCB_ATOM_NONE;
                     free(e);
                     if (refused)
                         return std::nullopt;
-                    auto value = property(m_requestor, into, XCB_GET_PROPERTY_TYPE_ANY);
-                    xcb_delete_property(m_c, m_requestor, into);
+                    auto value = property(requestor, into, XCB_GET_PROPERTY_TYPE_ANY);
+                    xcb_delete_property(m_c, requestor, into);
                     xcb_flush(m_c);
                     return value;
                 }
@@ -141,6 +145,24 @@ std::optional<QByteArray> X11Connection::convertSelection(quint32 selection, qui
         ::poll(&fd, 1, int(qMax<qint64>(1, timeoutMs - clock.elapsed())));
     }
     return std::nullopt;
+}
+
+quint32 X11Connection::createHiddenChild(quint32 parent)
+{
+    const quint32 window = xcb_generate_id(m_c);
+    const xcb_void_cookie_t made = xcb_create_window_checked(m_c, XCB_COPY_FROM_PARENT, window, parent, 0, 0, 1, 1, 0,
+                                                             XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    if (xcb_generic_error_t *error = xcb_request_check(m_c, made)) {
+        free(error);
+        return 0;
+    }
+    return window;
+}
+
+void X11Connection::destroyWindow(quint32 window)
+{
+    xcb_destroy_window(m_c, window);
+    xcb_flush(m_c);
 }
 
 void X11Connection::readEvents()
@@ -163,6 +185,19 @@ void X11Connection::readEvents()
 
 void X11Connection::dispatch(xcb_generic_event_t *event)
 {
-    if (m_handler)
-        m_handler(event);
+    for (const Handler &handler : std::as_const(m_handlers))
+        handler(event);
+}
+
+void X11Connection::sendClientMessage(quint32 window, quint32 type, const std::array<quint32, 5> &data)
+{
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = type;
+    std::copy(data.begin(), data.end(), message.data.data32);
+    xcb_send_event(m_c, 0, m_root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                   reinterpret_cast<const char *>(&message));
+    xcb_flush(m_c);
 }

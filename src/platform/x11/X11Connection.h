@@ -5,12 +5,13 @@
 #include <QObject>
 #include <QString>
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
 
-
 #include <xcb/xcb.h>
+
 class QSocketNotifier;
 
 // A connection of the program's own to the X server, read on the Qt event loop through its file
@@ -32,13 +33,21 @@ public:
 
     // Asks the owner of `selection` for `target` and waits at most `timeoutMs` for the answer. `time` is
     // that of the ownership: drag sources refuse a request for "now". Events that come meanwhile are
-    // handled afterwards, in order.
-    std::optional<QByteArray> convertSelection(quint32 selection, quint32 target, quint32 time, int timeoutMs);
+    // handled afterwards, in order. `requestor`: a window of this connection's, else its own.
+    std::optional<QByteArray> convertSelection(quint32 selection, quint32 target, quint32 time, int timeoutMs,
+                                               quint32 requestor = 0);
+    // An input-only window of this connection's inside `parent` (which may be another program's), or 0.
+    quint32 createHiddenChild(quint32 parent);
+    void destroyWindow(quint32 window);
     // The whole of a window's property as raw items (32-bit items for atoms), or nullopt.
     std::optional<QByteArray> property(quint32 window, quint32 property, quint32 type);
 
+    // Sends `type` with five 32-bit items to `window`, as window managers expect of _NET_ requests.
+    void sendClientMessage(quint32 window, quint32 type, const std::array<quint32, 5> &data);
+
+    // Every handler sees every event; each picks its own.
     using Handler = std::function<void(xcb_generic_event_t *)>;
-    void setEventHandler(Handler handler) { m_handler = std::move(handler); }
+    void addEventHandler(Handler handler) { m_handlers.append(std::move(handler)); }
 
 private:
     X11Connection() = default;
@@ -53,5 +62,5 @@ private:
     QHash<QByteArray, quint32> m_atoms;
     QSocketNotifier *m_notifier = nullptr;
     QList<xcb_generic_event_t *> m_deferred;
-    Handler m_handler;
+    QList<Handler> m_handlers;
 };
