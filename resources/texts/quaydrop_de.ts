@@ -283,5 +283,65 @@
         <source>loginLaunchInfTXT</source>
         <translation>Quaydrop wohnt im Infobereich und ist bereit, sobald Sie etwas ziehen. Sie können das später in den Einstellungen ändern.</translation>
     </message>
+    <message>
+        <source>exclListTitle</source>
+        <translation>Ausschlussliste</translation>
+    </message>
+    <message>
+        <source>exclListIntro</source>
+        <translation>Ziehen aus diesen Programmen öffnet das Ablagefenster nie.</translation>
+    </message>
+    <message>
+        <source>exclAddApp</source>
+        <translation>Programm hinzufügen…</translation>
+    </message>
+    <message>
+        <source>exclRemoveBtn</source>
+        <translation>Von der Liste entfernen</translation>
+    </message>
+    <message>
+        <source>exclListDeleteAlertTitle</source>
+        <translation>Dieses Programm von der Ausschlussliste entfernen?</translation>
+    </message>
+    <message>
+        <source>exclHintBtnTxt</source>
+        <translation>Ziehvorgänge, die in einem aufgeführten Programm beginnen, werden übergangen, damit dessen eigenes Ziehen und Ablegen ungestört bleibt.</translation>
+    </message>
+    <message>
+        <source>exclPickerTitle</source>
+        <translation>Programme wählen</translation>
+    </message>
+    <message>
+        <source>exclFilterPlaceholder</source>
+        <translation>Filtern</translation>
+    </message>
+    <message>
+        <source>exclListMenuItem</source>
+        <translation>Ausschlussliste…</translation>
+    </message>
+    <message>
+        <source>quickMoveDropCaption</source>
+        <translation>Bewegen</translation>
+    </message>
+    <message>
+        <source>aliasDropCaption</source>
+        <translation>Alias</translation>
+    </message>
+    <message>
+        <source>quickMoveDropHint</source>
+        <translation>Hier ablegen, um an ein Ziel zu bewegen oder zu kopieren</translation>
+    </message>
+    <message>
+        <source>aliasDropHint</source>
+        <translation>Hier ablegen, um neben jedem Objekt ein Alias anzulegen</translation>
+    </message>
+    <message>
+        <source>Alias created</source>
+        <translation>Alias angelegt</translation>
+    </message>
+    <message>
+        <source>at ../%1</source>
+        <translation>in ../%1</translation>
+    </message>
 </context>
 </TS>

@@ -283,5 +283,65 @@
         <source>loginLaunchInfTXT</source>
         <translation>Quaydrop lives in the tray and is ready whenever you drag something. You can change this later in its options.</translation>
     </message>
+    <message>
+        <source>exclListTitle</source>
+        <translation>Exclusion list</translation>
+    </message>
+    <message>
+        <source>exclListIntro</source>
+        <translation>Dragging from these applications never opens the drop window.</translation>
+    </message>
+    <message>
+        <source>exclAddApp</source>
+        <translation>Add Application…</translation>
+    </message>
+    <message>
+        <source>exclRemoveBtn</source>
+        <translation>Remove from the list</translation>
+    </message>
+    <message>
+        <source>exclListDeleteAlertTitle</source>
+        <translation>Remove this application from the exclusion list?</translation>
+    </message>
+    <message>
+        <source>exclHintBtnTxt</source>
+        <translation>Drags that start in a listed application are ignored, so its own drag and drop works undisturbed.</translation>
+    </message>
+    <message>
+        <source>exclPickerTitle</source>
+        <translation>Choose Applications</translation>
+    </message>
+    <message>
+        <source>exclFilterPlaceholder</source>
+        <translation>Filter</translation>
+    </message>
+    <message>
+        <source>exclListMenuItem</source>
+        <translation>Exclusion List…</translation>
+    </message>
+    <message>
+        <source>quickMoveDropCaption</source>
+        <translation>Move</translation>
+    </message>
+    <message>
+        <source>aliasDropCaption</source>
+        <translation>Alias</translation>
+    </message>
+    <message>
+        <source>quickMoveDropHint</source>
+        <translation>Drop here to move or copy to a destination</translation>
+    </message>
+    <message>
+        <source>aliasDropHint</source>
+        <translation>Drop here to make an alias beside each item</translation>
+    </message>
+    <message>
+        <source>Alias created</source>
+        <translation>Alias created</translation>
+    </message>
+    <message>
+        <source>at ../%1</source>
+        <translation>at ../%1</translation>
+    </message>
 </context>
 </TS>

@@ -9,7 +9,7 @@
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/LinuxVolumeService.h"
 #include "platform/posix/UnixSignalWatcher.h"
-#include "platform/x11/X11DragWatch.h"
+#include "platform/x11/X11Desktop.h"
 
 #include <QApplication>
 #include <QCoreApplication>
@@ -82,11 +82,14 @@ int runResident(int argc, char **argv)
     FreedesktopWorkspace workspace;
     XdgAutostart autostart(QCoreApplication::applicationFilePath());
     // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
-    const std::unique_ptr<X11DragWatch> dragWatch = X11DragWatch::open();
+    const std::unique_ptr<X11Desktop> x11 = X11Desktop::open();
     Platform platform; // the other desktop services join as they are built
-    if (dragWatch) {
-        platform.dragPasteboard = dragWatch->pasteboard.get();
-        platform.pointerMonitor = dragWatch->pointer.get();
+    if (x11) {
+        platform.dragPasteboard = x11->pasteboard.get();
+        platform.promisedFiles = x11->pasteboard.get();
+        platform.pointerMonitor = x11->pointer.get();
+        platform.windowSystem = x11->windows.get();
+        platform.hotKeyBinder = x11->hotKeys.get();
     }
     platform.trash = &trash;
     platform.volumes = &volumes;

@@ -1,5 +1,6 @@
 #include "StatusItem.h"
 
+#include "ExclusionListWC.h"
 #include "core/texts/Texts.h"
 #include "utils/Utils.h"
 
@@ -11,6 +12,9 @@
 StatusItem::StatusItem(QObject *parent) : QObject(parent)
 {
     m_menu = new QMenu();
+    QAction *exclusions = m_menu->addAction(Texts::localized("exclListMenuItem"));
+    connect(exclusions, &QAction::triggered, this, &StatusItem::showExclusionList);
+    m_menu->addSeparator();
     QAction *quit = m_menu->addAction(Texts::localized("Quit Quaydrop"));
     connect(quit, &QAction::triggered, this, &StatusItem::quitRequested);
 
@@ -23,7 +27,20 @@ StatusItem::StatusItem(QObject *parent) : QObject(parent)
     });
 }
 
-StatusItem::~StatusItem() { delete m_menu; }
+StatusItem::~StatusItem()
+{
+    delete m_exclusionList;
+    delete m_menu;
+}
+
+void StatusItem::showExclusionList()
+{
+    if (!m_exclusionList)
+        m_exclusionList = new ExclusionListWC(DesktopEntries::load());
+    m_exclusionList->show();
+    m_exclusionList->raise();
+    m_exclusionList->activateWindow();
+}
 
 bool StatusItem::isTrayAvailable() { return QSystemTrayIcon::isSystemTrayAvailable(); }
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
 
+class ExclusionListWC;
 class QMenu;
 class QSystemTrayIcon;
 
@@ -18,6 +20,7 @@ public:
     void removeStatusItem(); // the user hid it
     bool isRemoved() const { return m_removed; }
     void showStatusItemWindow();
+    void showExclusionList();
 
 Q_SIGNALS:
     void quitRequested();
@@ -26,4 +29,5 @@ private:
     QSystemTrayIcon *m_tray = nullptr;
     QMenu *m_menu = nullptr;
     bool m_removed = false;
+    QPointer<ExclusionListWC> m_exclusionList;
 };

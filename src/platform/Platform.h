@@ -37,6 +37,18 @@ Q_SIGNALS:
     void mouseMoved(QPointF location);
 };
 
+// Files a drag source writes where the drop target tells it to (X Direct Save), asked during a drop.
+class PromisedFileReceiver
+{
+public:
+    virtual ~PromisedFileReceiver() = default;
+    // Tells the source of the drop in progress to write into `folder`; the names it writes come back
+    // at once, possibly before the files are complete. `dropTargetWindow`: the native window the drop
+    // landed on.
+    virtual Result<QStringList> namesOfPromisedFilesDroppedAtDestination(const QString &folder,
+                                                                         quintptr dropTargetWindow) = 0;
+};
+
 // Which application owns which window, and the focus hand-back.
 class WindowSystem : public QObject
 {
@@ -171,6 +183,7 @@ struct Platform
     static void install(const Platform &services);
 
     DragPasteboard *dragPasteboard = nullptr;
+    PromisedFileReceiver *promisedFiles = nullptr;
     PointerMonitor *pointerMonitor = nullptr;
     WindowSystem *windowSystem = nullptr;
     HotKeyBinder *hotKeyBinder = nullptr;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QObject>
 #include <QLocale>
 #include <QString>
 #include <QStringList>
@@ -27,7 +28,6 @@ public:
     static QString showPanelHotKey(); // portable text, e.g. "Ctrl+Alt+F"
     static qint64 dropHereWindowAlignment(); // 0 at the pointer, 1 centred on the screen
     static bool exclAllButFinderValue();
-    static QStringList exclBndlIDAppsArray(); // the user's exclusion list, read at each use
     static bool dontshowIntroSlides();
     static bool shouldHideStatusBarItem();
     static void shouldHideStatusBarItem(bool hide);
@@ -50,6 +50,11 @@ public:
     // ---- stored files ----
     static QString QDappSupportPath(); // nothing is created
 
+    // ---- exclusion list (core/settings/Utils_ExclusionList.cpp) ----
+    static QString pathForExlAppsPlist(); // writes an empty dictionary there first if there is no file
+    static QStringList exclBndlIDAppsArray(); // the user's exclusion list, read at each use
+    static void updateExlAppsPlistWithBundleId(const QString &applicationId, bool remove);
+
     // ---- time-saved ledger (core/ledger) ----
     static QString getTimeSavedPlistPath();
     static std::optional<QVariantMap> getTimeSavedDictionaryValues(); // nullopt: the file is unreadable
@@ -60,6 +65,11 @@ public:
     static QString tempFileOperationsFolder(); // the same, but never nil for a folder it could make
     static void cleanUPTepmFileOperationsFolder();
     static QString checkAndReturnHomeFolderPath(const QString &path);
+
+    // ---- promised files (core/intake/Utils_PromisedFiles.cpp) ----
+    // Calls `handler` with true once the file's date and size are the same 0.1 s apart; until then it
+    // looks again, as long as `context` lives. A missing file never settles.
+    static void checkPromisedFilePathComplete(const QString &path, QObject *context, std::function<void(bool)> handler);
 
     // ---- dropped text (core/intake/Utils_DroppedText.cpp) ----
     static QString pathToTempDroppedStr(); // "_tempDroppedStr.txt" in the temp folder
@@ -109,6 +119,9 @@ public:
                                                 const QString &actionTitle, const QVariantMap &userInfo);
 
     // ---- file operations (fileops) ----
+    // A symbolic link "<name> alias" beside each path, pointing at it; the links made, in order. An
+    // existing item of that name is never replaced: that one fails and is logged.
+    static QStringList createAliasesForFilePathsInArr(const QStringList &paths);
     static QString nameForNewFileOrFolder(const QString &folder, const QString &defaultName,
                                           const QString &fileExtension); // "Report 1.pdf"
     static void createfolderAtPath(const QString &path, const QString &sourceFile);

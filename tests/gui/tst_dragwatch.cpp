@@ -44,7 +44,6 @@ private Q_SLOTS:
     void oneRaisePerDrag();
     void aDragElsewhereDismissesAPanel();
     void pointerLeavingCloses();
-    void aLoneVolumeIsNotTakenOnDrop();
 
 private:
     void drag(const QStringList &types, const QStringList &paths = {});
@@ -258,17 +257,6 @@ void DragWatchTest::pointerLeavingCloses()
     m_fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
     QVERIFY(!m_app->windowIsVsbl());
     QVERIFY(!m_fakes->pointer.tracking);
-}
-
-void DragWatchTest::aLoneVolumeIsNotTakenOnDrop()
-{
-    m_app->showDropTargetAt(QPointF(300, 300));
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
-    m_app->mycustomviewDidGetDrop(&data);
-    QVERIFY(m_app->filePathsArr.isEmpty());
-    QVERIFY(!m_app->oneofThePanelsIsShown);
-    QVERIFY(!m_app->emptyContviewIsShown);
 }
 
 QTEST_MAIN(DragWatchTest)

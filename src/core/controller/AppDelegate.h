@@ -17,9 +17,11 @@ class ActionButton;
 class ActionPanelView;
 class BusyView;
 class DropFilesHereView;
+class DropView;
 class DropWindow;
 class EnterFolderNameOverlayVC;
 class FileCreateOverlayVC;
+class HotKeyBinding;
 class ImgConvertOverlayVC;
 class ImgResizeOverlayVC;
 class ImgShareOverlayVC;
@@ -89,7 +91,13 @@ public:
     bool modalOverlayShouldClose(JMModalOverlay *) override { return true; }
 
     // ---- drops (AppDelegate_Intake.cpp) ----
-    void mycustomviewDidGetDrop(const QMimeData *data);
+    // `promisedPaths`: the files a source is writing for this drop, else empty.
+    void mycustomviewDidGetDrop(const QMimeData *data, const QStringList &promisedPaths = {});
+    void dropViewDidGetDrop(DropView *view, const QMimeData *data, const QStringList &promisedPaths = {});
+    // Waits until every promised file stands still, then shows the picker or the panel.
+    void checkFilePaths(const QStringList &paths, bool quickMoveAction);
+    void showQuickMovePanel();
+    void cancelAllPromisedImportOperations();
 
     // ---- panel actions (AppDelegate_Actions.cpp) ----
     void performAction(const QString &action, ActionButton *sender);
@@ -172,6 +180,8 @@ private:
     void buildWindow();
     void installOverlayCompletions();
     void endBusyView();
+    void startDropIntake(const QStringList &paths);
+    void takeDroppedFileNames(const QStringList &paths);
     void revertTitleLater(ActionButton *sender, std::function<QString()> title);
     void logNotBuiltYet(const QString &action, const QString &owner);
     void moveFileCompletion(qint64 tag, bool copy, const QString &path);
@@ -185,4 +195,6 @@ private:
     ProgressPanel *moveFilesProgress = nullptr;
     WidgetConflictResolver *m_conflicts = nullptr;
     WidgetAlerts *m_alerts = nullptr;
+    HotKeyBinding *m_hotKey = nullptr;
+    QPointer<QObject> m_promiseImport; // owns the settle checks of the import under way
 };

@@ -2,6 +2,7 @@
 
 #include "core/dragwatch/DragContent.h"
 #include "core/dragwatch/DropHereGeometry.h"
+#include "core/dragwatch/HotKeyBinding.h"
 #include "core/intake/SingleItemDropGate.h"
 #include "core/panels/PanelFrame.h"
 #include "core/window/DropWindow.h"
@@ -18,6 +19,8 @@ QPointF AppDelegate::yUp(QPointF p) const
 
 void AppDelegate::installDragWatcher()
 {
+    if (m_platform.hotKeyBinder)
+        m_hotKey = new HotKeyBinding(m_platform.hotKeyBinder, this);
     if (!m_platform.pointerMonitor) {
         qInfo("no drag watcher on this display: the window opens by the hot key only");
         return;

@@ -2,25 +2,31 @@
 
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
-#include "core/intake/SingleItemDropGate.h"
+#include "core/intake/DropOperation.h"
+#include "core/overlays/MoveFileViewController.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/texts/Texts.h"
-#include "platform/UriList.h"
+#include "core/window/BusyView.h"
+#include "core/window/DropView.h"
+#include "core/window/DropWindow.h"
 #include "utils/Utils.h"
+#include "widgets/DisableSubviews.h"
 
+#include <QCheckBox>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLoggingCategory>
 #include <QDir>
+#include <QFileInfo>
+#include <QListWidget>
 #include <QMimeData>
-#include <QUrl>
+#include <QPushButton>
+#include <QThreadPool>
+#include <QTimer>
+
+Q_DECLARE_LOGGING_CATEGORY(lcWindow)
 
 namespace {
-
-QStringList localPathsFromUriList(const QByteArray &uriList)
-{
-    QStringList paths;
-    for (const QByteArray &bytes : UriList::localPathBytes(uriList))
-        paths.append(NativePath::fromNative(bytes));
-    return paths;
-}
 
 QString writeDroppedImage(const QByteArray &data, const QString &extension)
 {
@@ -35,33 +41,39 @@ QString writeDroppedImage(const QByteArray &data, const QString &extension)
 
 } // namespace
 
-void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data)
+void AppDelegate::startDropIntake(const QStringList &paths)
 {
-    if (!data)
-        return;
-    const QStringList paths = data->hasFormat(QStringLiteral("text/uri-list"))
-                                  ? localPathsFromUriList(data->data(QStringLiteral("text/uri-list")))
-                                  : QStringList();
-    // A lone volume is not taken; the window keeps waiting.
-    if (!paths.isEmpty() && !SingleItemDropGate::passes(paths)) {
-        qInfo("drop of a lone volume refused: %s", qPrintable(NativePath::forDisplay(paths.first())));
-        return;
-    }
     showProcessingProgressLabelTxt(Texts::localized("Loading"), 1.0, double(paths.size()), true);
-    applyPanelFrame(PanelCatalog::kPanelHeight);
     filePathsArr.clear();
     droppedImageFromOtherApp = false;
     libraryFolderFile = false;
+}
 
-    if (!paths.isEmpty()) {
-        filePathsArr = paths;
-        // Files that live in a temporary folder are no files of the user's: applications put what they
-        // hand out by drag there, and so does the drop of image data.
-        const QString parent = PathParts::parent(paths.first());
-        const QString ours = Utils::tempFileOperationsFolder();
-        if (parent.startsWith(QDir::tempPath()) || (!ours.isEmpty() && parent.startsWith(ours)))
-            droppedImageFromOtherApp = true;
-        libraryFolderFile = Utils::checkIfFileIsFromLibraryFolder(paths.first());
+void AppDelegate::takeDroppedFileNames(const QStringList &paths)
+{
+    filePathsArr = paths;
+    // Files that live in a temporary folder are no files of the user's: applications put what they
+    // hand out by drag there.
+    const QString parent = PathParts::parent(paths.first());
+    if (parent.startsWith(QDir::tempPath()))
+        droppedImageFromOtherApp = true;
+    libraryFolderFile = Utils::checkIfFileIsFromLibraryFolder(paths.first());
+}
+
+void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data, const QStringList &promisedPaths)
+{
+    if (!data)
+        return;
+    applyPanelFrame(PanelCatalog::kPanelHeight);
+    startDropIntake(promisedPaths);
+    if (!promisedPaths.isEmpty()) {
+        droppedImageFromOtherApp = true;
+        filePathsArr = promisedPaths;
+        checkFilePaths(promisedPaths, false);
+        return;
+    }
+    if (const QStringList paths = DropOperation::filePaths(data); !paths.isEmpty()) {
+        takeDroppedFileNames(paths);
         showPanelWithIndex(paths.size() == 1 ? Utils::determineFileType(paths.first()) : DropPanelMultiFiles);
         return;
     }
@@ -84,7 +96,119 @@ void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data)
         showPanelWithIndex(DropPanelOtherAppImage);
         return;
     }
+    // Nothing to show: the busy view stays, and its cancel is the way back.
     qInfo("drop of %s: nothing the window can take", qPrintable(data->formats().join(QStringLiteral(", "))));
+}
+
+void AppDelegate::dropViewDidGetDrop(DropView *view, const QMimeData *data, const QStringList &promisedPaths)
+{
+    if (!view || !data)
+        return;
+    if (view->mDropViewTag() == DropView::kAliasTag) {
+        // Aliases are made of named files only; promised files stay in the temp folder.
+        filePathsArr = DropOperation::filePaths(data);
+        if (filePathsArr.isEmpty())
+            return;
+        const QStringList paths = filePathsArr;
+        const QString parentName = PathParts::lastComponent(PathParts::parent(paths.first()));
+        Utils::saveChangesToTimeSavedPlistByAddingSec(5);
+        QPointer<AppDelegate> self(this);
+        QThreadPool::globalInstance()->start([self, paths, parentName] {
+            const QStringList made = Utils::createAliasesForFilePathsInArr(paths);
+            QMetaObject::invokeMethod(QCoreApplication::instance(), [self, made, parentName] {
+                if (self)
+                    self->orderOutTheWindow();
+                if (!made.isEmpty())
+                    Utils::postSimpleNotificationWithTitle(
+                        Texts::localized("Alias created"),
+                        Texts::localized("at ../%1").arg(NativePath::forDisplay(parentName)),
+                        Texts::localized("revealShowFileBtn"), {{QStringLiteral("filePaths"), made}});
+            });
+        });
+        return;
+    }
+    applyPanelFrame(PanelCatalog::kPanelHeight);
+    const QStringList paths = promisedPaths.isEmpty() ? DropOperation::filePaths(data) : promisedPaths;
+    startDropIntake(paths);
+    if (!promisedPaths.isEmpty()) {
+        droppedImageFromOtherApp = true;
+        filePathsArr = promisedPaths;
+        checkFilePaths(promisedPaths, true);
+        return;
+    }
+    if (paths.isEmpty())
+        return;
+    takeDroppedFileNames(paths);
+    showQuickMovePanel();
+}
+
+void AppDelegate::checkFilePaths(const QStringList &paths, bool quickMoveAction)
+{
+    auto settled = std::make_shared<QStringList>();
+    // The checks of one import live as long as this object: a cancel or the next import ends them.
+    delete m_promiseImport;
+    m_promiseImport = new QObject(this);
+    for (const QString &path : paths) {
+        Utils::checkPromisedFilePathComplete(path, m_promiseImport, [this, settled, paths, quickMoveAction, path](bool done) {
+            if (done) {
+                emptyContview->incrementBy(1.0);
+                settled->append(path);
+            }
+            if (settled->size() != paths.size()) {
+                qInfo("Files are not ready yet");
+                return;
+            }
+            if (quickMoveAction)
+                showQuickMovePanel();
+            else if (paths.size() == 1) {
+                const quint64 type = Utils::determineFileType(filePathsArr.value(0));
+                showPanelWithIndex(type == DropPanelImage ? DropPanelOtherAppImage : type);
+            } else
+                showPanelWithIndex(DropPanelMultiFiles);
+        });
+    }
+}
+
+void AppDelegate::showQuickMovePanel()
+{
+    moveFileVC->setDestinationsArr(Utils::createMoveDestArr());
+    moveFileVC->setDefDestArr(Utils::defFileMoveDestPaths(true));
+    moveFileVC->setDestParentFldrPath(filePathsArr.value(0));
+    applyPanelFrame(PanelCatalog::kTallPanelHeight);
+    oneofThePanelsIsShown = true;
     endBusyView();
-    orderOutTheWindow();
+    window->setTakesFocus(true);
+    window->activateWindow();
+    window->raise();
+    window->setContentView(moveFileVC);
+    moveFileVC->show();
+    // No action panel to go back to.
+    moveFileVC->goBackBtn->setEnabled(false);
+    moveFileVC->goBackBtn->setVisible(false);
+    moveFileVC->destTablView->scrollToTop();
+    if (libraryFolderFile) {
+        moveFileVC->shouldCopyCheckB->setChecked(true);
+        moveFileVC->shouldCopyCheckB->setEnabled(false);
+    } else {
+        moveFileVC->shouldCopyCheckB->setEnabled(true);
+    }
+    qCDebug(lcWindow, "quick-move picker shown");
+}
+
+void AppDelegate::cancelAllPromisedImportOperations()
+{
+    emptyContview->emptyContviewLbl->setText(Texts::localized("Data import canceled..."));
+    emptyContviewIsShown = false;
+    delete m_promiseImport; // its settle checks stop with it
+    // Only ever a folder of the temp folder: a drop of the user's own files is never removed.
+    const QString folder = filePathsArr.isEmpty() ? QString() : PathParts::parent(filePathsArr.first());
+    const QString temp = Utils::tempFileOperationsFolder();
+    const bool ours = !folder.isEmpty() && !temp.isEmpty() && folder.startsWith(temp + QLatin1Char('/'));
+    if (!ours || !QDir(folder).removeRecursively())
+        qWarning("error deleting TempDir for promised files %s", qPrintable(NativePath::forDisplay(folder)));
+    QTimer::singleShot(1000, this, [this] {
+        disableSubviews(emptyContview, false);
+        emptyContview->stop();
+        orderOutTheWindow();
+    });
 }

@@ -8,6 +8,7 @@
 #include "core/window/ActionPanelView.h"
 #include "core/window/BusyView.h"
 #include "core/window/DropFilesHereView.h"
+#include "core/window/DropView.h"
 #include "core/window/DropWindow.h"
 #include "fileops/orchestration/MoveCopyOrchestrator.h"
 #include "fileops/ui/ConflictDialog.h"
@@ -30,14 +31,12 @@ void AppDelegate::buildWindow()
     dropFilesHereView = new DropFilesHereView(window);
     window->addView(dropFilesHereView);
     connect(dropFilesHereView, &DropFilesHereView::dropped, this, &AppDelegate::mycustomviewDidGetDrop);
+    connect(dropFilesHereView->dropQuickMoveView, &DropView::dropped, this, &AppDelegate::dropViewDidGetDrop);
+    connect(dropFilesHereView->createAliasDropView, &DropView::dropped, this, &AppDelegate::dropViewDidGetDrop);
     emptyContview = new BusyView(window);
     window->addView(emptyContview);
     // The one cancel the busy view offers is that of a drop still being read.
-    connect(emptyContview, &BusyView::cancelRequested, this, [this] {
-        emptyContview->emptyContviewLbl->setText(Texts::localized("Data import canceled..."));
-        endBusyView();
-        orderOutTheWindow();
-    });
+    connect(emptyContview, &BusyView::cancelRequested, this, &AppDelegate::cancelAllPromisedImportOperations);
     for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
                                   DropPanelOtherAppImage, DropPanelMultiFiles}) {
         auto *view = new ActionPanelView(panel, window);

@@ -110,12 +110,3 @@ void Utils::setLogInAtLaunch(bool enabled)
     if (const Status s = items->setEnabled(enabled); !s.ok())
         qWarning("launch at login could not be %s: %s", enabled ? "set" : "removed", qPrintable(s.error().message));
 }
-
-QStringList Utils::exclBndlIDAppsArray()
-{
-    // A list of bundle ids; the empty dictionary written on first use reads as an empty list.
-    const auto root = Plist::readFile(QDappSupportPath() + QStringLiteral("/exclAppList.plist"));
-    if (!root.ok())
-        return {};
-    return root.value().toStringList();
-}

@@ -1,5 +1,7 @@
 #include "DropFilesHereView.h"
 
+#include "DropView.h"
+#include "core/intake/DropOperation.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/texts/Texts.h"
 #include "widgets/ButtonImages.h"
@@ -12,10 +14,31 @@ DropFilesHereView::DropFilesHereView(QWidget *parent) : QWidget(parent)
     setObjectName(QStringLiteral("dropFilesHereView"));
     setAcceptDrops(true);
     setFixedSize(PanelCatalog::kDropTargetSide, PanelCatalog::kDropTargetSide);
+    dropQuickMoveView = new DropView(this);
+    dropQuickMoveView->setMDropViewTag(DropView::kQuickMoveTag);
+    createAliasDropView = new DropView(this);
+    createAliasDropView->setMDropViewTag(DropView::kAliasTag);
+}
+
+namespace {
+constexpr int kIconSide = 32;
+constexpr int kSmallTargetsHeight = 32;
+} // namespace
+
+void DropFilesHereView::resizeEvent(QResizeEvent *)
+{
+    const int half = width() / 2;
+    const int top = height() - kSmallTargetsHeight - 2;
+    dropQuickMoveView->setGeometry(2, top, half - 3, kSmallTargetsHeight);
+    createAliasDropView->setGeometry(half + 1, top, width() - half - 3, kSmallTargetsHeight);
 }
 
 void DropFilesHereView::dragEnterEvent(QDragEnterEvent *event)
 {
+    if (!DropOperation::offersTypeFor(event->mimeData(), DropOperation::Target::Window)) {
+        event->ignore();
+        return;
+    }
     m_hovered = true;
     update();
     event->setDropAction(Qt::CopyAction);
@@ -38,9 +61,14 @@ void DropFilesHereView::dropEvent(QDropEvent *event)
 {
     m_hovered = false;
     update();
+    const DropOperation::Outcome outcome = DropOperation::perform(event->mimeData(), DropOperation::Target::Window, window()->winId());
+    if (!outcome.accepted) {
+        event->ignore(); // the window keeps waiting
+        return;
+    }
     event->setDropAction(Qt::CopyAction);
     event->accept();
-    Q_EMIT dropped(event->mimeData());
+    Q_EMIT dropped(event->mimeData(), outcome.promisedPaths);
 }
 
 void DropFilesHereView::paintEvent(QPaintEvent *)
@@ -53,14 +81,13 @@ void DropFilesHereView::paintEvent(QPaintEvent *)
         tile.setAlphaF(0.18);
         p.setPen(Qt::NoPen);
         p.setBrush(tile);
-        p.drawRoundedRect(QRectF(rect()).adjusted(3, 3, -3, -3), 10, 10);
+        p.drawRoundedRect(QRectF(0, 0, width(), height() - kSmallTargetsHeight - 2).adjusted(2, 2, -2, -1), 8, 8);
     }
-    const QPixmap icon = m_hovered ? ButtonImages::forStem(QStringLiteral("dragNdropIcon"), 44, pal).hover
-                                   : ButtonImages::forStem(QStringLiteral("dragNdropIcon"), 44, pal).normal;
-    p.drawPixmap((width() - 44) / 2, 10, icon);
+    const ButtonImages::Pair icon = ButtonImages::forStem(QStringLiteral("dragNdropIcon"), kIconSide, pal, devicePixelRatioF());
+    p.drawPixmap((width() - kIconSide) / 2, 4, m_hovered ? icon.hover : icon.normal);
     QFont f = font();
-    f.setPointSizeF(f.pointSizeF() * 0.85);
+    f.setPointSizeF(f.pointSizeF() * 0.8);
     p.setFont(f);
     p.setPen(pal.color(m_hovered ? QPalette::Highlight : QPalette::WindowText));
-    p.drawText(QRect(0, 58, width(), 24), Qt::AlignCenter, Texts::localized("Drop here"));
+    p.drawText(QRect(0, kIconSide + 4, width(), 16), Qt::AlignCenter, Texts::localized("Drop here"));
 }

@@ -3,18 +3,22 @@
 #include <QMimeData>
 #include <QWidget>
 
-// The drop target the window shows while it waits: 90 by 90, an arrow into a dashed square, lit up
-// while something is dragged over it.
+class DropView;
+
+// What the window shows while it waits: its own target (an arrow into a dashed square, lit up while
+// something is dragged over it) and, below it, the quick-move and alias targets.
 class DropFilesHereView : public QWidget
 {
     Q_OBJECT
 public:
     explicit DropFilesHereView(QWidget *parent = nullptr);
     bool isHovered() const { return m_hovered; }
+    DropView *dropQuickMoveView;
+    DropView *createAliasDropView;
 
 Q_SIGNALS:
     // What was let go over the view; the controller takes it from here.
-    void dropped(const QMimeData *data);
+    void dropped(const QMimeData *data, const QStringList &promisedPaths);
 
 protected:
     void dragEnterEvent(QDragEnterEvent *event) override;
@@ -22,6 +26,7 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *) override;
+    void resizeEvent(QResizeEvent *) override;
 
 private:
     bool m_hovered = false;

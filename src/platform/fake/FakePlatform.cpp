@@ -1,5 +1,8 @@
 #include "FakePlatform.h"
 
+#include <QFile>
+#include <QTimer>
+
 #include <QDir>
 #include <QFileInfo>
 
@@ -138,6 +141,25 @@ FakePlatform::FakePlatform(const QString &trashFolder) : trash(trashFolder) {}
 
 Platform FakePlatform::services()
 {
-    return Platform{&drag,    &pointer,   &windows,        &hotKey,     &notifications, &workspace,
-                    &trash,   &volumes,   &power,          &loginItems, &wallpaper,     &share};
+    return Platform{&drag,  &promisedFiles, &pointer, &windows,    &hotKey,    &notifications, &workspace,
+                    &trash, &volumes,       &power,   &loginItems, &wallpaper, &share};
+}
+
+Result<QStringList> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr)
+{
+    askedFolders.append(folder);
+    if (names.isEmpty())
+        return Error{QStringLiteral("FakePromisedFiles"), 1, QStringLiteral("the source refused")};
+    const auto write = [folder, names = names, content = content] {
+        for (const QString &name : names) {
+            QFile file(folder + QLatin1Char('/') + name);
+            if (file.open(QIODevice::WriteOnly))
+                file.write(content);
+        }
+    };
+    if (writeAfterMs == 0)
+        write();
+    else if (writeAfterMs > 0)
+        QTimer::singleShot(writeAfterMs, write);
+    return names;
 }

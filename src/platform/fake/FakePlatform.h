@@ -20,6 +20,18 @@ private:
     QStringList m_types, m_paths;
 };
 
+// A source that promises `names` and writes `content` into each, `writeAfterMs` after the drop
+// (never, for -1); an empty list stands for a source that refuses.
+class FakePromisedFiles : public PromisedFileReceiver
+{
+public:
+    Result<QStringList> namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr) override;
+    QStringList names;
+    QByteArray content = "promised";
+    int writeAfterMs = 0;
+    QStringList askedFolders;
+};
+
 class FakePointerMonitor : public PointerMonitor
 {
 public:
@@ -137,6 +149,7 @@ struct FakePlatform
 {
     explicit FakePlatform(const QString &trashFolder);
     FakeDragPasteboard drag;
+    FakePromisedFiles promisedFiles;
     FakePointerMonitor pointer;
     FakeWindowSystem windows;
     FakeHotKeyBinder hotKey;

@@ -4,6 +4,9 @@
 #include "platform/UriList.h"
 
 #include <QFile>
+#include <QScopeGuard>
+#include <QSysInfo>
+#include <QUrl>
 #include <QLoggingCategory>
 
 #include <xcb/xcb.h>
@@ -21,9 +24,13 @@ namespace {
 constexpr int kQuestionBudgetMs = 150;
 
 // The types the drop window knows, in the order it prefers them. Qt's drag sources answer a
-// conversion to one of these at once but refuse TARGETS.
+// conversion to one of these at once but refuse TARGETS. A promised file is never asked for during
+// the drag: that request tells the source to write it.
 const char *const kWantedTypes[] = {"text/uri-list", "text/x-moz-url", "text/plain;charset=utf-8", "UTF8_STRING",
-                                    "text/plain", "image/png", "image/tiff", "image/jpeg", "XdndDirectSave0"};
+                                    "text/plain", "image/png", "image/tiff", "image/jpeg"};
+
+// A source writes a promised file in the time it takes to write a file.
+constexpr int kSaveBudgetMs = 5000;
 
 } // namespace
 
@@ -98,6 +105,9 @@ QStringList X11DragPasteboard::types() const
             }
             break; // the first answer tells what kind of drag this is
         }
+        // X Direct Save: the source names its file in a property of its window.
+        if (types.isEmpty() && m_x->property(m_owner, m_x->atom("XdndDirectSave0"), XCB_GET_PROPERTY_TYPE_ANY))
+            types.append(QStringLiteral("XdndDirectSave0"));
     }
     qCDebug(lcDrag) << "drag offers" << types;
     m_types = types;
@@ -186,22 +196,46 @@ void X11PointerMonitor::handle(xcb_generic_event_t *event)
     }
 }
 
-std::unique_ptr<X11DragWatch> X11DragWatch::open()
+Result<QStringList> X11DragPasteboard::namesOfPromisedFilesDroppedAtDestination(const QString &folder,
+                                                                               quintptr dropTargetWindow)
 {
-    auto connection = X11Connection::open();
-    if (!connection)
-        return nullptr;
-    auto watch = std::make_unique<X11DragWatch>();
-    watch->pasteboard = std::make_unique<X11DragPasteboard>(connection.get());
-    watch->pointer = std::make_unique<X11PointerMonitor>(connection.get());
-    connection->setEventHandler([p = watch->pasteboard.get(), m = watch->pointer.get()](xcb_generic_event_t *e) {
-        p->handle(e);
-        m->handle(e);
+    const auto error = [](int code, const QString &message) { return Error{QStringLiteral("XdndDirectSave"), code, message}; };
+    const quint32 property = m_x->atom("XdndDirectSave0");
+    const auto offered = m_owner ? m_x->property(m_owner, property, XCB_GET_PROPERTY_TYPE_ANY) : std::nullopt;
+    if (!offered || offered->isEmpty())
+        return error(1, QStringLiteral("the drag source names no file to save"));
+    // A name, never a path: the source must not be steered out of the folder.
+    const QString name = QFile::decodeName(*offered).section(QLatin1Char('/'), -1);
+    if (name.isEmpty() || name == QLatin1String(".") || name == QLatin1String(".."))
+        return error(2, QStringLiteral("the drag source named no usable file"));
+    QUrl target = QUrl::fromLocalFile(folder + QLatin1Char('/') + name);
+    target.setHost(QSysInfo::machineHostName());
+    const QByteArray uri = target.toEncoded();
+    xcb_change_property(m_x->connection(), XCB_PROP_MODE_REPLACE, m_owner, property, m_x->atom("text/plain"), 8,
+                        quint32(uri.size()), uri.constData());
+    // Asked from inside the window the drop landed on: once the drag is over, that is how a Qt source
+    // finds the drop the request belongs to.
+    const quint32 requestor = dropTargetWindow ? m_x->createHiddenChild(quint32(dropTargetWindow)) : 0;
+    const auto cleanUp = qScopeGuard([this, requestor] {
+        if (requestor)
+            m_x->destroyWindow(requestor);
     });
-    QObject::connect(watch->pointer.get(), &X11PointerMonitor::serverTime, watch->pasteboard.get(),
-            &X11DragPasteboard::noteMotionTime);
-    watch->connection = std::move(connection);
-    return watch;
+    QElapsedTimer clock;
+    clock.start();
+    QList<quint32> times{m_lastMotionTime, m_ownedSince};
+    times.removeAll(0u);
+    times.append(XCB_CURRENT_TIME);
+    for (const quint32 time : std::as_const(times)) {
+        const int left = int(kSaveBudgetMs - clock.elapsed());
+        if (left <= 0)
+            break;
+        const auto answer = m_x->convertSelection(m_x->atom("XdndSelection"), property, time, left, requestor);
+        if (!answer)
+            continue;
+        if (answer->startsWith('S'))
+            return QStringList{name};
+        return error(3, QStringLiteral("the drag source could not write %1 (answer \"%2\")")
+                            .arg(name, QString::fromLatin1(answer->left(1))));
+    }
+    return error(4, QStringLiteral("the drag source did not write %1").arg(name));
 }
-
-X11DragWatch::~X11DragWatch() = default;

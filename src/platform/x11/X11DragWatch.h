@@ -4,7 +4,7 @@
 
 #include <QElapsedTimer>
 
-#include <memory>
+#include <optional>
 
 class X11Connection;
 #include <xcb/xcb.h>
@@ -12,7 +12,7 @@ class X11Connection;
 // The system-wide drag on X11: each new owner of the XdndSelection selection is a new drag (XFixes
 // tells at once), what it offers comes from its XdndTypeList or from asking it, and its file names
 // from converting the selection to text/uri-list.
-class X11DragPasteboard : public DragPasteboard
+class X11DragPasteboard : public DragPasteboard, public PromisedFileReceiver
 {
     Q_OBJECT
 public:
@@ -20,6 +20,9 @@ public:
     qint64 changeCount() const override { return m_count; }
     QStringList types() const override;
     QStringList filePaths() const override;
+    // X Direct Save: the file URI goes into the source's XdndDirectSave0 property, then a request for
+    // that target tells it to write; "S" is its success.
+    Result<QStringList> namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr dropTargetWindow) override;
     void handle(xcb_generic_event_t *event);
     void noteMotionTime(quint32 time) { m_lastMotionTime = time; }
 
@@ -52,14 +55,4 @@ private:
     X11Connection *m_x;
     bool m_buttonDown = false;
     bool m_tracking = false;
-};
-
-// Both on one connection of their own. Null members where there is no X11 display.
-struct X11DragWatch
-{
-    static std::unique_ptr<X11DragWatch> open();
-    ~X11DragWatch();
-    std::unique_ptr<X11Connection> connection;
-    std::unique_ptr<X11DragPasteboard> pasteboard;
-    std::unique_ptr<X11PointerMonitor> pointer;
 };

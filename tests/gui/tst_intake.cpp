@@ -1,0 +1,306 @@
+// What a drop brings in: the window's own target and the quick-move and alias targets, through real
+// drag events on the views; promised files that settle or never do; the cancel of an import.
+
+#include "core/controller/AppDelegate.h"
+#include "core/overlays/MoveFileViewController.h"
+#include "core/settings/SettingsKeys.h"
+#include "core/window/ActionPanelView.h"
+#include "core/settings/SettingsStore.h"
+#include "core/window/BusyView.h"
+#include "core/window/DropFilesHereView.h"
+#include "core/window/DropView.h"
+#include "core/window/DropWindow.h"
+#include "platform/fake/FakePlatform.h"
+#include "utils/Utils.h"
+
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+#include <memory>
+
+class IntakeTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void windowTarget_data();
+    void windowTarget();
+    void promisedFilesSettle_data();
+    void promisedFilesSettle();
+    void aPromiseThatNeverCompletesWaitsForCancel();
+    void aDropOfNothingShownIsLeftByCancel();
+    void quickMoveShowsThePickerAlone();
+    void aliasesAreLinksBesideTheFiles();
+    void dropViewCaptionsFollowTheDrag();
+    void dropViewsTakeFilesOnly();
+
+private:
+    QString file(const QString &name, const QByteArray &content = "x");
+    // Enter, then drop, as the windowing system delivers them; whether the drop was taken.
+    static bool dropOn(QWidget *target, const QMimeData *data);
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<FakePlatform> m_fakes;
+    std::unique_ptr<AppDelegate> m_app;
+};
+
+void IntakeTest::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+}
+
+void IntakeTest::init()
+{
+    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
+    Platform::install(m_fakes->services());
+    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true);
+    SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
+    VolumeInfo stick;
+    stick.mountPoint = QStringLiteral("/media/someone/STICK");
+    stick.name = QStringLiteral("STICK");
+    stick.removable = stick.ejectable = true;
+    m_fakes->volumes.volumes = {stick};
+    m_app = std::make_unique<AppDelegate>(m_fakes->services());
+    m_app->applicationDidFinishLaunching();
+    m_app->showDropTargetAt(QPointF(300, 300));
+}
+
+void IntakeTest::cleanup()
+{
+    m_app.reset();
+    Utils::cleanUPTepmFileOperationsFolder();
+    SettingsStore::shared().resetAll();
+}
+
+QString IntakeTest::file(const QString &name, const QByteArray &content)
+{
+    const QString path = m_dir.path() + QLatin1Char('/') + name;
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+bool IntakeTest::dropOn(QWidget *target, const QMimeData *data)
+{
+    const QPoint at = target->rect().center();
+    QDragEnterEvent enter(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &enter);
+    if (!enter.isAccepted())
+        return false;
+    QDropEvent drop(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(target, &drop);
+    return drop.isAccepted();
+}
+
+void IntakeTest::windowTarget_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("taken");
+    QTest::addColumn<int>("panel"); // 0: none
+    QTest::newRow("a text file") << "file" << true << 2;
+    QTest::newRow("two files") << "files" << true << 888;
+    QTest::newRow("text") << "text" << true << 222;
+    QTest::newRow("image data") << "png" << true << 444;
+    QTest::newRow("a lone volume") << "volume" << false << 0;
+    QTest::newRow("a web link without an image") << "link" << false << 0;
+    QTest::newRow("a type nobody knows") << "unknown" << false << 0;
+}
+
+void IntakeTest::windowTarget()
+{
+    QFETCH(QString, kind);
+    QFETCH(bool, taken);
+    QFETCH(int, panel);
+    QMimeData data;
+    if (kind == QLatin1String("file"))
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("notes.txt")))});
+    else if (kind == QLatin1String("files"))
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("a.txt"))), QUrl::fromLocalFile(file(QStringLiteral("b.txt")))});
+    else if (kind == QLatin1String("text"))
+        data.setText(QStringLiteral("two words"));
+    else if (kind == QLatin1String("png"))
+        data.setData(QStringLiteral("image/png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
+    else if (kind == QLatin1String("volume"))
+        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
+    else if (kind == QLatin1String("link"))
+        data.setUrls({QUrl(QStringLiteral("https://example.org/page"))});
+    else
+        data.setData(QStringLiteral("application/x-foo"), "?");
+
+    QCOMPARE(dropOn(m_app->dropFilesHereView, &data), taken);
+    QCOMPARE(m_app->oneofThePanelsIsShown, panel != 0);
+    QVERIFY(!m_app->emptyContviewIsShown);
+    if (!taken) {
+        QCOMPARE(m_app->window->contentView(), m_app->dropFilesHereView); // still waiting
+        return;
+    }
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanel(panel))));
+    if (kind == QLatin1String("text"))
+        QCOMPARE(Utils::readDroppedString(), QStringLiteral("two words"));
+    if (kind == QLatin1String("png")) {
+        QVERIFY(m_app->droppedImageFromOtherApp);
+        QVERIFY(m_app->filePathsArr.value(0).startsWith(Utils::tempFileOperationsFolder()));
+    }
+}
+
+void IntakeTest::promisedFilesSettle_data()
+{
+    QTest::addColumn<QStringList>("names");
+    QTest::addColumn<int>("writeAfterMs");
+    QTest::addColumn<int>("panel");
+    QTest::newRow("one image: the panel of an image from elsewhere") << QStringList{"shot.png"} << 0 << 444;
+    QTest::newRow("one text") << QStringList{"draft.txt"} << 0 << 2;
+    QTest::newRow("two files") << QStringList{"a.png", "b.txt"} << 0 << 888;
+    QTest::newRow("written late") << QStringList{"late.txt"} << 350 << 2;
+}
+
+void IntakeTest::promisedFilesSettle()
+{
+    QFETCH(QStringList, names);
+    QFETCH(int, writeAfterMs);
+    QFETCH(int, panel);
+    m_fakes->promisedFiles.names = names;
+    m_fakes->promisedFiles.writeAfterMs = writeAfterMs;
+    QMimeData data;
+    data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
+    data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("also-named.txt")))}); // promises come first
+    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
+
+    QCOMPARE(m_fakes->promisedFiles.askedFolders.size(), 1);
+    const QString folder = m_fakes->promisedFiles.askedFolders.first();
+    QVERIFY(folder.startsWith(Utils::tempFileOperationsFolder() + QLatin1Char('/')));
+    QVERIFY(m_app->emptyContviewIsShown); // until the files stand still
+    QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 3000);
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanel(panel))));
+    QVERIFY(m_app->droppedImageFromOtherApp);
+    QCOMPARE(m_app->filePathsArr.size(), names.size());
+    for (const QString &path : std::as_const(m_app->filePathsArr))
+        QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath()), qPrintable(path));
+}
+
+void IntakeTest::aPromiseThatNeverCompletesWaitsForCancel()
+{
+    m_fakes->promisedFiles.names = {QStringLiteral("never.txt")};
+    m_fakes->promisedFiles.writeAfterMs = -1;
+    QMimeData data;
+    data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
+    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
+    QTest::qWait(400);
+    QVERIFY(m_app->emptyContviewIsShown);
+    QVERIFY(!m_app->oneofThePanelsIsShown);
+    const QString folder = m_fakes->promisedFiles.askedFolders.value(0);
+    QVERIFY(QFileInfo(folder).isDir());
+
+    m_app->emptyContview->cancelProgressBtn->click();
+    QCOMPARE(m_app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Data import canceled..."));
+    QVERIFY(!QFileInfo::exists(folder));
+    QVERIFY(m_app->windowIsVsbl()); // a moment to read the message
+    QTRY_VERIFY_WITH_TIMEOUT(!m_app->windowIsVsbl(), 2000);
+    // The file appearing now changes nothing: its checks ended with the import.
+    QDir().mkpath(folder);
+    file(QStringLiteral("../") + QDir(m_dir.path()).relativeFilePath(folder) + QStringLiteral("/never.txt"));
+    QTest::qWait(300);
+    QVERIFY(!m_app->oneofThePanelsIsShown);
+    QDir(folder).removeRecursively();
+}
+
+void IntakeTest::aDropOfNothingShownIsLeftByCancel()
+{
+    // Image data of a kind the window does not keep: the busy view stays, and the cancel is the way
+    // out. It removes nothing, as no promised folder was made.
+    const QString kept = file(QStringLiteral("kept.txt"));
+    QMimeData data;
+    data.setData(QStringLiteral("image/x-exotic"), "??");
+    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
+    QVERIFY(m_app->emptyContviewIsShown);
+    QVERIFY(m_app->filePathsArr.isEmpty());
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^error deleting TempDir for promised files")));
+    m_app->emptyContview->cancelProgressBtn->click();
+    QTRY_VERIFY_WITH_TIMEOUT(!m_app->windowIsVsbl(), 2000);
+    QVERIFY(QFileInfo::exists(kept));
+    QVERIFY(QFileInfo(QDir::currentPath()).isDir());
+}
+
+void IntakeTest::quickMoveShowsThePickerAlone()
+{
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("move-me.txt")))});
+    QVERIFY(dropOn(m_app->dropFilesHereView->dropQuickMoveView, &data));
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->moveFileVC));
+    QVERIFY(m_app->oneofThePanelsIsShown);
+    QVERIFY(!m_app->emptyContviewIsShown);
+    QVERIFY(m_app->moveFileVC->goBackBtn->isHidden());
+    QCOMPARE(m_app->window->frameYUp().size(), QSizeF(210, 300));
+    QCOMPARE(m_app->moveFileVC->destParentFldrPath, m_app->filePathsArr.first());
+}
+
+void IntakeTest::aliasesAreLinksBesideTheFiles()
+{
+    const QString a = file(QStringLiteral("a.txt"));
+    const QString b = file(QStringLiteral("b b.txt"));
+    const QString taken = file(QStringLiteral("b b.txt alias"), "the user's own");
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b)});
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^&err > .*b b.txt alias")));
+    QVERIFY(dropOn(m_app->dropFilesHereView->createAliasDropView, &data));
+    QTRY_VERIFY(!m_app->windowIsVsbl());
+    QCOMPARE(QFileInfo(a + QStringLiteral(" alias")).symLinkTarget(), a);
+    // An item already there keeps its place and its content.
+    QVERIFY(!QFileInfo(taken).isSymLink());
+    QFile kept(taken);
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), QByteArray("the user's own"));
+    QTRY_COMPARE(m_fakes->notifications.delivered.size(), 1);
+    const auto &note = m_fakes->notifications.delivered.first();
+    QCOMPARE(note.title, QStringLiteral("Alias created"));
+    QCOMPARE(note.body, QStringLiteral("at ../%1").arg(QFileInfo(m_dir.path()).fileName()));
+    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{a + QStringLiteral(" alias")});
+}
+
+void IntakeTest::dropViewCaptionsFollowTheDrag()
+{
+    DropView *view = m_app->dropFilesHereView->dropQuickMoveView;
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("c.txt")))});
+    QDragEnterEvent enter(QPoint(5, 5), Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(view, &enter);
+    QVERIFY(enter.isAccepted());
+    QCOMPARE(enter.dropAction(), Qt::LinkAction);
+    QVERIFY(view->isHovered());
+    QCOMPARE(view->labelTextFld->text(), QStringLiteral("Move/Copy"));
+    QDragLeaveEvent leave;
+    QCoreApplication::sendEvent(view, &leave);
+    QVERIFY(!view->isHovered());
+    QCOMPARE(view->labelTextFld->text(), QStringLiteral("Drop here"));
+    QVERIFY(dropOn(view, &data));
+    QCOMPARE(view->labelTextFld->text(), QStringLiteral("Move/Copy")); // a drop leaves the caption
+}
+
+void IntakeTest::dropViewsTakeFilesOnly()
+{
+    // A lone volume is refused by the small target and by the window's own around it.
+    QMimeData volume;
+    volume.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
+    QVERIFY(!dropOn(m_app->dropFilesHereView->createAliasDropView, &volume));
+    QCOMPARE(m_app->window->contentView(), m_app->dropFilesHereView);
+    // Text let go over a small target is the window's: its panel, no picker, no alias.
+    QMimeData text;
+    text.setText(QStringLiteral("words"));
+    QVERIFY(dropOn(m_app->dropFilesHereView->dropQuickMoveView, &text));
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanelString)));
+    QVERIFY(!m_app->dropFilesHereView->dropQuickMoveView->isHovered());
+}
+
+QTEST_MAIN(IntakeTest)
+#include "tst_intake.moc"
