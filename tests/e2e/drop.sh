@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Real drops on the drop window over X11 drag and drop, from a drag source of the test's own: a file,
-# a folder, several files and text each bring up their panel.
+# a folder, several files, text and a promised file each bring up their panel; the small targets
+# below open the quick-move picker and make aliases.
 source "$(dirname "$0")/lib.sh"
 BIN=$1
 SOURCE=$2
@@ -24,9 +25,12 @@ printf 'b' >"$files/b.bin"
 target_x=600
 target_y=$((screen_h - 400 - 45))
 
-drop_and_expect() { # panel, source arguments...
-  local expect=$1; shift
-  local log="$E2E_HOME/quaydrop.log" out="$E2E_HOME/source.out"
+log="$E2E_HOME/quaydrop.log"
+out="$E2E_HOME/source.out"
+
+# Starts the program with its drop target up, then drags from the source to (x, y) and lets go.
+drag_onto() { # x, y, source arguments...
+  local x=$1 y=$2; shift 2
   : >"$out"
   QT_LOGGING_RULES="quaydrop.window.debug=true" QUAYDROP_SHOW_DROP_WINDOW_AT=600,400 "$BIN" 2>"$log" &
   pid=$!
@@ -38,24 +42,69 @@ drop_and_expect() { # panel, source arguments...
   sleep 0.3
   xdotool mousemove 100 100 mousedown 1
   for step in 1 2 3 4 5 6 7 8 9 10; do
-    xdotool mousemove $((100 + (target_x - 100) * step / 10)) $((100 + (target_y - 100) * step / 10))
+    xdotool mousemove $((100 + (x - 100) * step / 10)) $((100 + (y - 100) * step / 10))
     sleep 0.05
   done
   sleep 0.2
   xdotool mouseup 1
   wait_for "$out" dropped 10 || fail "the drag did not end"
-  wait_for "$log" "panel $expect shown" 5 || { cat "$log"; fail "no panel $expect after dropping $*"; }
-  local geometry
-  geometry=$(xwininfo -name "Quaydrop drop window" | awk '/Width:/ {w=$2} /Height:/ {h=$2} END {print w "x" h}')
-  [ "$geometry" = "210x235" ] || fail "the panel's window is $geometry, not 210x235"
+}
+
+stop_both() {
   kill "$src" 2>/dev/null || true
   kill -TERM "$pid"
   wait_gone "$pid" 10 || fail "did not stop"
+}
+
+window_size() {
+  xwininfo -name "Quaydrop drop window" | awk '/Width:/ {w=$2} /Height:/ {h=$2} END {print w "x" h}'
+}
+
+drop_and_expect() { # panel, source arguments...
+  local expect=$1; shift
+  drag_onto "$target_x" "$target_y" "$@"
+  wait_for "$log" "panel $expect shown" 5 || { cat "$log"; fail "no panel $expect after dropping $*"; }
+  [ "$(window_size)" = "210x235" ] || fail "the panel's window is $(window_size), not 210x235"
+  stop_both
   pass "dropping $* shows panel $expect"
 }
 
 drop_and_expect 2 --files "$files/notes.txt"
 drop_and_expect 333 --files "$files/Projects"
 drop_and_expect 888 --files "$files/a.bin" "$files/b.bin"
-drop_and_expect 222 --text "Ships leave the quay at dawn"
-echo "4 passed, 0 failed"
+temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"
+drag_onto "$target_x" "$target_y" --text "Ships leave the quay at dawn"
+wait_for "$log" "panel 222 shown" 5 || { cat "$log"; fail "no panel 222 after dropping text"; }
+[ "$(cat "$temp/_tempDroppedStr.txt")" = "Ships leave the quay at dawn" ] || fail "the dropped text is not in _tempDroppedStr.txt"
+stop_both
+pass "dropping text shows panel 222 and keeps the text in _tempDroppedStr.txt"
+
+# A file the source writes only once told where (X Direct Save): it lands in a fresh folder of the
+# temp folder, and its panel shows once it is complete.
+drag_onto "$target_x" "$target_y" --promise "Quay report.txt"
+wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "no panel 2 after dropping a promised text file"; }
+written=$(sed -n 's/^wrote //p' "$out")
+case "$written" in
+  "$temp"/*/"Quay report.txt") ;;
+  *) fail "the promised file went to '$written'" ;;
+esac
+[ -s "$written" ] || fail "the promised file is not there"
+stop_both
+[ ! -e "$written" ] || fail "the promised file outlived the program's stop"
+pass "a promised file is written into the temp folder and shows its panel"
+
+# The small targets below the window's own: left the quick-move picker, right an alias.
+window_top=$((screen_h - 400 - 90))
+drag_onto $((target_x - 45 + 20)) $((window_top + 72)) --files "$files/notes.txt"
+wait_for "$log" "quick-move picker shown" 5 || { cat "$log"; fail "no quick-move picker"; }
+[ "$(window_size)" = "210x300" ] || fail "the picker's window is $(window_size), not 210x300"
+stop_both
+pass "dropping on the quick-move target shows the picker"
+
+drag_onto $((target_x - 45 + 68)) $((window_top + 72)) --files "$files/notes.txt" "$files/Projects"
+for _ in $(seq 50); do [ -L "$files/Projects alias" ] && break; sleep 0.1; done
+[ "$(readlink "$files/notes.txt alias")" = "$files/notes.txt" ] || fail "no alias of the file"
+[ "$(readlink "$files/Projects alias")" = "$files/Projects" ] || fail "no alias of the folder"
+stop_both
+pass "dropping on the alias target makes aliases beside the items"
+echo "8 passed, 0 failed"

@@ -1,0 +1,89 @@
+#!/usr/bin/env bash
+# The ways the window is summoned, on a real X server: a drag from an application on the user's
+# exclusion list raises nothing; in hot-key mode drags raise nothing, the key opens the window at the
+# pointer, it stays when the pointer leaves, and the key again closes it.
+source "$(dirname "$0")/lib.sh"
+BIN=$1
+SOURCE=$2
+private_home
+trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+conf="$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+mkdir -p "$(dirname "$conf")"
+printf 'notes\n' >"$E2E_HOME/notes.txt"
+log="$E2E_HOME/quaydrop.log"
+
+start() {
+  QT_LOGGING_RULES="quaydrop.window.debug=true;quaydrop.drag.debug=true" "$BIN" 2>"$log" &
+  pid=$!
+  wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+}
+
+stop() {
+  kill -TERM "$pid"
+  wait_gone "$pid" 10 || fail "did not stop"
+}
+
+map_state() {
+  xwininfo -name "Quaydrop drop window" 2>/dev/null | awk '/Map State/ {print $3}'
+}
+
+# A whole drag of a file from the source; true when the program saw it start.
+drag_a_file() {
+  "$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
+  src=$!
+  wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
+  sleep 0.3
+  xdotool mousemove 100 100 mousedown 1
+  for _ in $(seq 20); do xdotool mousemove_relative -- 1 4; sleep 0.05; done
+  wait_for "$log" "new drag" 5 || { cat "$log"; fail "the drag was not seen at all"; }
+  wait_for "$log" "window under the pointer" 5 || { cat "$log"; fail "the window under the pointer was not asked"; }
+  xdotool mousemove_relative -- 0 300
+  sleep 0.2
+  xdotool mouseup 1
+  wait_for "$E2E_HOME/source.out" dropped 10 || fail "the drag did not end"
+  kill "$src" 2>/dev/null || true
+}
+
+# The source's windows carry the class "qd_dragsource", which no desktop file claims.
+printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$conf"
+mkdir -p "$XDG_DATA_HOME/com.velmora.Quaydrop"
+cat >"$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist" <<'PLIST'
+<?xml version="1.0" encoding="UTF-8"?>
+<!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "http://www.apple.com/DTDs/PropertyList-1.0.dtd">
+<plist version="1.0"><array><string>qd_dragsource</string></array></plist>
+PLIST
+start
+drag_a_file
+grep -q 'window under the pointer: .* of "qd_dragsource"' "$log" || { cat "$log"; fail "the source was not recognised"; }
+grep -q "panel 111 shown" "$log" && fail "a drag from an excluded application raised the window"
+stop
+pass "a drag from an application on the exclusion list raises nothing"
+
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkShowPanelHKEnabled=true\n' >"$conf"
+rm "$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist"
+start
+wait_for "$log" "hot key Ctrl+Alt+F opens the drop window" 5 || { cat "$log"; fail "the hot key was not grabbed"; }
+drag_a_file
+grep -q "panel 111 shown" "$log" && fail "a drag raised the window in hot-key mode"
+pass "in hot-key mode a drag raises nothing"
+
+xdotool mousemove 500 400
+sleep 0.2
+xdotool key ctrl+alt+f
+wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "the hot key did not open the window"; }
+sleep 0.2
+read -r x y w h <<<"$(xwininfo -name "Quaydrop drop window" |
+  awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x, y, w, h}')"
+[ "$(map_state)" = IsViewable ] || fail "the window is not on screen"
+[ "$x" = 455 ] && [ $((y + h)) = 400 ] || fail "the window is at $x,$y ${w}x$h, not centred above the pointer at 500,400"
+pass "the hot key opens the window with its bottom edge at the pointer"
+
+for _ in 1 2 3 4 5; do xdotool mousemove_relative -- 80 60; sleep 0.05; done
+sleep 0.3
+[ "$(map_state)" = IsViewable ] || fail "in hot-key mode the waiting window closed when the pointer left"
+xdotool key ctrl+alt+f
+sleep 0.5
+[ "$(map_state)" != IsViewable ] || fail "the hot key again did not close the window"
+stop
+pass "it stays when the pointer leaves, and the key again closes it"
+echo "4 passed, 0 failed"
