@@ -20,6 +20,7 @@ test: build
 bench: build
 	bash bench/size.sh $(BUILD_DIR)/src/app/quaydrop
 	bash bench/copy.sh $(BUILD_DIR)
+	bash bench/drag-latency.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)

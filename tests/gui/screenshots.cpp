@@ -8,6 +8,7 @@
 #include "core/window/DropWindow.h"
 #include "fileops/ui/ConflictDialog.h"
 #include "fileops/ui/ProgressPanel.h"
+#include "menubar/ExclusionListWC.h"
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 
@@ -142,6 +143,34 @@ int main(int argc, char **argv)
     delegate.moveToBtnAction();
     save(delegate.window, out, QStringLiteral("overlay-move"));
     delegate.closeVisibleModalOverlay();
+
+    delegate.showDropTargetAt(QPointF(300, 500));
+    delegate.filePathsArr = {w + QStringLiteral("/Notes.txt")};
+    delegate.showQuickMovePanel();
+    save(delegate.window, out, QStringLiteral("quick-move-picker"));
+    delegate.orderOutTheWindow();
+
+    // The exclusion list with applications of the machine's kind, and the picker that adds them.
+    const QList<QPair<QString, QString>> installed = {{"org.gimp.GIMP", "GNU Image Manipulation Program"},
+                                                      {"org.kde.krita", "Krita"},
+                                                      {"org.inkscape.Inkscape", "Inkscape"},
+                                                      {"org.gnome.Nautilus", "Files"},
+                                                      {"org.mozilla.firefox", "Firefox"},
+                                                      {"org.libreoffice.LibreOffice.writer", "LibreOffice Writer"}};
+    QDir(w).mkpath(QStringLiteral("apps"));
+    for (const auto &[id, name] : installed)
+        writeFile(w + QStringLiteral("/apps/") + id + QStringLiteral(".desktop"),
+                  "[Desktop Entry]\nType=Application\nName=" + name.toUtf8() + "\nIcon=" + id.toUtf8() + "\n");
+    Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.gimp.GIMP"), false);
+    Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
+    ExclusionListWC exclusions(DesktopEntries::load({w + QStringLiteral("/apps")}));
+    exclusions.show();
+    settle(100);
+    save(&exclusions, out, QStringLiteral("exclusion-list"));
+    exclusions.chooseApplication();
+    settle(100);
+    save(exclusions.picker(), out, QStringLiteral("exclusion-list-picker"));
+    exclusions.picker()->reject();
 
     app.setPalette(darkPalette());
     delegate.showDropTargetAt(QPointF(300, 500));
