@@ -82,10 +82,14 @@ awk '$1 == "drag" && $4 != "-" { q[++n] = $4 } $1 == "drag" && $6 != "-" { f[++m
 echo "== idle for $IDLE_SECONDS s"
 sleep 2
 ticks() { awk '{print $14 + $15}' "/proc/$pid/stat"; }
-switches() { cat /proc/$pid/task/*/status | awk '/voluntary_ctxt_switches/ {s += $2} END {print s}'; }
-t0=$(ticks); s0=$(switches)
+# Per thread, as "tid switches": pool threads that end meanwhile take their counts with them.
+switches() { for t in /proc/$pid/task/*; do echo "${t##*/} $(awk '/^voluntary_ctxt_switches/ {print $2}' "$t/status")"; done; }
+t0=$(ticks); switches >"$work/switches.0"
 sleep "$IDLE_SECONDS"
-t1=$(ticks); s1=$(switches)
+t1=$(ticks); switches >"$work/switches.1"
+s0=0
+s1=$(awk 'NR == FNR {before[$1] = $2; next} $1 in before {s += $2 - before[$1]} !($1 in before) {s += $2} END {print s + 0}' \
+  "$work/switches.0" "$work/switches.1")
 rss=$(awk '/VmRSS/ {print $2}' "/proc/$pid/status")
 awk -v t=$((t1 - t0)) -v hz="$(getconf CLK_TCK)" -v s=$((s1 - s0)) -v rss="$rss" -v secs="$IDLE_SECONDS" 'BEGIN {
   printf "CPU time %.3f s over %d s (target <= 0.05 s)   wake-ups %d   resident memory %.1f MiB (target <= 60 MiB)\n",

@@ -29,11 +29,13 @@ QList<FileCopyParamsPtr> MoveCopyOrchestrator::runningJobs() const
     return copyProgressParams;
 }
 
-Status MoveCopyOrchestrator::setAside(const QString &path)
+Status MoveCopyOrchestrator::setAside(const QString &path) { return setAsideIn(m_trash, path); }
+
+Status MoveCopyOrchestrator::setAsideIn(TrashService *trash, const QString &path)
 {
-    if (!m_trash)
+    if (!trash)
         return Error{QStringLiteral("Quaydrop"), 1, QStringLiteral("there is no trash to keep the replaced item")};
-    const auto trashed = m_trash->moveToTrash(path);
+    const auto trashed = trash->moveToTrash(path);
     if (!trashed.ok())
         return trashed.error();
     return success();
@@ -69,7 +71,9 @@ QString MoveCopyOrchestrator::progressText(const FileCopyParams &job, const QStr
 void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QString> &replacing)
 {
     QPointer<MoveCopyOrchestrator> self(this);
-    QThreadPool::globalInstance()->start([self, job, replacing] {
+    // The trash service outlives every job; the orchestrator may not, and the job never touches it.
+    TrashService *trash = m_trash;
+    QThreadPool::globalInstance()->start([self, job, replacing, trash] {
         QElapsedTimer sincePost;
         auto progress = [&](quint64 copied, quint64 total, bool *stop, const QString &name) {
             job->total = total;
@@ -89,7 +93,7 @@ void MoveCopyOrchestrator::runJob(const FileCopyParamsPtr &job, const QSet<QStri
         Error error;
         const bool ok = FileCopyHelper::copyItemsToAnotherDrive(
             job->sourcePathsArr(), job->destFolder(), progress, &error, replacing,
-            [self](const QString &p) { return self ? self->setAside(p) : Status(Error{{}, 1, QStringLiteral("gone")}); });
+            [trash](const QString &p) { return setAsideIn(trash, p); });
         QMetaObject::invokeMethod(QCoreApplication::instance(), [self, job, ok, error] {
             if (self)
                 self->finishJob(job, ok, error);

@@ -69,6 +69,7 @@ private:
     void finishJob(const FileCopyParamsPtr &job, bool ok, const Error &error);
     void cleanUpPathsNotUsedByMoveCopy(const QStringList &paths);
     Status setAside(const QString &path);
+    static Status setAsideIn(TrashService *trash, const QString &path);
 
     ConflictResolver *m_resolver;
     UserAlerts *m_alerts;
