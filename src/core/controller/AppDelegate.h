@@ -180,7 +180,10 @@ private:
     void buildWindow();
     void installOverlayCompletions();
     void endBusyView();
-    void startDropIntake(const QStringList &paths);
+    void startDropIntake(const QStringList &paths); // the panel's frame and the busy view; what was dropped cleared
+    bool takePromisedFiles(const QStringList &promisedPaths, bool quickMoveAction); // false: none promised
+    void loadMovePicker();
+    void settleMovePickerControls();
     void takeDroppedFileNames(const QStringList &paths);
     void revertTitleLater(ActionButton *sender, std::function<QString()> title);
     void logNotBuiltYet(const QString &action, const QString &owner);

@@ -43,10 +43,21 @@ QString writeDroppedImage(const QByteArray &data, const QString &extension)
 
 void AppDelegate::startDropIntake(const QStringList &paths)
 {
+    applyPanelFrame(PanelCatalog::kPanelHeight);
     showProcessingProgressLabelTxt(Texts::localized("Loading"), 1.0, double(paths.size()), true);
     filePathsArr.clear();
     droppedImageFromOtherApp = false;
     libraryFolderFile = false;
+}
+
+bool AppDelegate::takePromisedFiles(const QStringList &promisedPaths, bool quickMoveAction)
+{
+    if (promisedPaths.isEmpty())
+        return false;
+    droppedImageFromOtherApp = true;
+    filePathsArr = promisedPaths;
+    checkFilePaths(promisedPaths, quickMoveAction);
+    return true;
 }
 
 void AppDelegate::takeDroppedFileNames(const QStringList &paths)
@@ -64,14 +75,9 @@ void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data, const QStringLis
 {
     if (!data)
         return;
-    applyPanelFrame(PanelCatalog::kPanelHeight);
     startDropIntake(promisedPaths);
-    if (!promisedPaths.isEmpty()) {
-        droppedImageFromOtherApp = true;
-        filePathsArr = promisedPaths;
-        checkFilePaths(promisedPaths, false);
+    if (takePromisedFiles(promisedPaths, false))
         return;
-    }
     if (const QStringList paths = DropOperation::filePaths(data); !paths.isEmpty()) {
         takeDroppedFileNames(paths);
         showPanelWithIndex(paths.size() == 1 ? Utils::determineFileType(paths.first()) : DropPanelMultiFiles);
@@ -127,15 +133,10 @@ void AppDelegate::dropViewDidGetDrop(DropView *view, const QMimeData *data, cons
         });
         return;
     }
-    applyPanelFrame(PanelCatalog::kPanelHeight);
     const QStringList paths = promisedPaths.isEmpty() ? DropOperation::filePaths(data) : promisedPaths;
     startDropIntake(paths);
-    if (!promisedPaths.isEmpty()) {
-        droppedImageFromOtherApp = true;
-        filePathsArr = promisedPaths;
-        checkFilePaths(promisedPaths, true);
+    if (takePromisedFiles(promisedPaths, true))
         return;
-    }
     if (paths.isEmpty())
         return;
     takeDroppedFileNames(paths);
@@ -171,10 +172,7 @@ void AppDelegate::checkFilePaths(const QStringList &paths, bool quickMoveAction)
 
 void AppDelegate::showQuickMovePanel()
 {
-    moveFileVC->setDestinationsArr(Utils::createMoveDestArr());
-    moveFileVC->setDefDestArr(Utils::defFileMoveDestPaths(true));
-    moveFileVC->setDestParentFldrPath(filePathsArr.value(0));
-    applyPanelFrame(PanelCatalog::kTallPanelHeight);
+    loadMovePicker();
     oneofThePanelsIsShown = true;
     endBusyView();
     window->setTakesFocus(true);
@@ -185,13 +183,7 @@ void AppDelegate::showQuickMovePanel()
     // No action panel to go back to.
     moveFileVC->goBackBtn->setEnabled(false);
     moveFileVC->goBackBtn->setVisible(false);
-    moveFileVC->destTablView->scrollToTop();
-    if (libraryFolderFile) {
-        moveFileVC->shouldCopyCheckB->setChecked(true);
-        moveFileVC->shouldCopyCheckB->setEnabled(false);
-    } else {
-        moveFileVC->shouldCopyCheckB->setEnabled(true);
-    }
+    settleMovePickerControls();
     qCDebug(lcWindow, "quick-move picker shown");
 }
 

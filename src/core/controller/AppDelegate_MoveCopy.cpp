@@ -14,15 +14,16 @@
 #include <QListWidget>
 #include <QPushButton>
 
-void AppDelegate::moveToBtnAction()
+void AppDelegate::loadMovePicker()
 {
     moveFileVC->setDestinationsArr(Utils::createMoveDestArr());
     moveFileVC->setDefDestArr(Utils::defFileMoveDestPaths(true));
     moveFileVC->setDestParentFldrPath(filePathsArr.value(0));
     applyPanelFrame(PanelCatalog::kTallPanelHeight);
-    moveFileVC->goBackBtn->setEnabled(true);
-    moveFileVC->goBackBtn->setVisible(true);
-    showOverlayPanel(moveFileVC);
+}
+
+void AppDelegate::settleMovePickerControls()
+{
     moveFileVC->destTablView->scrollToTop();
     // A file of the Library folder is only ever copied.
     if (libraryFolderFile) {
@@ -31,6 +32,15 @@ void AppDelegate::moveToBtnAction()
     } else {
         moveFileVC->shouldCopyCheckB->setEnabled(true);
     }
+}
+
+void AppDelegate::moveToBtnAction()
+{
+    loadMovePicker();
+    moveFileVC->goBackBtn->setEnabled(true);
+    moveFileVC->goBackBtn->setVisible(true);
+    showOverlayPanel(moveFileVC);
+    settleMovePickerControls();
 }
 
 void AppDelegate::moveFileCompletion(qint64 tag, bool copy, const QString &path)

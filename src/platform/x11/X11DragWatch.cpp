@@ -57,16 +57,21 @@ void X11DragPasteboard::handle(xcb_generic_event_t *event)
     Q_EMIT changed(++m_count);
 }
 
+QList<quint32> X11DragPasteboard::candidateTimes() const
+{
+    // A Qt source answers only a request stamped with the time of the last pointer motion it handled
+    // (or of its start); other sources take any time. Newest first.
+    QList<quint32> times{m_lastMotionTime, m_ownedSince};
+    times.removeAll(0u);
+    times.append(XCB_CURRENT_TIME);
+    return times;
+}
+
 std::optional<QByteArray> X11DragPasteboard::convert(const char *target) const
 {
     if (!m_asking.isValid())
         m_asking.start();
-    // A Qt source answers only a request stamped with the time of the last pointer motion it handled
-    // (or of its start); other sources take any time. Newest first.
-    QList<quint32> times{m_lastMotionTime, m_ownedSince, XCB_CURRENT_TIME};
-    times.removeAll(0u);
-    times.append(XCB_CURRENT_TIME);
-    for (const quint32 time : std::as_const(times)) {
+    for (const quint32 time : candidateTimes()) {
         const int left = int(kQuestionBudgetMs - m_asking.elapsed());
         if (left <= 0)
             break;
@@ -222,10 +227,7 @@ Result<QStringList> X11DragPasteboard::namesOfPromisedFilesDroppedAtDestination(
     });
     QElapsedTimer clock;
     clock.start();
-    QList<quint32> times{m_lastMotionTime, m_ownedSince};
-    times.removeAll(0u);
-    times.append(XCB_CURRENT_TIME);
-    for (const quint32 time : std::as_const(times)) {
+    for (const quint32 time : candidateTimes()) {
         const int left = int(kSaveBudgetMs - clock.elapsed());
         if (left <= 0)
             break;

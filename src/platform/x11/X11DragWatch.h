@@ -28,6 +28,7 @@ public:
 
 private:
     std::optional<QByteArray> convert(const char *target) const;
+    QList<quint32> candidateTimes() const;
     X11Connection *m_x;
     qint64 m_count = 0;
     quint32 m_lastMotionTime = 0;

@@ -23,7 +23,8 @@ struct Freed
 
 } // namespace
 
-X11WindowSystem::X11WindowSystem(X11Connection *x, QObject *parent) : WindowSystem(parent), m_x(x)
+X11WindowSystem::X11WindowSystem(X11Connection *x, QObject *parent)
+    : WindowSystem(parent), m_x(x), m_entries(std::async(std::launch::async, [] { return DesktopEntries::load(); }))
 {
     // The window manager announces each newly active window on the root.
     const quint32 mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
@@ -33,9 +34,7 @@ X11WindowSystem::X11WindowSystem(X11Connection *x, QObject *parent) : WindowSyst
 
 const DesktopEntries &X11WindowSystem::entries() const
 {
-    if (!m_entries)
-        m_entries = DesktopEntries::load();
-    return *m_entries;
+    return m_entries.get();
 }
 
 QList<quint32> X11WindowSystem::topLevelsFrontToBack() const

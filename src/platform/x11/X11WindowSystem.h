@@ -3,6 +3,7 @@
 #include "platform/Platform.h"
 #include "platform/freedesktop/DesktopEntries.h"
 
+#include <future>
 #include <optional>
 
 #include <xcb/xcb.h>
@@ -34,5 +35,6 @@ private:
     X11Connection *m_x;
     quint32 m_remembered = 0;
     quint32 m_lastActive = 0;
-    mutable std::optional<DesktopEntries> m_entries; // read at the first question
+    // Read in the background from the start, so that no drag waits for the desktop files.
+    std::shared_future<DesktopEntries> m_entries;
 };
