@@ -208,8 +208,10 @@ void IntakeTest::aPromiseThatNeverCompletesWaitsForCancel()
     QVERIFY(m_app->windowIsVsbl()); // a moment to read the message
     QTRY_VERIFY_WITH_TIMEOUT(!m_app->windowIsVsbl(), 2000);
     // The file appearing now changes nothing: its checks ended with the import.
-    QDir().mkpath(folder);
-    file(QStringLiteral("../") + QDir(m_dir.path()).relativeFilePath(folder) + QStringLiteral("/never.txt"));
+    QVERIFY(QDir().mkpath(folder));
+    QFile late(folder + QStringLiteral("/never.txt"));
+    QVERIFY(late.open(QIODevice::WriteOnly) && late.write("late") == 4);
+    late.close();
     QTest::qWait(300);
     QVERIFY(!m_app->oneofThePanelsIsShown);
     QDir(folder).removeRecursively();
