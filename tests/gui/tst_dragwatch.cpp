@@ -1,6 +1,7 @@
 // The drag watcher's rules: where the window opens, when the pointer closes it, what a drag must
 // offer, and the handler's tests in order, on fake drags.
 
+#include "LaunchedProgram.h"
 #include "core/controller/AppDelegate.h"
 #include "core/dragwatch/DragContent.h"
 #include "core/dragwatch/DropHereGeometry.h"
@@ -61,16 +62,8 @@ void DragWatchTest::initTestCase()
 void DragWatchTest::init()
 {
     m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    Platform::install(m_fakes->services());
-    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true);
-    VolumeInfo stick;
-    stick.mountPoint = QStringLiteral("/media/someone/STICK");
-    stick.name = QStringLiteral("STICK");
-    stick.removable = stick.ejectable = true;
-    stick.internal = false;
-    m_fakes->volumes.volumes = {stick};
-    m_app = std::make_unique<AppDelegate>(m_fakes->services());
-    m_app->applicationDidFinishLaunching();
+    m_fakes->volumes.volumes = {fakeStick()};
+    m_app = launchedOn(*m_fakes);
 }
 
 void DragWatchTest::cleanup()

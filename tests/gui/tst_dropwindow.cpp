@@ -1,6 +1,7 @@
 // The drop window through its controller, offscreen: states, panels for what was dropped, the busy
 // view, the overlay and its controllers, the title buttons, and the launch steps users notice.
 
+#include "LaunchedProgram.h"
 #include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/overlays/OverlayControllers.h"
@@ -80,10 +81,7 @@ void DropWindowTest::initTestCase()
 void DropWindowTest::init()
 {
     m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    Platform::install(m_fakes->services());
-    m_app = std::make_unique<AppDelegate>(m_fakes->services());
-    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true); // no alert in the way
-    m_app->applicationDidFinishLaunching();
+    m_app = launchedOn(*m_fakes);
     m_app->showDropTargetAt(QPointF(400, 300));
 }
 

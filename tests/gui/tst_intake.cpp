@@ -1,6 +1,7 @@
 // What a drop brings in: the window's own target and the quick-move and alias targets, through real
 // drag events on the views; promised files that settle or never do; the cancel of an import.
 
+#include "LaunchedProgram.h"
 #include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/settings/SettingsKeys.h"
@@ -62,16 +63,9 @@ void IntakeTest::initTestCase()
 void IntakeTest::init()
 {
     m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    Platform::install(m_fakes->services());
-    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true);
     SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
-    VolumeInfo stick;
-    stick.mountPoint = QStringLiteral("/media/someone/STICK");
-    stick.name = QStringLiteral("STICK");
-    stick.removable = stick.ejectable = true;
-    m_fakes->volumes.volumes = {stick};
-    m_app = std::make_unique<AppDelegate>(m_fakes->services());
-    m_app->applicationDidFinishLaunching();
+    m_fakes->volumes.volumes = {fakeStick()};
+    m_app = launchedOn(*m_fakes);
     m_app->showDropTargetAt(QPointF(300, 300));
 }
 

@@ -2,6 +2,7 @@
 // the progress panel with its rows.
 
 #include "ScratchMount.h"
+#include "LaunchedProgram.h"
 #include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/settings/SettingsKeys.h"
@@ -62,10 +63,7 @@ void MoveCopyUiTest::initTestCase()
 void MoveCopyUiTest::init()
 {
     m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    Platform::install(m_fakes->services());
-    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true);
-    m_app = std::make_unique<AppDelegate>(m_fakes->services());
-    m_app->applicationDidFinishLaunching();
+    m_app = launchedOn(*m_fakes);
 }
 
 void MoveCopyUiTest::cleanup()
