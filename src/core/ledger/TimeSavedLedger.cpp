@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <QMutex>
 
 namespace {
 QString key(const char *k) { return QString::fromLatin1(k); }
@@ -92,4 +93,10 @@ TimeSavedLedger appLedger() { return TimeSavedLedger(Utils::QDappSupportPath() +
 
 QString Utils::getTimeSavedPlistPath() { return appLedger().plistPath(); }
 std::optional<QVariantMap> Utils::getTimeSavedDictionaryValues() { return appLedger().values(); }
-void Utils::saveChangesToTimeSavedPlistByAddingSec(quint64 seconds) { appLedger().addSeconds(seconds); }
+void Utils::saveChangesToTimeSavedPlistByAddingSec(quint64 seconds)
+{
+    // Image jobs credit from their worker threads: a read-modify-write at a time, or credits get lost.
+    static QMutex mutex;
+    QMutexLocker lock(&mutex);
+    appLedger().addSeconds(seconds);
+}
