@@ -9,12 +9,16 @@ PACKAGES=(
   # Qt 6
   qt6-base-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools qt6-l10n-tools qt6-svg-dev
   libgl-dev
+  # images and PDF: resampling and codecs, PDF rendering, PNG recompression
+  libvips-dev libpoppler-qt6-dev libpng-dev zlib1g-dev
   # X11 drag watching
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
   xvfb xauth dbus dbus-x11 x11-utils xdotool procps util-linux
+  # tests: encrypted PDFs are made with qpdf
+  qpdf
   # benchmarks in bench/ and their peer tools
-  hyperfine time rsync
+  hyperfine time rsync imagemagick libvips-tools poppler-utils img2pdf
 )
 
 missing=()

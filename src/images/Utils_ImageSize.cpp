@@ -1,24 +1,23 @@
+#include "images/vips/VipsSupport.h"
+
 #include "utils/Utils.h"
 
-#include <QImageReader>
-
-std::optional<QVariantMap> Utils::getImageDimensionsAtPath(const QString &path)
+QVariantMap Utils::getImageDimensionsAtPath(const QString &path)
 {
     // The header is enough: nothing is decoded, so a huge or broken image costs nothing here.
-    QImageReader reader(path);
-    reader.setDecideFormatFromContent(true);
-    const QSize size = reader.size();
-    if (!size.isValid() || size.isEmpty())
-        return std::nullopt;
+    const QSizeF size = getImageDimensionsAtPathInSize(path);
     return QVariantMap{{QStringLiteral("kImgWidth"), float(size.width())},
                        {QStringLiteral("kImgHeight"), float(size.height())}};
 }
 
+QSizeF Utils::getImageDimensionsAtPathInSize(const QString &path)
+{
+    const auto size = VipsSupport::headerSize(path);
+    return size.ok() ? QSizeF(size.value()) : QSizeF(0, 0);
+}
+
 QString Utils::getImageDimensionsAsStringImgPath(const QString &path)
 {
-    const auto dims = getImageDimensionsAtPath(path);
-    if (!dims)
-        return {};
-    return QStringLiteral("%1x%2").arg(qint64(dims->value(QStringLiteral("kImgWidth")).toFloat()))
-        .arg(qint64(dims->value(QStringLiteral("kImgHeight")).toFloat()));
+    const QSizeF size = getImageDimensionsAtPathInSize(path);
+    return QStringLiteral("%1x%2").arg(qint64(size.width())).arg(qint64(size.height()));
 }

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QObject>
+#include <QSizeF>
 #include <QLocale>
 #include <QString>
 #include <QStringList>
@@ -12,6 +13,10 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+
+class QMimeData;
+class QWindow;
+struct BitmapImageRep;
 
 // The program's stateless operations, callable from any thread. Declared once here; each group is
 // implemented beside the area that owns it (core/settings, core/ledger, core/classification, ...).
@@ -76,10 +81,44 @@ public:
     static bool createTXTfileFromString(const QString &text);
     static QString readDroppedString(); // empty when unreadable
 
-    // ---- image size (images/Utils_ImageSize.cpp) ----
-    // {"kImgWidth", "kImgHeight"} in pixels, read from the header; nullopt when it is no image.
-    static std::optional<QVariantMap> getImageDimensionsAtPath(const QString &path);
-    static QString getImageDimensionsAsStringImgPath(const QString &path); // "1024x768", empty when none
+    // ---- image identity (images/Utils_ImageIdentity.cpp): ImageTypeCode 0 TIFF, 1 BMP, 2 GIF, 3 JPEG,
+    // 4 PNG, 5 JPEG 2000 ----
+    static QString getImageExtensionString(quint64 code); // null above 5
+    static quint64 getImageFileTypeFromExtension(const QString &extension); // exact; anything else is PNG
+    static quint64 getImageFileTypeFromData(const QByteArray &data);         // by the first byte alone
+    static quint64 getImageFileTypeFromPath(const QString &path);
+    static QString imgExtensionFromPasteboard(const QMimeData *pasteboard);
+
+    // ---- image size (images/Utils_ImageSize.cpp), in pixels from the header ----
+    // {"kImgWidth", "kImgHeight"}; both 0 for a file that is no readable image.
+    static QVariantMap getImageDimensionsAtPath(const QString &path);
+    static QSizeF getImageDimensionsAtPathInSize(const QString &path);
+    static QString getImageDimensionsAsStringImgPath(const QString &path); // "1024x768", "0x0"
+
+    // ---- resolution and screens (images/Utils_Resolution.cpp); a point is 1/72 inch ----
+    static QSizeF pixelSizeForImg(const BitmapImageRep &image);
+    static QSizeF convertPixelSizeToPointSize(const QSizeF &pixels);
+    static double getDisplScale();
+    static QString roundedFloat(float value);
+    static float getcurrentDPIForImg(const BitmapImageRep &image); // horizontal, rounded up
+    static BitmapImageRep &getBitmap(BitmapImageRep &bitmap, double dpi); // sets the point size only
+    static double currentScreenDPI();
+    static double dpiForWindow(const QWindow *window);
+    static float roundToNearest5Des(float value);
+
+    // ---- resampling, encoders and composition (images/) ----
+    // Lanczos to `size` pixels; the resolution of the source survives. Invalid when it cannot.
+    static BitmapImageRep scaleImage(const BitmapImageRep &image, const QSizeF &size);
+    // Encoded bytes; empty for GIF (2) and codes above 5, or when the encoder fails.
+    static QByteArray convertImg(const BitmapImageRep &image, quint64 code, float compressedBy);
+    static bool changePngCompression(const QString &source, const QString &destination, float comprFactor);
+    static BitmapImageRep imageWithAlpha(const BitmapImageRep &image, float alpha);
+    static BitmapImageRep combineBgIm(const BitmapImageRep &background, const BitmapImageRep &foreground);
+
+    // ---- PDF (images/pdf) ----
+    static bool isThisPDFFile(const QString &path); // by the name's extension
+    // A text document laid out on pages into a PDF at `destPath`; false, and logged, when it fails.
+    static bool saveAsPDF(const QString &sourcePath, const QString &destPath);
 
     // ---- clipboard and panels (core/window/Utils_Desktop.cpp) ----
     static void copyStringToClipboard(const QString &text);

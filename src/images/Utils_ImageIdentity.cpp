@@ -1,0 +1,114 @@
+#include "ImageTypeCode.h"
+
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "core/plist/Plist.h"
+#include "utils/Utils.h"
+
+#include <QMimeData>
+#include <QUrl>
+
+#include <sys/stat.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+QString Utils::getImageExtensionString(quint64 code)
+{
+    static const char *const table[] = {"tiff", "bmp", "gif", "jpg", "png", "jpeg"};
+    return code < std::size(table) ? QString::fromLatin1(table[code]) : QString();
+}
+
+quint64 Utils::getImageFileTypeFromExtension(const QString &extension)
+{
+    // Exact and case-sensitive: "JPG" falls through to PNG, as the encoders have always done.
+    if (extension == u"png")
+        return ImageTypeCode::PNG;
+    if (extension == u"jpg" || extension == u"jpeg")
+        return ImageTypeCode::JPEG;
+    if (extension == u"gif")
+        return ImageTypeCode::GIF;
+    if (extension == u"tiff" || extension == u"tif")
+        return ImageTypeCode::TIFF;
+    if (extension == u"bmp")
+        return ImageTypeCode::BMP;
+    return ImageTypeCode::PNG;
+}
+
+quint64 Utils::getImageFileTypeFromData(const QByteArray &data)
+{
+    if (data.isEmpty())
+        return ImageTypeCode::PNG;
+    switch (quint8(data.at(0))) {
+    case 'B':
+        return ImageTypeCode::BMP;
+    case 'G':
+        return ImageTypeCode::GIF;
+    case 'I':
+    case 'M':
+        return ImageTypeCode::TIFF;
+    case 0xFF:
+        return ImageTypeCode::JPEG;
+    default:
+        return ImageTypeCode::PNG;
+    }
+}
+
+quint64 Utils::getImageFileTypeFromPath(const QString &path)
+{
+    // One byte decides, so one byte is read.
+    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return getImageFileTypeFromData({});
+    char first = 0;
+    const ssize_t n = ::read(fd, &first, 1);
+    ::close(fd);
+    return getImageFileTypeFromData(n == 1 ? QByteArray(1, first) : QByteArray());
+}
+
+QString Utils::imgExtensionFromPasteboard(const QMimeData *pasteboard)
+{
+    const QString fallback = QStringLiteral("png");
+    if (!pasteboard)
+        return fallback;
+    const QStringList types = pasteboard->formats();
+    const QString text = types.isEmpty() ? QString() : QString::fromUtf8(pasteboard->data(types.first()));
+    if (!text.isEmpty()) {
+        const auto parsed = Plist::parse(text.toUtf8());
+        if (!parsed.ok()) {
+            qWarning("erroe geeting image type> %s", qPrintable(parsed.error().message));
+        } else if (parsed.value().metaType().id() == QMetaType::QVariantList) {
+            return parsed.value().toList().value(0).toString();
+        } else if (parsed.value().metaType().id() == QMetaType::QString) {
+            const QString ext = PathParts::splitExtension(PathParts::lastComponent(parsed.value().toString())).extension;
+            if (!ext.isEmpty())
+                return ext;
+        }
+        return fallback;
+    }
+    if (pasteboard->hasUrls() && !pasteboard->urls().isEmpty()) {
+        const QString ext =
+            PathParts::splitExtension(PathParts::lastComponent(pasteboard->urls().first().path())).extension;
+        if (!ext.isEmpty())
+            return ext;
+    }
+    return fallback;
+}
+
+QStringList PageImageTypes::supportImageTypes()
+{
+    return {QStringLiteral("jpg"), QStringLiteral("cur"), QStringLiteral("bmp"), QStringLiteral("jpeg"),
+            QStringLiteral("gif"), QStringLiteral("png"), QStringLiteral("tiff"), QStringLiteral("tif"),
+            QStringLiteral("ico"), QStringLiteral("icns"), QStringLiteral("tga"), QStringLiteral("psd"),
+            QStringLiteral("eps"), QStringLiteral("hdr"), QStringLiteral("jp2"), QStringLiteral("jpc"),
+            QStringLiteral("pict"), QStringLiteral("sgi")};
+}
+
+bool PageImageTypes::isPageImage(const QString &path)
+{
+    struct stat st;
+    if (::stat(NativePath::toNative(path).constData(), &st) != 0 || S_ISDIR(st.st_mode))
+        return false;
+    const QString ext = PathParts::splitExtension(PathParts::lastComponent(path)).extension.toLower();
+    return supportImageTypes().contains(ext);
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "utils/Result.h"
+
+#include <QList>
+#include <QObject>
+#include <QSemaphore>
+#include <QStringList>
+
+#include <atomic>
+#include <functional>
+
+// Long image work in the shape every job of the program has: start() returns at once and the work
+// runs on the global thread pool; progress comes per item; cancel() is seen between items; finished()
+// comes exactly once. Signals arrive on the thread that owns the job. Destroying a running job
+// cancels it and waits for the item in hand.
+class ImageBatchJob : public QObject
+{
+    Q_OBJECT
+public:
+    explicit ImageBatchJob(QObject *parent = nullptr);
+    ~ImageBatchJob() override;
+
+    void start();
+    void cancel() { m_cancelled = true; }
+    bool isCancelled() const { return m_cancelled; }
+    bool isFinished() const { return m_finished; }
+
+    // Filled as the work goes; complete once finished() has come.
+    const QStringList &written() const { return m_written; }
+    const QList<Error> &failures() const { return m_failures; }
+    int done() const { return m_done; }
+    int total() const { return m_total; }
+    int percent() const { return m_total > 0 ? m_done * 100 / m_total : (m_finished ? 100 : 0); }
+
+    // Called from the worker for each unit of work the ledger pays for; unset, nothing is credited.
+    std::function<void(quint64 seconds)> credit;
+
+Q_SIGNALS:
+    void progress(int done, int total, const QString &item);
+    void itemWritten(const QString &path);
+    void itemFailed(const Error &error);
+    void finished();
+
+protected:
+    // Cancels a running job and waits for its worker. Each subclass calls it first in its destructor,
+    // before its own members go.
+    void waitForWorker();
+    // The work, on a pool thread.
+    virtual void run() = 0;
+    // From the worker: each posts to the owner's thread, in order.
+    void reportProgress(int done, int total, const QString &item);
+    void reportWritten(const QString &path);
+    void reportFailure(const Error &error);
+    void creditSeconds(quint64 seconds) const;
+
+private:
+    void post(std::function<void()> update);
+
+    std::atomic<bool> m_cancelled{false};
+    bool m_started = false;
+    bool m_joined = false;
+    bool m_finished = false;
+    QSemaphore m_workerDone;
+    QStringList m_written;
+    QList<Error> m_failures;
+    int m_done = 0;
+    int m_total = 0;
+};

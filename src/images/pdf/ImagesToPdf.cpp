@@ -1,0 +1,136 @@
+#include "images/vips/VipsSupport.h"
+
+#include "ImagesToPdf.h"
+
+#include "JpegInfo.h"
+#include "PdfWriter.h"
+#include "core/fs/AtomicFile.h"
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "images/BitmapImageRep.h"
+#include "images/ImageTypeCode.h"
+#include "utils/Utils.h"
+
+#include <QCollator>
+#include <QFile>
+
+#include <fcntl.h>
+
+#include <algorithm>
+
+namespace {
+
+Result<QByteArray> readFile(const QString &path)
+{
+    QFile file;
+    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        const int err = errno;
+        if (fd >= 0)
+            ::close(fd);
+        return VipsSupport::error(path, QString::fromLocal8Bit(strerror(err)));
+    }
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+        return VipsSupport::error(path, file.errorString());
+    return bytes;
+}
+
+QSizeF pointSize(int width, int height, double dpiX, double dpiY)
+{
+    return QSizeF(width * Resolution::kPointsPerInch / dpiX, height * Resolution::kPointsPerInch / dpiY);
+}
+
+double verticalDpi(const vips::VImage &image)
+{
+    return image.yres() > 0 ? Resolution::snapped(image.yres() * Resolution::kMillimetresPerInch)
+                            : VipsSupport::dotsPerInch(image);
+}
+
+Status addPage(PdfWriter &pdf, const QString &path)
+{
+    auto bytes = readFile(path);
+    if (!bytes.ok())
+        return bytes.error();
+    // A JPEG goes in as it is: no decoding, no loss, and the file's own size.
+    if (const auto jpeg = JpegInfo::parse(bytes.value())) {
+        auto header = VipsSupport::loadFromData(bytes.value());
+        const double dpiX = header.ok() ? VipsSupport::dotsPerInch(header.value()) : Resolution::kPointsPerInch;
+        const double dpiY = header.ok() ? verticalDpi(header.value()) : dpiX;
+        return pdf.addJpegPage(bytes.value(), *jpeg, pointSize(jpeg->width, jpeg->height, dpiX, dpiY));
+    }
+    auto image = VipsSupport::loadFromData(bytes.value());
+    if (!image.ok())
+        return VipsSupport::error(path, QStringLiteral("not an image this program can read"));
+    auto pixels = VipsSupport::toQImage(image.value());
+    if (!pixels.ok())
+        return VipsSupport::error(path, pixels.error().message);
+    const double dpiX = VipsSupport::dotsPerInch(image.value());
+    return pdf.addImagePage(pixels.value(),
+                            pointSize(pixels.value().width(), pixels.value().height(), dpiX, verticalDpi(image.value())));
+}
+
+} // namespace
+
+QStringList ImagesToPdf::sortArrayInAlphabeticalOrderByFileName(QStringList paths)
+{
+    QCollator collator;
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::stable_sort(paths.begin(), paths.end(),
+                     [&](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
+    return paths;
+}
+
+Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &paths, const QString &destPath,
+                                                           UnreadableImages unreadable)
+{
+    Outcome outcome;
+    AtomicFile file(destPath);
+    PdfWriter pdf(file);
+    Status s = file.open();
+    if (s.ok())
+        s = pdf.begin();
+    for (const QString &path : sortArrayInAlphabeticalOrderByFileName(paths)) {
+        if (!s.ok())
+            break;
+        if (!PageImageTypes::isPageImage(path))
+            continue;
+        const Status page = addPage(pdf, path);
+        if (page.ok())
+            continue;
+        // An unreadable image may only lose its page; a failed write is the document's failure.
+        if (page.error().domain == QLatin1String(VipsSupport::kErrorDomain) && unreadable == UnreadableImages::Skip)
+            outcome.skipped.append(page.error());
+        else
+            s = page;
+    }
+    if (s.ok())
+        s = pdf.finish();
+    if (s.ok())
+        s = file.commit(AtomicFile::Mode::KeepExisting);
+    if (!s.ok()) {
+        Error failed = s.error();
+        failed.message = QStringLiteral("Failed to save image as PDF to path> %1 (%2)")
+                             .arg(NativePath::forDisplay(destPath), failed.message);
+        return failed;
+    }
+    outcome.pages = pdf.pageCount();
+    return outcome;
+}
+
+Result<QString> ImagesToPdf::convertSingleImgToPDF(const QString &imagePath, const QString &folder)
+{
+    if (!PageImageTypes::isPageImage(imagePath))
+        return VipsSupport::error(imagePath, QStringLiteral("this type of file cannot become a page of a PDF"));
+    const QString name = PathParts::splitExtension(PathParts::lastComponent(imagePath)).name;
+    for (int attempt = 0;; ++attempt) {
+        const QString dest = folder + QChar('/') + Utils::nameForNewFileOrFolder(folder, name, QStringLiteral("pdf"));
+        auto made = doExportAsPDFarr({imagePath}, dest, UnreadableImages::Fail);
+        if (made.ok())
+            return dest;
+        // Someone took the free name meanwhile: look for the next one.
+        if (made.error().code != EEXIST || attempt >= 3)
+            return made.error();
+    }
+}

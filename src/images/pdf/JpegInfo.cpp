@@ -1,0 +1,48 @@
+#include "JpegInfo.h"
+
+namespace {
+int u16(const QByteArray &d, qsizetype at) { return (quint8(d.at(at)) << 8) | quint8(d.at(at + 1)); }
+} // namespace
+
+std::optional<JpegInfo> JpegInfo::parse(const QByteArray &data)
+{
+    if (data.size() < 4 || quint8(data.at(0)) != 0xFF || quint8(data.at(1)) != 0xD8)
+        return std::nullopt;
+    JpegInfo info;
+    qsizetype at = 2;
+    while (at + 4 <= data.size()) {
+        if (quint8(data.at(at)) != 0xFF)
+            return std::nullopt;
+        const quint8 marker = quint8(data.at(at + 1));
+        if (marker == 0xFF) { // fill byte
+            ++at;
+            continue;
+        }
+        if (marker == 0xD8 || (marker >= 0xD0 && marker <= 0xD7) || marker == 0x01) {
+            at += 2;
+            continue;
+        }
+        const int length = u16(data, at + 2);
+        if (length < 2 || at + 2 + length > data.size())
+            return std::nullopt;
+        const qsizetype body = at + 4;
+        if (marker == 0xEE && length >= 14 && data.mid(body, 5) == QByteArrayLiteral("Adobe")) {
+            info.adobeInverted = true;
+        } else if ((marker >= 0xC0 && marker <= 0xC2) && length >= 8) {
+            info.precision = quint8(data.at(body));
+            info.height = u16(data, body + 1);
+            info.width = u16(data, body + 3);
+            info.components = quint8(data.at(body + 5));
+            if (info.precision != 8 || info.width < 1 || info.height < 1 ||
+                (info.components != 1 && info.components != 3 && info.components != 4))
+                return std::nullopt;
+            return info;
+        } else if (marker >= 0xC3 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC) {
+            return std::nullopt; // lossless or arithmetic coding: readers of PDF do not take these
+        } else if (marker == 0xDA || marker == 0xD9) {
+            return std::nullopt; // no frame header before the scan
+        }
+        at += 2 + length;
+    }
+    return std::nullopt;
+}

@@ -1,0 +1,74 @@
+#include "PdfPages.h"
+
+#include "core/fs/PathParts.h"
+#include "utils/Utils.h"
+
+#include <poppler-qt6.h>
+
+#include <QMimeDatabase>
+
+#include <cmath>
+
+QString PdfPages::extensionForImgType(qint64 tag)
+{
+    switch (tag) {
+    case 1:
+        return QStringLiteral("png");
+    case 3:
+        return QStringLiteral("bmp");
+    case 4:
+        return QStringLiteral("tiff");
+    default:
+        return QStringLiteral("jpg");
+    }
+}
+
+float PdfPages::clampedDpi(float dpi)
+{
+    if (!(dpi >= 30.0f))
+        dpi = 150.0f;
+    if (dpi > 1000.0f)
+        dpi = 1000.0f;
+    return dpi;
+}
+
+QSize PdfPages::targetPixels(const QSizeF &pagePoints, float dpi)
+{
+    const double scale = double(dpi / 72.0f);
+    const float w = std::roundf(float(pagePoints.width() * scale));
+    const float h = std::roundf(float(pagePoints.height() * scale));
+    if (!(w >= 1.0f) || !(h >= 1.0f))
+        return {};
+    return QSize(int(w), int(h));
+}
+
+QString PdfPages::pageBaseName(int index) { return QStringLiteral("Page_%1").arg(index + 1); }
+
+PdfPages::LockState PdfPages::inspect(const QByteArray &pdf)
+{
+    LockState state;
+    const auto document = Poppler::Document::loadFromData(pdf);
+    if (!document) {
+        state.problem = QStringLiteral("not a PDF document, or a damaged one");
+        return state;
+    }
+    state.readable = true;
+    state.locked = document->isLocked();
+    state.encrypted = document->isEncrypted();
+    return state;
+}
+
+bool PdfPages::unlockWithPassword(const QByteArray &pdf, const QByteArray &password)
+{
+    const auto document = Poppler::Document::loadFromData(pdf, password, password);
+    return document && !document->isLocked();
+}
+
+bool PdfFiles::isPdfName(const QString &path)
+{
+    static const QMimeDatabase mimes;
+    return mimes.mimeTypeForFile(PathParts::lastComponent(path), QMimeDatabase::MatchExtension)
+        .inherits(QStringLiteral("application/pdf"));
+}
+
+bool Utils::isThisPDFFile(const QString &path) { return PdfFiles::isPdfName(path); }

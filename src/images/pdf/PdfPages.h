@@ -1,0 +1,37 @@
+#pragma once
+
+// What a PDF is and how its pages become images, without rendering anything.
+
+#include <QByteArray>
+#include <QSize>
+#include <QSizeF>
+#include <QString>
+
+namespace PdfPages {
+
+// 1 "png", 3 "bmp", 4 "tiff", any other tag "jpg".
+QString extensionForImgType(qint64 tag);
+// Below 30 (or no number) becomes 150, above 1000 becomes 1000.
+float clampedDpi(float dpi);
+// The page's size in points times dpi / 72, each side rounded; a side below one pixel is empty.
+QSize targetPixels(const QSizeF &pagePoints, float dpi);
+// The file name of page `index` (from 0), without extension: "Page_1", "Page_2", ...
+QString pageBaseName(int index);
+
+struct LockState
+{
+    bool readable = false;
+    bool locked = false;    // a password is needed to read it
+    bool encrypted = false; // encrypted, though it may open without a password
+    QString problem;        // why it is not readable
+};
+LockState inspect(const QByteArray &pdf);
+// Whether the password opens it for reading.
+bool unlockWithPassword(const QByteArray &pdf, const QByteArray &password);
+
+} // namespace PdfPages
+
+namespace PdfFiles {
+// By the name's extension alone: the contents are not looked at.
+bool isPdfName(const QString &path);
+} // namespace PdfFiles

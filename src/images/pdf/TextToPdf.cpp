@@ -1,0 +1,94 @@
+#include "TextToPdf.h"
+
+#include "core/fs/AtomicFile.h"
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "utils/Utils.h"
+
+#include <QBuffer>
+#include <QFile>
+#include <QLocale>
+#include <QMimeDatabase>
+#include <QPageLayout>
+#include <QPageSize>
+#include <QPdfWriter>
+#include <QStringDecoder>
+#include <QTextDocument>
+
+#include <fcntl.h>
+
+namespace {
+
+constexpr qint64 kMaxTextBytes = qint64(64) << 20; // a text larger than this is no document to lay out
+
+Error failure(const QString &path, const QString &what)
+{
+    return Error{QStringLiteral("PDF"), 1, QStringLiteral("%1: %2").arg(NativePath::forDisplay(path), what)};
+}
+
+QString decoded(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(bytes);
+    if (!utf8.hasError())
+        return text;
+    // Not UTF-8: the one-byte encoding most older texts on Linux desktops were written in.
+    return QString::fromLatin1(bytes);
+}
+
+QPageSize defaultPaper()
+{
+    const QLocale::Territory t = QLocale().territory();
+    const bool letter = t == QLocale::UnitedStates || t == QLocale::Canada || t == QLocale::Mexico;
+    return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
+}
+
+} // namespace
+
+Status TextToPdf::saveAsPDF(const QString &sourcePath, const QString &destPath)
+{
+    QFile file;
+    const int fd = ::open(NativePath::toNative(sourcePath).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        const int err = errno;
+        if (fd >= 0)
+            ::close(fd);
+        return failure(sourcePath, QString::fromLocal8Bit(strerror(err)));
+    }
+    if (file.size() > kMaxTextBytes)
+        return failure(sourcePath, QStringLiteral("too large to lay out as pages"));
+    const QByteArray bytes = file.readAll();
+
+    QTextDocument document;
+    const QMimeType type = QMimeDatabase().mimeTypeForFileNameAndData(PathParts::lastComponent(sourcePath), bytes);
+    if (type.inherits(QStringLiteral("text/html")))
+        document.setHtml(decoded(bytes));
+    else if (type.inherits(QStringLiteral("text/markdown")))
+        document.setMarkdown(decoded(bytes));
+    else if (type.inherits(QStringLiteral("text/plain")) || bytes.isEmpty())
+        document.setPlainText(decoded(bytes));
+    else
+        return failure(sourcePath, QStringLiteral("%1 is not a text this program can lay out").arg(type.comment()));
+
+    QByteArray pdf;
+    {
+        QBuffer buffer(&pdf);
+        buffer.open(QIODevice::WriteOnly);
+        QPdfWriter writer(&buffer);
+        writer.setCreator(QStringLiteral("Quaydrop"));
+        writer.setTitle(PathParts::splitExtension(PathParts::lastComponent(sourcePath)).name);
+        writer.setPageLayout(QPageLayout(defaultPaper(), QPageLayout::Portrait, QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter));
+        document.print(&writer);
+    }
+    if (pdf.isEmpty())
+        return failure(sourcePath, QStringLiteral("nothing could be laid out"));
+    return AtomicFile::writeFile(destPath, pdf, AtomicFile::Mode::KeepExisting);
+}
+
+bool Utils::saveAsPDF(const QString &sourcePath, const QString &destPath)
+{
+    const Status s = TextToPdf::saveAsPDF(sourcePath, destPath);
+    if (!s.ok())
+        qWarning("%s", qPrintable(s.error().message));
+    return s.ok();
+}

@@ -1,0 +1,225 @@
+#include "VipsSupport.h"
+
+#include "core/fs/NativePath.h"
+#include "images/BitmapImageRep.h"
+
+#include <QFile>
+
+#include <cerrno>
+#include <cstring>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <mutex>
+
+using vips::VImage;
+
+namespace VipsSupport {
+
+void ensureStarted()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        if (VIPS_INIT("quaydrop") != 0)
+            qWarning("image library failed to start: %s", vips_error_buffer());
+        // A damaged file fails as one error value; the library's warnings for each of its tiles would
+        // only bury that line.
+        g_log_set_handler("VIPS", GLogLevelFlags(G_LOG_LEVEL_WARNING | G_LOG_LEVEL_MESSAGE | G_LOG_LEVEL_INFO),
+                          [](const gchar *, GLogLevelFlags, const gchar *, gpointer) {}, nullptr);
+        // Each image is opened once: a cache of operations only holds memory.
+        vips_cache_set_max(0);
+        vips_cache_set_max_mem(0);
+    });
+}
+
+Error error(const QString &path, const QString &what)
+{
+    vips_error_clear();
+    // libvips reports several lines; one line reads better in a log and a message.
+    const QString line = what.simplified();
+    return Error{QString::fromLatin1(kErrorDomain), 1,
+                 path.isEmpty() ? line : QStringLiteral("%1: %2").arg(NativePath::forDisplay(path), line),
+                 {{QStringLiteral("path"), path}}};
+}
+
+namespace {
+
+vips::VOption *accessOption(Access access)
+{
+    return VImage::option()->set("access", access == Access::Sequential ? VIPS_ACCESS_SEQUENTIAL : VIPS_ACCESS_RANDOM)
+        ->set("fail_on", VIPS_FAIL_ON_ERROR);
+}
+
+Result<VImage> checked(const QString &path, VImage image)
+{
+    const qint64 pixels = qint64(image.width()) * qint64(image.height());
+    if (image.width() < 1 || image.height() < 1)
+        return error(path, QStringLiteral("the image has no pixels"));
+    if (pixels > kMaxPixels)
+        return error(path, QStringLiteral("the image is too large (%1 x %2 pixels; at most %3 megapixels are read)")
+                               .arg(image.width())
+                               .arg(image.height())
+                               .arg(kMaxPixels / 1000000));
+    return image;
+}
+
+Result<QByteArray> readWhole(const QString &path)
+{
+    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return error(path, QString::fromLocal8Bit(strerror(errno)));
+    QFile file;
+    QByteArray bytes;
+    if (file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        bytes = file.readAll();
+    else
+        ::close(fd);
+    if (file.error() != QFileDevice::NoError)
+        return error(path, file.errorString());
+    return bytes;
+}
+
+} // namespace
+
+Result<VImage> load(const QString &path, Access access)
+{
+    ensureStarted();
+    const QByteArray native = NativePath::toNative(path);
+    // A source reads the file as bytes by its name, with no option syntax in it.
+    VipsSource *source = vips_source_new_from_file(native.constData());
+    if (!source)
+        return error(path, QString::fromUtf8(vips_error_buffer()).trimmed());
+    const char *loader = vips_foreign_find_load_source(source);
+    if (loader) {
+        vips::VSource wrapped(source, vips::STEAL);
+        auto opened = guarded<VImage>(path, [&] { return VImage::new_from_source(wrapped, "", accessOption(access)); });
+        return opened.ok() ? checked(path, opened.value()) : opened;
+    }
+    g_object_unref(source);
+    vips_error_clear();
+    // Loaders that cannot stream (ImageMagick's types) take the file in memory.
+    auto bytes = readWhole(path);
+    if (!bytes.ok())
+        return bytes.error();
+    if (bytes.value().isEmpty())
+        return error(path, QStringLiteral("the file is empty"));
+    auto opened = loadFromData(bytes.value(), access);
+    if (!opened.ok())
+        return error(path, QStringLiteral("not an image this program can read"));
+    return opened;
+}
+
+Result<VImage> loadFromData(const QByteArray &data, Access access)
+{
+    ensureStarted();
+    const char *loader = vips_foreign_find_load_buffer(data.constData(), size_t(data.size()));
+    if (!loader) {
+        vips_error_clear();
+        return error(QStringLiteral("data"), QStringLiteral("not an image this program can read"));
+    }
+    // libvips reads lazily: the loader keeps its own reference to a copy of the bytes.
+    VipsBlob *blob = vips_blob_copy(data.constData(), size_t(data.size()));
+    auto opened = guarded<VImage>(QStringLiteral("data"), [&] {
+        VImage out;
+        VImage::call(loader, accessOption(access)->set("buffer", blob)->set("out", &out));
+        return out;
+    });
+    vips_area_unref(VIPS_AREA(blob));
+    if (!opened.ok())
+        return opened;
+    return checked(QStringLiteral("data"), opened.value());
+}
+
+Result<QSize> headerSize(const QString &path)
+{
+    auto image = load(path, Access::Sequential);
+    if (!image.ok())
+        return image.error();
+    return QSize(image.value().width(), image.value().height());
+}
+
+double dotsPerInch(const VImage &image)
+{
+    const double perMm = image.xres();
+    return perMm > 0 ? Resolution::snapped(perMm * Resolution::kMillimetresPerInch) : Resolution::kPointsPerInch;
+}
+
+VImage withResolution(const VImage &image, double dotsPerInchX, double dotsPerInchY)
+{
+    VImage tagged = image.copy(VImage::option()
+                                   ->set("xres", dotsPerInchX / Resolution::kMillimetresPerInch)
+                                   ->set("yres", dotsPerInchY / Resolution::kMillimetresPerInch));
+    tagged.set("resolution-unit", "in");
+    return tagged;
+}
+
+Result<VImage> toDisplayable(const VImage &image)
+{
+    return guarded<VImage>(QString(), [&] {
+        VImage out = image;
+        if (out.interpretation() != VIPS_INTERPRETATION_sRGB) {
+            // CMYK, Lab, 16-bit grey and the like become sRGB; plain 8-bit grey is widened too.
+            out = out.colourspace(VIPS_INTERPRETATION_sRGB);
+        }
+        if (out.format() != VIPS_FORMAT_UCHAR)
+            out = out.cast(VIPS_FORMAT_UCHAR);
+        if (out.bands() > 4)
+            out = out.extract_band(0, VImage::option()->set("n", 4));
+        return out;
+    });
+}
+
+Result<QImage> toQImage(const VImage &image)
+{
+    auto ready = toDisplayable(image);
+    if (!ready.ok())
+        return ready.error();
+    const VImage rgb = ready.value();
+    const bool alpha = rgb.bands() == 4;
+    QImage out(rgb.width(), rgb.height(), alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+    if (out.isNull())
+        return error(QString(), QStringLiteral("not enough memory for %1 x %2 pixels").arg(rgb.width()).arg(rgb.height()));
+    auto pixels = guarded<bool>(QString(), [&] {
+        size_t size = 0;
+        void *bytes = rgb.write_to_memory(&size);
+        const int rowBytes = rgb.width() * rgb.bands();
+        const auto *src = static_cast<const uchar *>(bytes);
+        for (int y = 0; y < rgb.height(); ++y)
+            memcpy(out.scanLine(y), src + qsizetype(y) * rowBytes, size_t(rowBytes));
+        g_free(bytes);
+        return true;
+    });
+    if (!pixels.ok())
+        return pixels.error();
+    out.setDotsPerMeterX(Resolution::toDotsPerMeter(dotsPerInch(image)));
+    out.setDotsPerMeterY(Resolution::toDotsPerMeter(image.yres() > 0 ? Resolution::snapped(image.yres() * 25.4) : 72.0));
+    return out;
+}
+
+Result<VImage> fromQImage(const QImage &image)
+{
+    ensureStarted();
+    const bool alpha = image.hasAlphaChannel();
+    const QImage src = image.convertToFormat(alpha ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
+    const int bands = alpha ? 4 : 3;
+    const int rowBytes = src.width() * bands;
+    QByteArray packed;
+    const uchar *bytes = src.constBits();
+    if (src.bytesPerLine() != rowBytes) { // rows padded to four bytes
+        packed.resize(qsizetype(rowBytes) * src.height());
+        for (int y = 0; y < src.height(); ++y)
+            memcpy(packed.data() + qsizetype(y) * rowBytes, src.constScanLine(y), size_t(rowBytes));
+        bytes = reinterpret_cast<const uchar *>(packed.constData());
+    }
+    VipsImage *copied = vips_image_new_from_memory_copy(bytes, size_t(rowBytes) * size_t(src.height()), src.width(),
+                                                        src.height(), bands, VIPS_FORMAT_UCHAR);
+    if (!copied)
+        return error(QString(), QString::fromUtf8(vips_error_buffer()));
+    VImage out(copied);
+    out = out.copy(VImage::option()->set("interpretation", VIPS_INTERPRETATION_sRGB));
+    return withResolution(out, Resolution::fromDotsPerMeter(image.dotsPerMeterX()),
+                          Resolution::fromDotsPerMeter(image.dotsPerMeterY()));
+}
+
+} // namespace VipsSupport

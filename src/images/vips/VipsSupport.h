@@ -1,0 +1,56 @@
+#pragma once
+
+// libvips for the image area: decoding any readable file, the Lanczos resampler and the encoders.
+// Include this before any Qt header (glib names a member `signals`). Nothing here throws: libvips
+// errors come back as values.
+
+#include <vips/vips8>
+
+#include "utils/Result.h"
+
+#include <QImage>
+#include <QString>
+
+namespace VipsSupport {
+
+inline constexpr const char *kErrorDomain = "Image";
+// Larger images are refused before a pixel is decoded: a header may claim anything.
+inline constexpr qint64 kMaxPixels = qint64(1) << 28; // 268 megapixels, 16384 x 16384
+
+// Starts libvips once per process; safe from any thread.
+void ensureStarted();
+
+// Sequential access streams the file once, top to bottom, in little memory; random access may look
+// at any pixel more than once.
+enum class Access { Sequential, Random };
+
+// Opens the first image of the file; nothing is decoded until pixels are asked for.
+Result<vips::VImage> load(const QString &path, Access access = Access::Sequential);
+Result<vips::VImage> loadFromData(const QByteArray &data, Access access = Access::Sequential);
+
+// The file's pixel size from its header alone.
+Result<QSize> headerSize(const QString &path);
+
+// Horizontal resolution in dots per inch (72 when the file says nothing).
+double dotsPerInch(const vips::VImage &image);
+vips::VImage withResolution(const vips::VImage &image, double dotsPerInchX, double dotsPerInchY);
+
+// 8-bit sRGB with an alpha band only where the image has one.
+Result<vips::VImage> toDisplayable(const vips::VImage &image);
+// Deep copies both ways, resolution kept.
+Result<QImage> toQImage(const vips::VImage &image);
+Result<vips::VImage> fromQImage(const QImage &image);
+
+Error error(const QString &path, const QString &what);
+// Runs `work`, turning a libvips failure into an Error about `path`.
+template <typename T, typename F>
+Result<T> guarded(const QString &path, F &&work)
+{
+    try {
+        return Result<T>(work());
+    } catch (const vips::VError &e) {
+        return error(path, QString::fromUtf8(e.what()).trimmed());
+    }
+}
+
+} // namespace VipsSupport
