@@ -343,5 +343,81 @@
         <source>at ../%1</source>
         <translation>in ../%1</translation>
     </message>
+    <message>
+        <source>Save To</source>
+        <translation>Speichern in</translation>
+    </message>
+    <message>
+        <source>imgSaveDestHelp</source>
+        <translation>Steht hier „Speichern in“, landen die Bilder im Ordner ihres Originals</translation>
+    </message>
+    <message>
+        <source>Compression</source>
+        <translation>Kompression</translation>
+    </message>
+    <message>
+        <source>Merge into one PDF</source>
+        <translation>In ein PDF zusammenfügen</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Auflösung</translation>
+    </message>
+    <message>
+        <source>pdfDpiHint</source>
+        <translation>30 bis 1000 dpi. Jede Seite wird ein Bild in einem neuen Ordner.</translation>
+    </message>
+    <message>
+        <source>lockedPdfTitle</source>
+        <translation>Dieses PDF ist geschützt</translation>
+    </message>
+    <message>
+        <source>lockedPdfText</source>
+        <translation>Geben Sie das Kennwort für %1 ein.</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Entsperren</translation>
+    </message>
+    <message>
+        <source>Save result to...</source>
+        <translation>Ergebnis speichern in …</translation>
+    </message>
+    <message>
+        <source>savedTostr /%@</source>
+        <translation>Gespeichert in /%1</translation>
+    </message>
+    <message>
+        <source>%1 could not be written</source>
+        <translation>%1 konnte(n) nicht geschrieben werden; das Protokoll nennt den Grund</translation>
+    </message>
+    <message>
+        <source>nothingWrittenTitle</source>
+        <translation>Es wurde nichts geschrieben</translation>
+    </message>
+    <message>
+        <source>imgResizeCompleteMsg</source>
+        <translation>Bilder skaliert</translation>
+    </message>
+    <message>
+        <source>imgConvCompleteMsg</source>
+        <translation>Bilder konvertiert</translation>
+    </message>
+    <message>
+        <source>PDFConvCompleteMsg</source>
+        <translation>PDF-Seiten als Bilder gespeichert</translation>
+    </message>
+    <message>
+        <source>pdfUnreadableTitle</source>
+        <translation>Dieses PDF kann nicht gelesen werden</translation>
+    </message>
+    <message>
+        <source>savedasPDF</source>
+        <translation>Als PDF gespeichert</translation>
+    </message>
+    <message>
+        <source>to ../%@/%@</source>
+        <translation>nach ../%1/%2</translation>
+    </message>
 </context>
 </TS>

@@ -343,5 +343,81 @@
         <source>at ../%1</source>
         <translation>at ../%1</translation>
     </message>
+    <message>
+        <source>Save To</source>
+        <translation>Save To</translation>
+    </message>
+    <message>
+        <source>imgSaveDestHelp</source>
+        <translation>If left in 'Save To' state, images will be saved to their parent folder</translation>
+    </message>
+    <message>
+        <source>Compression</source>
+        <translation>Compression</translation>
+    </message>
+    <message>
+        <source>Merge into one PDF</source>
+        <translation>Merge into one PDF</translation>
+    </message>
+    <message>
+        <source>Resolution</source>
+        <translation>Resolution</translation>
+    </message>
+    <message>
+        <source>pdfDpiHint</source>
+        <translation>30 to 1000 dots per inch. Each page becomes an image in a new folder.</translation>
+    </message>
+    <message>
+        <source>lockedPdfTitle</source>
+        <translation>This PDF is locked</translation>
+    </message>
+    <message>
+        <source>lockedPdfText</source>
+        <translation>Enter the password of %1.</translation>
+    </message>
+    <message>
+        <source>Unlock</source>
+        <translation>Unlock</translation>
+    </message>
+    <message>
+        <source>Save result to...</source>
+        <translation>Save result to…</translation>
+    </message>
+    <message>
+        <source>savedTostr /%@</source>
+        <translation>Saved to /%1</translation>
+    </message>
+    <message>
+        <source>%1 could not be written</source>
+        <translation>%1 could not be written; the log says why</translation>
+    </message>
+    <message>
+        <source>nothingWrittenTitle</source>
+        <translation>Nothing was written</translation>
+    </message>
+    <message>
+        <source>imgResizeCompleteMsg</source>
+        <translation>Images resized</translation>
+    </message>
+    <message>
+        <source>imgConvCompleteMsg</source>
+        <translation>Images converted</translation>
+    </message>
+    <message>
+        <source>PDFConvCompleteMsg</source>
+        <translation>PDF pages saved as images</translation>
+    </message>
+    <message>
+        <source>pdfUnreadableTitle</source>
+        <translation>This PDF cannot be read</translation>
+    </message>
+    <message>
+        <source>savedasPDF</source>
+        <translation>Saved as PDF</translation>
+    </message>
+    <message>
+        <source>to ../%@/%@</source>
+        <translation>to ../%1/%2</translation>
+    </message>
 </context>
 </TS>

@@ -4,7 +4,10 @@
 #include "LaunchedProgram.h"
 #include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
+#include "core/overlays/ImgConvertOverlayVC.h"
+#include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/OverlayControllers.h"
+#include "core/overlays/PdfToImgVC.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
 #include "core/texts/Texts.h"
@@ -378,7 +381,7 @@ void DropWindowTest::closeTagClosesEveryOverlay()
         QVERIFY2(m_app->isModalOverlayVisible(), qPrintable(c->objectName()));
         QPushButton *close = nullptr;
         for (QPushButton *b : c->findChildren<QPushButton *>())
-            if (b->property("tag").toLongLong() == OverlayController::kCloseTag)
+            if (b->property("tag").toLongLong() == c->closeTag())
                 close = b;
         QVERIFY2(close, qPrintable(c->objectName()));
         close->click();

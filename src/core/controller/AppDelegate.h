@@ -22,6 +22,8 @@ class DropWindow;
 class EnterFolderNameOverlayVC;
 class FileCreateOverlayVC;
 class HotKeyBinding;
+class LockedPDFEnterPass;
+class ImageBatchJob;
 class ImgConvertOverlayVC;
 class ImgResizeOverlayVC;
 class ImgShareOverlayVC;
@@ -109,6 +111,27 @@ public:
     void copydroppedImgURLToClipboard(ActionButton *sender);
     void copyDroppedStringToClipboard(ActionButton *sender);
 
+    // ---- images (AppDelegate_Images.cpp) ----
+    void quickResizeBtnAction(ActionButton *sender);
+    void convertImgAction(ActionButton *sender);
+    void imgResizeCompletion(qint64 tag, const QString &width, const QString &height, qint64 destIndex,
+                             const QString &destPath);
+    void doResizeImgs(const QStringList &paths, bool multiFiles, const QString &width, const QString &height,
+                      const QString &folder);
+    void imgConvrtCompletion(qint64 tag, float factor, qint64 merge);
+    void doConvertImgs(const QStringList &paths, bool multiFiles, bool mergeToPdf, const QString &folder,
+                       const QString &srcImgPath, float factor, qint64 tag);
+
+    // ---- PDF (AppDelegate_Pdf.cpp) ----
+    void showPDFToImgConvertVC(ActionButton *sender);
+    void pdfImgConvrtCompletion(qint64 tag, float dpi);
+    void pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &pdfData, const QByteArray &password);
+    void convertPDF2Img(const QString &path, qint64 imgType, bool libFile, bool fromOtherApp, float dpi,
+                        const QByteArray &pdfData, const QByteArray &password);
+    void SaveAsPDF(ActionButton *sender);
+    QString getDestinationPathForPDFFile() const;
+    LockedPDFEnterPass *enterLockedPDFPass = nullptr; // while its sheet is up
+
     // ---- move and copy (AppDelegate_MoveCopy.cpp) ----
     void moveToBtnAction();
     void moveFilesViaOpenPanel(const QStringList &paths);
@@ -188,6 +211,12 @@ private:
     void revertTitleLater(ActionButton *sender, std::function<QString()> title);
     void logNotBuiltYet(const QString &action, const QString &owner);
     void moveFileCompletion(qint64 tag, bool copy, const QString &path);
+    // "Save result to...": a folder for results that cannot go beside their source.
+    void askForResultFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen);
+    // The busy view while the job runs, `finish` when it is done, then the panel again.
+    void runImageJob(ImageBatchJob *job, const char *busyKey, std::function<void(ImageBatchJob *)> finish);
+    void finishWrittenFiles(ImageBatchJob *job, const char *doneTitleKey);
+    void finishImageJob(ImageBatchJob *job, const char *doneTitleKey, const QString &folder, const QStringList &reveal);
     void foremostAppActivated(const QString &applicationId);
     void NSOpenPanelHasJustClosed(const QVariantMap &userInfo);
 

@@ -25,10 +25,6 @@ const QHash<QString, QString> &laterActions()
         {"newMailWithDroppedString", "mail"},
         {"zipBtnAction", "zip"},
         {"zipMultiFilesAction", "zip"},
-        {"convertImgAction", "image conversion"},
-        {"quickResizeBtnAction", "image resize"},
-        {"SaveAsPDF", "PDF"},
-        {"showPDFToImgConvertVC", "PDF"},
         {"setAsWallpaperAction", "wallpaper"},
         {"showImgSharePanelVC", "sharing"},
         {"airDropBtnAction", "sharing"},
@@ -62,6 +58,10 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"copyImgDimesions", &AppDelegate::copyImgDimesions},
         {"copydroppedImgURLToClipboard", &AppDelegate::copydroppedImgURLToClipboard},
         {"copyDroppedStringToClipboard", &AppDelegate::copyDroppedStringToClipboard},
+        {"quickResizeBtnAction", &AppDelegate::quickResizeBtnAction},
+        {"convertImgAction", &AppDelegate::convertImgAction},
+        {"showPDFToImgConvertVC", &AppDelegate::showPDFToImgConvertVC},
+        {"SaveAsPDF", &AppDelegate::SaveAsPDF},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

@@ -1,6 +1,9 @@
 #include "AppDelegate.h"
 
+#include "core/overlays/ImgConvertOverlayVC.h"
+#include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/MoveFileViewController.h"
+#include "core/overlays/PdfToImgVC.h"
 #include "core/overlays/OverlayControllers.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/window/DropWindow.h"
@@ -55,12 +58,14 @@ void AppDelegate::installOverlayCompletions()
     installedCompletions << QStringLiteral("setWpVCCompletion");
     imgShareVC->setShareCompletion(notYet("shareCompletion"));
     installedCompletions << QStringLiteral("setShareCompletion");
-    pdfToImgConvVC->setPdfImgConvrtCompletion([f = notYet("pdfImgConvrtCompletion")](qint64 tag, float) { f(tag); });
+    pdfToImgConvVC->setPdfImgConvrtCompletion([this](qint64 tag, float dpi) { pdfImgConvrtCompletion(tag, dpi); });
     installedCompletions << QStringLiteral("setPdfImgConvrtCompletion");
-    imgConvrtVC->setImgConvrtCompletion([f = notYet("imgConvrtCompletion")](qint64 tag, float, qint64) { f(tag); });
+    imgConvrtVC->setImgConvrtCompletion(
+        [this](qint64 tag, float factor, qint64 merge) { imgConvrtCompletion(tag, factor, merge); });
     installedCompletions << QStringLiteral("setImgConvrtCompletion");
-    imgResizeVC->setImgResizeCompletion(
-        [f = notYet("imgResizeCompletion")](qint64 tag, QString, QString, qint64, QString) { f(tag); });
+    imgResizeVC->setImgResizeCompletion([this](qint64 tag, QString w, QString h, qint64 index, QString path) {
+        imgResizeCompletion(tag, w, h, index, path);
+    });
     installedCompletions << QStringLiteral("setImgResizeCompletion");
     enterFolderNameVC->setFolderNameCompletion([f = notYet("folderNameCompletion")](qint64 tag, QString) { f(tag); });
     installedCompletions << QStringLiteral("setFolderNameCompletion");
@@ -84,14 +89,15 @@ void AppDelegate::showOverlayPanel(OverlayController *controller)
             pdfToImgConvVC->DPItxtFld->setText(QStringLiteral("150"));
     }
     if (controller == imgResizeVC) {
-        imgResizeVC->destinationPop->clear();
-        imgResizeVC->destinationPop->addItem(QStringLiteral("Save to ..."));
         Utils::createMoveDestArr();
+        QStringList names;
         if (const auto dics = Utils::movePathsDicsWithPathsAndNames())
             for (const QVariant &entry : *dics)
-                imgResizeVC->destinationPop->addItem(entry.toMap().value(QStringLiteral("destPname")).toString());
-        imgResizeVC->destinationPop->setCurrentIndex(0);
+                names.append(entry.toMap().value(QStringLiteral("destPname")).toString());
+        imgResizeVC->setDestinations(names);
     }
+    if (controller == imgConvrtVC)
+        imgConvrtVC->setMultipleImages(multiFilesActionPanelShown && imgsOnlyPathsArr.size() > 1);
     if (const Status s = modalOverlay->showInWindow(window); !s.ok())
         qWarning("overlay not shown: %s", qPrintable(s.error().message));
 }
@@ -113,20 +119,18 @@ void AppDelegate::modalOverlayDidShow(JMModalOverlay *overlay)
         return;
     QWidget *controller = overlay->contentViewController;
     if (controller == imgResizeVC) {
-        const auto dims = Utils::getImageDimensionsAtPath(filePathsArr.value(0));
-        if (!dims)
-            return;
-        imgResizeVC->setOldSizeValues(QSize(int(dims->value(QStringLiteral("kImgWidth")).toFloat()),
-                                            int(dims->value(QStringLiteral("kImgHeight")).toFloat())));
-        imgResizeVC->widthTextField->setText(QString::number(imgResizeVC->oldSizeValues().width()));
-        imgResizeVC->heightTextField->setText(QString::number(imgResizeVC->oldSizeValues().height()));
+        const QVariantMap dims = Utils::getImageDimensionsAtPath(filePathsArr.value(0));
+        imgResizeVC->setOldSizeValues(QSizeF(dims.value(QStringLiteral("kImgWidth")).toFloat(),
+                                             dims.value(QStringLiteral("kImgHeight")).toFloat()));
+        imgResizeVC->widthTextField->setText(QString::number(qint64(imgResizeVC->oldSizeValues().width())));
+        imgResizeVC->heightTextField->setText(QString::number(qint64(imgResizeVC->oldSizeValues().height())));
         focusLater(imgResizeVC->widthTextField);
         imgResizeVC->setMultiFilesMode(multiFilesActionPanelShown);
     } else if (controller == enterFolderNameVC) {
         enterFolderNameVC->folderNameTF->clear();
         focusLater(enterFolderNameVC->folderNameTF);
     } else if (controller == imgConvrtVC) {
-        imgConvrtVC->setStepValue(5.0);
+        imgConvrtVC->setStepValue(5.0f);
         imgConvrtVC->comprFactorLbl->setText(QStringLiteral("%1%").arg(imgConvrtVC->compressFactorSlider->value()));
     } else if (controller == renameFlsVC) {
         renameFlsVC->renameNameTF->clear();

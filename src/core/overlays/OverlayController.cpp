@@ -4,6 +4,7 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QAbstractButton>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -42,11 +43,30 @@ QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bo
     return b;
 }
 
+QLabel *OverlayController::addLabel(const char *textKey)
+{
+    auto *label = new QLabel(this);
+    translateLater(label, textKey);
+    return label;
+}
+
+void OverlayController::translateLater(QWidget *labelOrButton, const char *textKey)
+{
+    m_textKeys.append({labelOrButton, QByteArray(textKey)});
+    retranslate();
+}
+
 void OverlayController::retranslate()
 {
     m_title->setText(Texts::localized(m_titleKey.constData()));
     for (const auto &[button, key] : m_buttonKeys)
         button->setText(Texts::localized(key.constData()));
+    for (const auto &[widget, key] : m_textKeys) {
+        if (auto *label = qobject_cast<QLabel *>(widget))
+            label->setText(Texts::localized(key.constData()));
+        else if (auto *button = qobject_cast<QAbstractButton *>(widget))
+            button->setText(Texts::localized(key.constData()));
+    }
 }
 
 void OverlayController::changeEvent(QEvent *event)

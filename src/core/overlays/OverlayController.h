@@ -17,10 +17,15 @@ public:
     explicit OverlayController(const char *titleKey, QWidget *parent = nullptr);
     // The text fields that take the keyboard first when the overlay shows, if any.
     virtual QWidget *firstResponder() const { return nullptr; }
+    // The tag of the button that only closes the overlay.
+    virtual qint64 closeTag() const { return kCloseTag; }
 
 protected:
     QBoxLayout *body() const { return m_body; }
     QPushButton *addTagButton(const char *textKey, qint64 tag, bool primary = false);
+    // A label, or a button or label of the controller's own, whose text follows the language.
+    QLabel *addLabel(const char *textKey);
+    void translateLater(QWidget *labelOrButton, const char *textKey);
     // Calls the completion with the tag of the pressed button.
     virtual void fire(qint64 tag) = 0;
     void changeEvent(QEvent *event) override;
@@ -34,4 +39,5 @@ private:
     QBoxLayout *m_body;
     QBoxLayout *m_buttons;
     QList<QPair<QPushButton *, QByteArray>> m_buttonKeys;
+    QList<QPair<QWidget *, QByteArray>> m_textKeys;
 };

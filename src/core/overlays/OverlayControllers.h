@@ -66,69 +66,6 @@ private:
     Completion m_completion;
 };
 
-class PdfToImgVC : public OverlayController
-{
-    Q_OBJECT
-public:
-    using Completion = std::function<void(qint64, float)>;
-    explicit PdfToImgVC(QWidget *parent = nullptr);
-    void setPdfImgConvrtCompletion(Completion c) { m_completion = std::move(c); }
-    QLineEdit *DPItxtFld;
-
-protected:
-    void fire(qint64 tag) override;
-
-private:
-    Completion m_completion;
-};
-
-class ImgConvertOverlayVC : public OverlayController
-{
-    Q_OBJECT
-public:
-    using Completion = std::function<void(qint64, float, qint64)>;
-    explicit ImgConvertOverlayVC(QWidget *parent = nullptr);
-    void setImgConvrtCompletion(Completion c) { m_completion = std::move(c); }
-    void setStepValue(double step);
-    double stepValue() const { return m_step; }
-    QSlider *compressFactorSlider;
-    QLabel *comprFactorLbl;
-
-protected:
-    void fire(qint64 tag) override;
-
-private:
-    Completion m_completion;
-    double m_step = 1.0;
-};
-
-class ImgResizeOverlayVC : public OverlayController
-{
-    Q_OBJECT
-public:
-    using Completion = std::function<void(qint64, QString, QString, qint64, QString)>;
-    explicit ImgResizeOverlayVC(QWidget *parent = nullptr);
-    void setImgResizeCompletion(Completion c) { m_completion = std::move(c); }
-    void setOldSizeValues(const QSize &size) { m_oldSize = size; }
-    QSize oldSizeValues() const { return m_oldSize; }
-    void setMultiFilesMode(bool multi);
-    bool multiFilesMode() const { return m_multi; }
-    QWidget *firstResponder() const override;
-    QLineEdit *widthTextField;
-    QLineEdit *heightTextField;
-    QCheckBox *proportionCheckBox;
-    QPushButton *cropRotateBtn;
-    QComboBox *destinationPop;
-
-protected:
-    void fire(qint64 tag) override;
-
-private:
-    Completion m_completion;
-    QSize m_oldSize;
-    bool m_multi = false;
-};
-
 class EnterFolderNameOverlayVC : public OverlayController
 {
     Q_OBJECT

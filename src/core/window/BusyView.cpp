@@ -64,6 +64,21 @@ void BusyView::incrementBy(double delta)
         m_bar->setValue(int(m_value));
 }
 
+void BusyView::showProgress(int done, int total)
+{
+    if (total <= 1)
+        return;
+    if (!isBar() || int(m_maximum) != total) {
+        m_spinner->stop();
+        m_spinner->setVisible(false);
+        m_bar->setVisible(true);
+        m_bar->setRange(0, total);
+        m_maximum = total;
+    }
+    m_value = done;
+    m_bar->setValue(done);
+}
+
 void BusyView::stop()
 {
     m_spinner->stop();

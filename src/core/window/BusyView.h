@@ -21,6 +21,8 @@ public:
     // Maximum 1 or less spins; more shows a bar from 0 to the maximum.
     void start(const QString &text, double alpha, double maximum, bool cancelEnabled);
     void incrementBy(double delta);
+    // Turns a spinner into a bar once a job knows it has more than one item, and shows `done`.
+    void showProgress(int done, int total);
     void stop();
     bool isSpinning() const;
     bool isBar() const;

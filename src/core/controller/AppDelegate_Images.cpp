@@ -1,0 +1,176 @@
+#include "AppDelegate.h"
+
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "core/overlays/ImgConvertOverlayVC.h"
+#include "core/overlays/ImgResizeOverlayVC.h"
+#include "core/texts/Texts.h"
+#include "core/window/BusyView.h"
+#include "core/window/DropWindow.h"
+#include "images/ResizePlan.h"
+#include "images/jobs/ConvertJob.h"
+#include "images/jobs/ResizeJob.h"
+#include "utils/Utils.h"
+
+#include <QFileDialog>
+#include <QFileInfo>
+
+namespace {
+constexpr quint64 kResizeCredit = 150;
+constexpr quint64 kResizeFromOtherAppCredit = 200;
+} // namespace
+
+void AppDelegate::quickResizeBtnAction(ActionButton *) { showOverlayPanel(imgResizeVC); }
+
+void AppDelegate::convertImgAction(ActionButton *) { showOverlayPanel(imgConvrtVC); }
+
+void AppDelegate::askForResultFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen)
+{
+    QString start = Utils::getOpenPanelURL();
+    if (start.isEmpty() || !QFileInfo(start).isDir())
+        start = Utils::getDesktopFolderPath();
+    auto *panel = new QFileDialog(asSheet ? window : nullptr, title, start);
+    panel->setObjectName(QStringLiteral("saveResultToPanel"));
+    panel->setFileMode(QFileDialog::Directory);
+    panel->setOption(QFileDialog::ShowDirsOnly);
+    panel->setAcceptMode(QFileDialog::AcceptOpen);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    if (asSheet)
+        panel->setWindowModality(Qt::WindowModal);
+    alertOrSaveOrOpenPanelIsShown = true;
+    connect(panel, &QFileDialog::finished, this, [this, panel, chosen = std::move(chosen)](int result) {
+        alertOrSaveOrOpenPanelIsShown = false;
+        if (result != QDialog::Accepted || panel->selectedFiles().isEmpty())
+            return; // the overlay stays for another try
+        Utils::overWriteOpenPanelLastSaveURL(panel->selectedFiles().first());
+        chosen(panel->selectedFiles().first());
+    });
+    panel->open();
+}
+
+void AppDelegate::runImageJob(ImageBatchJob *job, const char *busyKey, std::function<void(ImageBatchJob *)> finish)
+{
+    revealInFinderPaths.clear();
+    // The panel comes back when the job is done; meanwhile the busy view says what is going on.
+    QPointer<QWidget> panel = window->contentView();
+    connect(job, &ImageBatchJob::progress, this, [this](int done, int total, const QString &) {
+        if (emptyContviewIsShown)
+            emptyContview->showProgress(done, total);
+    });
+    connect(job, &ImageBatchJob::itemWritten, this, [this](const QString &path) { revealInFinderPaths.append(path); });
+    connect(job, &ImageBatchJob::finished, this, [this, job, panel, finish = std::move(finish)] {
+        finish(job);
+        if (emptyContviewIsShown) {
+            endBusyView();
+            if (panel && windowIsVsbl())
+                window->setContentView(panel);
+        }
+        job->deleteLater();
+    });
+    showProcessingProgressLabelTxt(Texts::localized(busyKey), 0.8, 0.0, false);
+    job->start();
+}
+
+void AppDelegate::finishImageJob(ImageBatchJob *job, const char *doneTitleKey, const QString &folder,
+                                 const QStringList &reveal)
+{
+    const QString body = Texts::localized("savedTostr /%@").arg(NativePath::forDisplay(PathParts::lastComponent(folder)));
+    if (!reveal.isEmpty()) {
+        QString text = body;
+        if (!job->failures().isEmpty())
+            text += QStringLiteral("\n") + Texts::localized("%1 could not be written").arg(job->failures().size());
+        Utils::postSimpleNotificationWithTitle(Texts::localized(doneTitleKey), text,
+                                               Texts::localized("revealShowFileBtn"),
+                                               {{QStringLiteral("filePaths"), reveal}});
+    } else if (!job->failures().isEmpty()) {
+        // Nothing came of it: say why rather than stay silent.
+        Utils::showBasicAlertwithTitle(Texts::localized("nothingWrittenTitle"), job->failures().first().message);
+    }
+}
+
+void AppDelegate::finishWrittenFiles(ImageBatchJob *job, const char *doneTitleKey)
+{
+    const QStringList written = job->written();
+    finishImageJob(job, doneTitleKey, written.isEmpty() ? QString() : PathParts::parent(written.first()), written);
+}
+
+void AppDelegate::imgResizeCompletion(qint64 tag, const QString &width, const QString &height, qint64 destIndex,
+                                      const QString &destPath)
+{
+    revealInFinderPaths.clear();
+    if (tag == ImgResizeOverlayVC::kCropTag) {
+        closeVisibleModalOverlay();
+        logNotBuiltYet(QStringLiteral("cropeRotateImg"), QStringLiteral("image editor"));
+        return;
+    }
+    if (tag != ImgResizeOverlayVC::kResizeTag) {
+        closeVisibleModalOverlay();
+        return;
+    }
+    const QSizeF old = imgResizeVC->oldSizeValues();
+    if (width == QString::number(qint64(old.width())) && height == QString::number(qint64(old.height()))) {
+        closeVisibleModalOverlay(); // the size it has: nothing to do, nothing earned
+        return;
+    }
+    Utils::saveChangesToTimeSavedPlistByAddingSec(droppedImageFromOtherApp ? kResizeFromOtherAppCredit : kResizeCredit);
+    const QStringList paths = imgsOnlyPathsArr;
+    const bool multi = multiFilesActionPanelShown;
+    if (!droppedImageFromOtherApp && !libraryFolderFile) {
+        const QString folder = destIndex >= 1 && !destPath.isEmpty() ? destPath : PathParts::parent(filePathsArr.value(0));
+        doResizeImgs(paths, multi, width, height, folder);
+        closeVisibleModalOverlay();
+        return;
+    }
+    // A temporary file, or one of the Library: the result needs a home the user picks.
+    askForResultFolder(Texts::localized("Save result to..."), true, [=, this](const QString &folder) {
+        closeVisibleModalOverlay();
+        doResizeImgs(paths, multi, width, height, folder);
+    });
+}
+
+void AppDelegate::doResizeImgs(const QStringList &paths, bool multiFiles, const QString &width, const QString &height,
+                               const QString &folder)
+{
+    const auto tasks = ResizePlan::plan(paths, multiFiles, width, height, filePathsArr.value(0), folder,
+                                        [](const QString &p) { return Utils::getImageDimensionsAtPathInSize(p); });
+    runImageJob(new ResizeJob(tasks, this), "Resizing", [this](ImageBatchJob *job) { finishWrittenFiles(job, "imgResizeCompleteMsg"); });
+}
+
+void AppDelegate::imgConvrtCompletion(qint64 tag, float factor, qint64 merge)
+{
+    revealInFinderPaths.clear();
+    const QString first = filePathsArr.value(0);
+    const QStringList images = imgsOnlyPathsArr;
+    if (tag >= 1 && tag <= ConvertJob::kPdfTag) {
+        if (!libraryFolderFile && !droppedImageFromOtherApp) {
+            doConvertImgs(images, multiFilesActionPanelShown, merge != 0, PathParts::parent(first), first, factor, tag);
+            closeVisibleModalOverlay();
+            return;
+        }
+        const bool multi = multiFilesActionPanelShown;
+        askForResultFolder(Texts::localized("Save result to..."), true, [=, this](const QString &folder) {
+            closeVisibleModalOverlay();
+            doConvertImgs(images, multi, merge != 0, folder, first, factor, tag);
+        });
+        return;
+    }
+    closeVisibleModalOverlay();
+    if (tag == ImgConvertOverlayVC::kPageBoardTag)
+        logNotBuiltYet(QStringLiteral("PDFPreviewWC"), QStringLiteral("page board"));
+}
+
+void AppDelegate::doConvertImgs(const QStringList &paths, bool multiFiles, bool mergeToPdf, const QString &folder,
+                                const QString &srcImgPath, float factor, qint64 tag)
+{
+    ConvertJob::Request request;
+    request.paths = paths;
+    request.multiFiles = multiFiles;
+    request.mergeToPdf = mergeToPdf;
+    request.folder = folder;
+    request.srcImgPath = srcImgPath;
+    request.factor = factor;
+    request.tag = tag;
+    auto *job = new ConvertJob(request, this);
+    job->credit = [](quint64 seconds) { Utils::saveChangesToTimeSavedPlistByAddingSec(seconds); };
+    runImageJob(job, "Converting", [this](ImageBatchJob *done) { finishWrittenFiles(done, "imgConvCompleteMsg"); });
+}

@@ -1,0 +1,156 @@
+#include "AppDelegate.h"
+
+#include "core/fs/NativePath.h"
+#include "core/fs/PathParts.h"
+#include "core/overlays/LockedPDFEnterPass.h"
+#include "core/overlays/PdfToImgVC.h"
+#include "core/texts/Texts.h"
+#include "core/window/DropWindow.h"
+#include "images/jobs/PdfToImagesJob.h"
+#include "images/pdf/PdfPages.h"
+#include "images/pdf/TextToPdf.h"
+#include "utils/Utils.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QPointer>
+#include <QThreadPool>
+
+#include <fcntl.h>
+
+namespace {
+
+constexpr quint64 kSaveAsPdfCredit = 40;
+
+Result<QByteArray> readPdf(const QString &path)
+{
+    QFile file;
+    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        const int err = errno;
+        if (fd >= 0)
+            ::close(fd);
+        return Error{QStringLiteral("PDF"), err, QString::fromLocal8Bit(strerror(err))};
+    }
+    return file.readAll();
+}
+
+} // namespace
+
+void AppDelegate::showPDFToImgConvertVC(ActionButton *) { showOverlayPanel(pdfToImgConvVC); }
+
+void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
+{
+    if (tag == OverlayController::kCloseTag) {
+        closeVisibleModalOverlay();
+        return;
+    }
+    const QString path = filePathsArr.value(0);
+    const QString shown = NativePath::forDisplay(PathParts::lastComponent(path));
+    const auto data = readPdf(path);
+    const PdfPages::LockState state = data.ok() ? PdfPages::inspect(data.value()) : PdfPages::LockState{};
+    if (!data.ok() || !state.readable) {
+        // The overlay stays: nothing was started.
+        const QString why = data.ok() ? state.problem : data.error().message;
+        qWarning("%s: %s", qPrintable(shown), qPrintable(why));
+        Utils::showBasicAlertwithTitle(Texts::localized("pdfUnreadableTitle"), QStringLiteral("%1: %2").arg(shown, why));
+        return;
+    }
+    if (!state.locked && !state.encrypted) {
+        pdf2ImgCompletionAction(tag, dpi, data.value(), {});
+        return;
+    }
+    qInfo("%s - isLocked or encrypted", qPrintable(shown));
+    if (!enterLockedPDFPass)
+        enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), window);
+    const QByteArray pdf = data.value();
+    connect(enterLockedPDFPass, &QDialog::finished, this, [this, tag, dpi, pdf](int code) {
+        const QString password = enterLockedPDFPass->password();
+        enterLockedPDFPass->deleteLater();
+        enterLockedPDFPass = nullptr;
+        if (code == 0) {
+            qInfo("Cancel button tapped");
+            return;
+        }
+        // A wrong password changes nothing; the user may press a type button again.
+        if (!PdfPages::unlockWithPassword(pdf, password.toUtf8())) {
+            qWarning("the password does not open %s", qPrintable(NativePath::forDisplay(filePathsArr.value(0))));
+            return;
+        }
+        pdf2ImgCompletionAction(tag, dpi, pdf, password.toUtf8());
+    });
+    enterLockedPDFPass->open();
+}
+
+void AppDelegate::pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &pdfData, const QByteArray &password)
+{
+    if (pdfData.isEmpty())
+        return;
+    revealInFinderPaths.clear();
+    closeVisibleModalOverlay();
+    if (tag >= 1 && tag <= 4)
+        convertPDF2Img(filePathsArr.value(0), tag, libraryFolderFile, droppedImageFromOtherApp, dpi, pdfData, password);
+}
+
+void AppDelegate::convertPDF2Img(const QString &path, qint64 imgType, bool libFile, bool fromOtherApp, float dpi,
+                                 const QByteArray &pdfData, const QByteArray &password)
+{
+    auto start = [=, this](const QString &parentFolder) {
+        PdfToImagesJob::Request request{path, pdfData, password, parentFolder, imgType, dpi};
+        auto *job = new PdfToImagesJob(request, this);
+        job->credit = [](quint64 seconds) { Utils::saveChangesToTimeSavedPlistByAddingSec(seconds); };
+        runImageJob(job, "Converting", [this](ImageBatchJob *done) {
+            const QString folder = static_cast<PdfToImagesJob *>(done)->folder();
+            finishImageJob(done, "PDFConvCompleteMsg", folder, folder.isEmpty() ? QStringList() : QStringList{folder});
+        });
+    };
+    if (libFile || fromOtherApp)
+        askForResultFolder(Texts::localized("Save result to..."), true, start);
+    else
+        start(PathParts::parent(path));
+}
+
+QString AppDelegate::getDestinationPathForPDFFile() const
+{
+    const QString first = filePathsArr.value(0);
+    return PathParts::parent(first) + QChar('/') +
+           PathParts::splitExtension(PathParts::lastComponent(first)).name + QStringLiteral(".pdf");
+}
+
+void AppDelegate::SaveAsPDF(ActionButton *)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(kSaveAsPdfCredit);
+    const QString source = filePathsArr.value(0);
+    const QString wanted = getDestinationPathForPDFFile();
+    auto write = [this, source](const QString &folder, const QString &fileName) {
+        // An existing PDF of that name is the user's: the new one takes a free name beside it.
+        const auto parts = PathParts::splitExtension(fileName);
+        const QString dest = folder + QChar('/') + Utils::nameForNewFileOrFolder(folder, parts.name, parts.extension);
+        QPointer<AppDelegate> self(this);
+        QThreadPool::globalInstance()->start([self, source, dest] {
+            const Status s = TextToPdf::saveAsPDF(source, dest);
+            QMetaObject::invokeMethod(QCoreApplication::instance(), [self, s, dest] {
+                if (!self)
+                    return;
+                if (!s.ok()) {
+                    qWarning("%s", qPrintable(s.error().message));
+                    Utils::showBasicAlertwithTitle(Texts::localized("nothingWrittenTitle"), s.error().message);
+                    return;
+                }
+                const QString folderName = PathParts::lastComponent(PathParts::parent(dest));
+                Utils::postSimpleNotificationWithTitle(
+                    Texts::localized("savedasPDF"),
+                    Texts::localized("to ../%@/%@")
+                        .arg(NativePath::forDisplay(folderName), NativePath::forDisplay(PathParts::lastComponent(dest))),
+                    Texts::localized("revealShowFileBtn"), {{QStringLiteral("filePaths"), QStringList{dest}}});
+            }, Qt::QueuedConnection);
+        });
+    };
+    if (libraryFolderFile) {
+        askForResultFolder(QString(), false, [write, wanted](const QString &folder) {
+            write(folder, PathParts::lastComponent(wanted));
+        });
+        return;
+    }
+    write(PathParts::parent(wanted), PathParts::lastComponent(wanted));
+}
