@@ -60,7 +60,7 @@ Result<QByteArray> ImageEncoder::encode(const VImage &image, quint64 code, std::
     if (code == ImageTypeCode::BMP)
         return encodeBmp(image);
     const double dpiX = VipsSupport::dotsPerInch(image);
-    const double dpiY = image.yres() > 0 ? Resolution::snapped(image.yres() * Resolution::kMillimetresPerInch) : dpiX;
+    const double dpiY = VipsSupport::verticalDotsPerInch(image);
     return VipsSupport::guarded<QByteArray>(QString(), [&]() -> QByteArray {
         const VImage tagged = VipsSupport::withResolution(image, dpiX, dpiY);
         switch (code) {

@@ -2,6 +2,9 @@
 // PNG files, through the real drop path, for the README. Run under a display: scripts/screenshots.sh.
 
 #include "core/controller/AppDelegate.h"
+#include "core/overlays/ImgConvertOverlayVC.h"
+#include "core/overlays/ImgResizeOverlayVC.h"
+#include "core/overlays/LockedPDFEnterPass.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/texts/Texts.h"
 #include "core/window/BusyView.h"
@@ -11,6 +14,7 @@
 #include "menubar/ExclusionListWC.h"
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
+#include "widgets/ActionButton.h"
 
 #include <QApplication>
 #include <QBuffer>
@@ -21,7 +25,10 @@
 #include <QPainter>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QLineEdit>
+#include <QSlider>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QUrl>
 
@@ -142,6 +149,38 @@ int main(int argc, char **argv)
     settle(300);
     delegate.moveToBtnAction();
     save(delegate.window, out, QStringLiteral("overlay-move"));
+    delegate.closeVisibleModalOverlay();
+
+    // The image and PDF overlays over the panels that open them.
+    auto overlayOn = [&](const QStringList &paths, const QString &panelButton, const QString &name) {
+        delegate.showDropTargetAt(QPointF(300, 500));
+        auto *files = filesDrop(paths);
+        delegate.mycustomviewDidGetDrop(files);
+        delete files;
+        settle(300);
+            for (ActionButton *b : delegate.window->contentView()->findChildren<ActionButton *>())
+            if (b->objectName() == panelButton)
+                b->click();
+        settle(300);
+        save(delegate.window, out, name);
+    };
+    overlayOn({w + QStringLiteral("/Harbour.png")}, QStringLiteral("resizeImgBtn"), QStringLiteral("overlay-resize"));
+    delegate.imgResizeVC->widthTextField->setFocus();
+    delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
+    QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
+    save(delegate.window, out, QStringLiteral("overlay-resize-typed"));
+    delegate.closeVisibleModalOverlay();
+    photo.save(w + QStringLiteral("/Quay.jpg"));
+    overlayOn({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"),
+              QStringLiteral("overlay-convert"));
+    delegate.imgConvrtVC->compressFactorSlider->setValue(37);
+    save(delegate.window, out, QStringLiteral("overlay-convert"));
+    delegate.closeVisibleModalOverlay();
+    overlayOn({w + QStringLiteral("/Invoice.pdf")}, QStringLiteral("convrtPDFToImgBtn"), QStringLiteral("overlay-pdf-to-images"));
+    LockedPDFEnterPass sheet(QStringLiteral("Invoice.pdf"), delegate.window);
+    sheet.show();
+    save(&sheet, out, QStringLiteral("pdf-password"));
+    sheet.reject();
     delegate.closeVisibleModalOverlay();
 
     delegate.showDropTargetAt(QPointF(300, 500));

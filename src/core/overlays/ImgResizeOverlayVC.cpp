@@ -79,6 +79,9 @@ ImgResizeOverlayVC::ImgResizeOverlayVC(QWidget *parent) : OverlayController("Res
     QIcon icon(images.normal);
     icon.addPixmap(images.hover, QIcon::Active);
     cropRotateBtn->setIcon(icon);
+    // The drawing says it; the words go to the tool tip, so that the three buttons fit the panel.
+    cropRotateBtn->setText(QString());
+    cropRotateBtn->setToolTip(Texts::localized("Crop"));
     addTagButton("Cancel", kCloseResizeTag)->setObjectName(QStringLiteral("closeImgResVBtn"));
     doneBtn = addTagButton("Resize", kResizeTag, true);
     doneBtn->setObjectName(QStringLiteral("doneBtn"));

@@ -13,6 +13,7 @@ LockedPDFEnterPass::LockedPDFEnterPass(const QString &documentName, QWidget *she
     setObjectName(QStringLiteral("LockedPDFEnterPass"));
     setWindowTitle(Texts::localized("lockedPdfTitle"));
     setWindowModality(Qt::WindowModal);
+    setMinimumWidth(280);
     auto *layout = new QVBoxLayout(this);
     auto *title = new QLabel(Texts::localized("lockedPdfTitle"), this);
     QFont bold = title->font();

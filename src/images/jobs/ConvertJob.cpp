@@ -63,7 +63,10 @@ Result<QString> ConvertJob::convertImg2Type(quint64 code, float factor, const QS
             return recompressed.error();
         data = recompressed.value();
     } else {
-        auto image = VipsSupport::load(origImgPath);
+        auto loaded = VipsSupport::load(origImgPath);
+        if (!loaded.ok())
+            return loaded.error();
+        auto image = VipsSupport::decoded(loaded.value(), origImgPath);
         if (!image.ok())
             return image.error();
         auto encoded = ImageEncoder::encode(image.value(), code, factor);

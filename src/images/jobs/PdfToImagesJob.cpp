@@ -96,6 +96,7 @@ Status PdfToImagesJob::makeFolder()
 void PdfToImagesJob::run()
 {
     VipsSupport::ensureStarted();
+    PdfPages::quietReader();
     const Request &r = m_request;
     const auto probe = Poppler::Document::loadFromData(r.pdfData, r.password, r.password);
     if (!probe || probe->isLocked()) {

@@ -21,7 +21,10 @@ Result<QString> ResizeJob::resizeOneImg(const ResizePlan::Task &task)
         return VipsSupport::error(task.source, task.problem);
     if (task.width.isEmpty() || task.height.isEmpty())
         return VipsSupport::error(task.source, QStringLiteral("a width and a height are needed"));
-    auto source = VipsSupport::load(task.source);
+    auto loaded = VipsSupport::load(task.source);
+    if (!loaded.ok())
+        return loaded.error();
+    auto source = VipsSupport::decoded(loaded.value(), task.source);
     if (!source.ok())
         return source.error();
     auto scaled = Resampler::lanczosScale(source.value(), task.width.toFloat(), task.height.toFloat());

@@ -11,7 +11,6 @@
 #include "images/ImageTypeCode.h"
 #include "utils/Utils.h"
 
-#include <QCollator>
 #include <QFile>
 
 #include <fcntl.h>
@@ -41,12 +40,6 @@ QSizeF pointSize(int width, int height, double dpiX, double dpiY)
     return QSizeF(width * Resolution::kPointsPerInch / dpiX, height * Resolution::kPointsPerInch / dpiY);
 }
 
-double verticalDpi(const vips::VImage &image)
-{
-    return image.yres() > 0 ? Resolution::snapped(image.yres() * Resolution::kMillimetresPerInch)
-                            : VipsSupport::dotsPerInch(image);
-}
-
 Status addPage(PdfWriter &pdf, const QString &path)
 {
     auto bytes = readFile(path);
@@ -56,29 +49,68 @@ Status addPage(PdfWriter &pdf, const QString &path)
     if (const auto jpeg = JpegInfo::parse(bytes.value())) {
         auto header = VipsSupport::loadFromData(bytes.value());
         const double dpiX = header.ok() ? VipsSupport::dotsPerInch(header.value()) : Resolution::kPointsPerInch;
-        const double dpiY = header.ok() ? verticalDpi(header.value()) : dpiX;
+        const double dpiY = header.ok() ? VipsSupport::verticalDotsPerInch(header.value()) : dpiX;
         return pdf.addJpegPage(bytes.value(), *jpeg, pointSize(jpeg->width, jpeg->height, dpiX, dpiY));
     }
-    auto image = VipsSupport::loadFromData(bytes.value());
-    if (!image.ok())
+    auto loaded = VipsSupport::loadFromData(bytes.value());
+    if (!loaded.ok())
         return VipsSupport::error(path, QStringLiteral("not an image this program can read"));
+    auto image = VipsSupport::decoded(loaded.value(), path);
+    if (!image.ok())
+        return image.error();
     auto pixels = VipsSupport::toQImage(image.value());
     if (!pixels.ok())
         return VipsSupport::error(path, pixels.error().message);
     const double dpiX = VipsSupport::dotsPerInch(image.value());
     return pdf.addImagePage(pixels.value(),
-                            pointSize(pixels.value().width(), pixels.value().height(), dpiX, verticalDpi(image.value())));
+                            pointSize(pixels.value().width(), pixels.value().height(), dpiX, VipsSupport::verticalDotsPerInch(image.value())));
+}
+
+} // namespace
+
+namespace {
+
+// Runs of digits compare by their value, the text between them without regard to case: "img2" comes
+// before "img10", "B" after "a", as people sort names.
+int naturalCompare(const QString &a, const QString &b)
+{
+    qsizetype i = 0, j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (a.at(i).isDigit() && b.at(j).isDigit()) {
+            qsizetype ei = i, ej = j;
+            while (ei < a.size() && a.at(ei).isDigit())
+                ++ei;
+            while (ej < b.size() && b.at(ej).isDigit())
+                ++ej;
+            QStringView na = QStringView(a).mid(i, ei - i), nb = QStringView(b).mid(j, ej - j);
+            while (na.size() > 1 && na.front() == u'0')
+                na = na.mid(1);
+            while (nb.size() > 1 && nb.front() == u'0')
+                nb = nb.mid(1);
+            if (na.size() != nb.size())
+                return na.size() < nb.size() ? -1 : 1;
+            if (const int c = na.compare(nb); c != 0)
+                return c;
+            i = ei;
+            j = ej;
+            continue;
+        }
+        const QChar ca = a.at(i).toCaseFolded(), cb = b.at(j).toCaseFolded();
+        if (ca != cb)
+            return ca < cb ? -1 : 1;
+        ++i;
+        ++j;
+    }
+    if (i < a.size() || j < b.size())
+        return i < a.size() ? 1 : -1;
+    return a.compare(b); // equal but for case or zeros: a fixed order all the same
 }
 
 } // namespace
 
 QStringList ImagesToPdf::sortArrayInAlphabeticalOrderByFileName(QStringList paths)
 {
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::stable_sort(paths.begin(), paths.end(),
-                     [&](const QString &a, const QString &b) { return collator.compare(a, b) < 0; });
+    std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) { return naturalCompare(a, b) < 0; });
     return paths;
 }
 

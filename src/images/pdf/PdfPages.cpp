@@ -8,6 +8,7 @@
 #include <QMimeDatabase>
 
 #include <cmath>
+#include <mutex>
 
 QString PdfPages::extensionForImgType(qint64 tag)
 {
@@ -44,8 +45,24 @@ QSize PdfPages::targetPixels(const QSizeF &pagePoints, float dpi)
 
 QString PdfPages::pageBaseName(int index) { return QStringLiteral("Page_%1").arg(index + 1); }
 
+void PdfPages::quietReader()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        const bool verbose = qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") != 0;
+        Poppler::setDebugErrorFunction(
+            [](const QString &message, const QVariant &verbose) {
+                if (verbose.toBool())
+                    qDebug("PDF reader: %s", qPrintable(message));
+            },
+            verbose);
+    });
+}
+
+// The reader keeps referring to the bytes it was given: they must outlive the document.
 PdfPages::LockState PdfPages::inspect(const QByteArray &pdf)
 {
+    quietReader();
     LockState state;
     const auto document = Poppler::Document::loadFromData(pdf);
     if (!document) {
@@ -54,12 +71,14 @@ PdfPages::LockState PdfPages::inspect(const QByteArray &pdf)
     }
     state.readable = true;
     state.locked = document->isLocked();
-    state.encrypted = document->isEncrypted();
+    // A locked document answers that it is not encrypted until it is opened.
+    state.encrypted = state.locked || document->isEncrypted();
     return state;
 }
 
 bool PdfPages::unlockWithPassword(const QByteArray &pdf, const QByteArray &password)
 {
+    quietReader();
     const auto document = Poppler::Document::loadFromData(pdf, password, password);
     return document && !document->isLocked();
 }

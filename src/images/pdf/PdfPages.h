@@ -18,6 +18,10 @@ QSize targetPixels(const QSizeF &pagePoints, float dpi);
 // The file name of page `index` (from 0), without extension: "Page_1", "Page_2", ...
 QString pageBaseName(int index);
 
+// The reader's own complaints about damaged files go to the log only with QUAYDROP_VERBOSE=1: the
+// program reports each failure once, in its own words. Called before any document is opened.
+void quietReader();
+
 struct LockState
 {
     bool readable = false;

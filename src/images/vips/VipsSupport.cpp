@@ -35,6 +35,7 @@ void ensureStarted()
 
 Error error(const QString &path, const QString &what)
 {
+    ensureStarted();
     vips_error_clear();
     // libvips reports several lines; one line reads better in a log and a message.
     const QString line = what.simplified();
@@ -85,11 +86,15 @@ Result<QByteArray> readWhole(const QString &path)
 Result<VImage> load(const QString &path, Access access)
 {
     ensureStarted();
-    const QByteArray native = NativePath::toNative(path);
-    // A source reads the file as bytes by its name, with no option syntax in it.
-    VipsSource *source = vips_source_new_from_file(native.constData());
+    // The file is opened by its bytes here; the library's own opening would parse options out of a
+    // name with brackets in it.
+    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return error(path, QString::fromLocal8Bit(strerror(errno)));
+    VipsSource *source = vips_source_new_from_descriptor(fd);
+    ::close(fd); // the source holds a duplicate
     if (!source)
-        return error(path, QString::fromUtf8(vips_error_buffer()).trimmed());
+        return error(path, QString::fromUtf8(vips_error_buffer()));
     const char *loader = vips_foreign_find_load_source(source);
     if (loader) {
         vips::VSource wrapped(source, vips::STEAL);
@@ -131,6 +136,14 @@ Result<VImage> loadFromData(const QByteArray &data, Access access)
     return checked(QStringLiteral("data"), opened.value());
 }
 
+Result<VImage> decoded(const VImage &image, const QString &path)
+{
+    const qint64 bytes = qint64(VIPS_IMAGE_SIZEOF_IMAGE(image.get_image()));
+    if (bytes > kMaxDecodedBytes)
+        return error(path, QStringLiteral("the image is too large to decode (%1 MiB of pixels)").arg(bytes >> 20));
+    return guarded<VImage>(path, [&] { return image.copy_memory(); });
+}
+
 Result<QSize> headerSize(const QString &path)
 {
     auto image = load(path, Access::Sequential);
@@ -139,11 +152,18 @@ Result<QSize> headerSize(const QString &path)
     return QSize(image.value().width(), image.value().height());
 }
 
-double dotsPerInch(const VImage &image)
+namespace {
+double fromPerMillimetre(double perMm)
 {
-    const double perMm = image.xres();
-    return perMm > 0 ? Resolution::snapped(perMm * Resolution::kMillimetresPerInch) : Resolution::kPointsPerInch;
+    // Formats without a resolution (GIF, for one) are left at the library's 1 per millimetre.
+    if (!(perMm > 0) || perMm == 1.0)
+        return Resolution::kPointsPerInch;
+    return Resolution::snapped(perMm * Resolution::kMillimetresPerInch);
 }
+} // namespace
+
+double dotsPerInch(const VImage &image) { return fromPerMillimetre(image.xres()); }
+double verticalDotsPerInch(const VImage &image) { return fromPerMillimetre(image.yres()); }
 
 VImage withResolution(const VImage &image, double dotsPerInchX, double dotsPerInchY)
 {
@@ -193,7 +213,7 @@ Result<QImage> toQImage(const VImage &image)
     if (!pixels.ok())
         return pixels.error();
     out.setDotsPerMeterX(Resolution::toDotsPerMeter(dotsPerInch(image)));
-    out.setDotsPerMeterY(Resolution::toDotsPerMeter(image.yres() > 0 ? Resolution::snapped(image.yres() * 25.4) : 72.0));
+    out.setDotsPerMeterY(Resolution::toDotsPerMeter(verticalDotsPerInch(image)));
     return out;
 }
 

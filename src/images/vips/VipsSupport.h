@@ -28,11 +28,17 @@ enum class Access { Sequential, Random };
 Result<vips::VImage> load(const QString &path, Access access = Access::Sequential);
 Result<vips::VImage> loadFromData(const QByteArray &data, Access access = Access::Sequential);
 
+// The pixels decoded into memory. A damaged file fails here, every time: a streamed decode can lose the
+// decoder's error in the library's worker threads and pass on blank pixels instead.
+Result<vips::VImage> decoded(const vips::VImage &image, const QString &path);
+inline constexpr qint64 kMaxDecodedBytes = qint64(1) << 30;
+
 // The file's pixel size from its header alone.
 Result<QSize> headerSize(const QString &path);
 
 // Horizontal resolution in dots per inch (72 when the file says nothing).
 double dotsPerInch(const vips::VImage &image);
+double verticalDotsPerInch(const vips::VImage &image);
 vips::VImage withResolution(const vips::VImage &image, double dotsPerInchX, double dotsPerInchY);
 
 // 8-bit sRGB with an alpha band only where the image has one.

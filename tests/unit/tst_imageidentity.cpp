@@ -1,0 +1,286 @@
+// What the program knows of an image before it touches its pixels: type codes and extensions, the
+// first byte, sizes in pixels and points, resolutions, and which files can become PDF pages.
+
+#include "ImageFixtures.h"
+
+#include "images/BitmapImageRep.h"
+#include "images/ImageTypeCode.h"
+#include "utils/Utils.h"
+
+#include <QMimeData>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QUrl>
+
+class ImageIdentityTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void typeFromExtension_data();
+    void typeFromExtension();
+    void extensionOfType_data();
+    void extensionOfType();
+    void typeFromFirstByte_data();
+    void typeFromFirstByte();
+    void typeFromFileIgnoresTheName();
+    void resolutionOfAnImage_data();
+    void resolutionOfAnImage();
+    void settingAResolutionKeepsThePixels();
+    void resolutionsSnapToWholeNumbers_data();
+    void resolutionsSnapToWholeNumbers();
+    void dimensionsFromTheHeader_data();
+    void dimensionsFromTheHeader();
+    void roundingToHalves_data();
+    void roundingToHalves();
+    void pageImages_data();
+    void pageImages();
+    void extensionFromADrag_data();
+    void extensionFromADrag();
+
+private:
+    QTemporaryDir m_dir;
+};
+
+void ImageIdentityTest::typeFromExtension_data()
+{
+    QTest::addColumn<QString>("extension");
+    QTest::addColumn<quint64>("code");
+    QTest::newRow("png") << "png" << ImageTypeCode::PNG;
+    QTest::newRow("jpg") << "jpg" << ImageTypeCode::JPEG;
+    QTest::newRow("jpeg") << "jpeg" << ImageTypeCode::JPEG;
+    QTest::newRow("gif") << "gif" << ImageTypeCode::GIF;
+    QTest::newRow("tiff") << "tiff" << ImageTypeCode::TIFF;
+    QTest::newRow("tif") << "tif" << ImageTypeCode::TIFF;
+    QTest::newRow("bmp") << "bmp" << ImageTypeCode::BMP;
+    // The comparison is exact: upper case and the unknown fall back to PNG.
+    QTest::newRow("PNG") << "PNG" << ImageTypeCode::PNG;
+    QTest::newRow("JPG is no JPEG") << "JPG" << ImageTypeCode::PNG;
+    QTest::newRow("TIF") << "TIF" << ImageTypeCode::PNG;
+    QTest::newRow("empty") << "" << ImageTypeCode::PNG;
+    QTest::newRow("psd") << "psd" << ImageTypeCode::PNG;
+}
+
+void ImageIdentityTest::typeFromExtension()
+{
+    QFETCH(QString, extension);
+    QFETCH(quint64, code);
+    QCOMPARE(Utils::getImageFileTypeFromExtension(extension), code);
+}
+
+void ImageIdentityTest::extensionOfType_data()
+{
+    QTest::addColumn<quint64>("code");
+    QTest::addColumn<QString>("extension");
+    QTest::newRow("0") << quint64(0) << "tiff";
+    QTest::newRow("1") << quint64(1) << "bmp";
+    QTest::newRow("2") << quint64(2) << "gif";
+    QTest::newRow("3") << quint64(3) << "jpg";
+    QTest::newRow("4") << quint64(4) << "png";
+    QTest::newRow("5 is written as jpeg") << quint64(5) << "jpeg";
+    QTest::newRow("6 has none") << quint64(6) << QString();
+}
+
+void ImageIdentityTest::extensionOfType()
+{
+    QFETCH(quint64, code);
+    QFETCH(QString, extension);
+    QCOMPARE(Utils::getImageExtensionString(code), extension);
+    QCOMPARE(Utils::getImageExtensionString(code).isNull(), extension.isNull());
+}
+
+void ImageIdentityTest::typeFromFirstByte_data()
+{
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<quint64>("code");
+    QTest::newRow("BMP") << QByteArray("BM\x36\x00", 4) << ImageTypeCode::BMP;
+    QTest::newRow("GIF") << QByteArray("GIF89a") << ImageTypeCode::GIF;
+    QTest::newRow("TIFF little-endian") << QByteArray("II*\0", 4) << ImageTypeCode::TIFF;
+    QTest::newRow("TIFF big-endian") << QByteArray("MM\0*", 4) << ImageTypeCode::TIFF;
+    QTest::newRow("JPEG") << QByteArray("\xFF\xD8\xFF", 3) << ImageTypeCode::JPEG;
+    QTest::newRow("PNG") << QByteArray("\x89PNG", 4) << ImageTypeCode::PNG;
+    QTest::newRow("JPEG 2000 reads as PNG") << QByteArray("\0\0\0\x0CjP  ", 8) << ImageTypeCode::PNG;
+    QTest::newRow("text that starts with M") << QByteArray("Meeting notes") << ImageTypeCode::TIFF;
+    QTest::newRow("nothing") << QByteArray() << ImageTypeCode::PNG;
+}
+
+void ImageIdentityTest::typeFromFirstByte()
+{
+    QFETCH(QByteArray, data);
+    QFETCH(quint64, code);
+    QCOMPARE(Utils::getImageFileTypeFromData(data), code);
+    const QString path = m_dir.filePath(QStringLiteral("first-byte.bin"));
+    QVERIFY(ImageFixtures::write(path, data));
+    QCOMPARE(Utils::getImageFileTypeFromPath(path), code);
+}
+
+void ImageIdentityTest::typeFromFileIgnoresTheName()
+{
+    const QString path = m_dir.filePath(QStringLiteral("looks like.png"));
+    QVERIFY(ImageFixtures::write(path, ImageFixtures::encoded(ImageFixtures::picture(4, 4), "jpeg")));
+    QCOMPARE(Utils::getImageFileTypeFromPath(path), ImageTypeCode::JPEG);
+    QCOMPARE(Utils::getImageFileTypeFromPath(m_dir.filePath(QStringLiteral("missing.gif"))), ImageTypeCode::PNG);
+}
+
+void ImageIdentityTest::resolutionOfAnImage_data()
+{
+    QTest::addColumn<int>("pixels");
+    QTest::addColumn<double>("points");
+    QTest::addColumn<float>("dpi");
+    QTest::newRow("600 over 200 points") << 600 << 200.0 << 216.0f;
+    QTest::newRow("601 rounds up") << 601 << 200.0 << 217.0f;
+    QTest::newRow("same size") << 100 << 100.0 << 72.0f;
+    QTest::newRow("a true 299.5") << 599 << 144.0 << 300.0f;
+}
+
+void ImageIdentityTest::resolutionOfAnImage()
+{
+    QFETCH(int, pixels);
+    QFETCH(double, points);
+    QFETCH(float, dpi);
+    const BitmapImageRep image{QImage(pixels, 10, QImage::Format_RGB32), QSizeF(points, 10)};
+    QCOMPARE(Utils::getcurrentDPIForImg(image), dpi);
+}
+
+void ImageIdentityTest::settingAResolutionKeepsThePixels()
+{
+    // The offscreen screen shows one pixel per point: 72 dots per inch.
+    QCOMPARE(Utils::currentScreenDPI(), 72.0);
+    BitmapImageRep image{ImageFixtures::picture(1000, 500), QSizeF(10, 10)};
+    const QImage before = image.pixels;
+    Utils::getBitmap(image, 0.0);
+    QCOMPARE(image.size, QSizeF(1000, 500));
+    Utils::getBitmap(image, 300.0);
+    QCOMPARE(image.size, QSizeF(240, 120));
+    Utils::getBitmap(image, 7.0); // 10285.71 rounds up
+    QCOMPARE(image.size, QSizeF(10286, 5143));
+    QCOMPARE(image.pixels, before);
+}
+
+void ImageIdentityTest::resolutionsSnapToWholeNumbers_data()
+{
+    QTest::addColumn<double>("stored");
+    QTest::addColumn<double>("read");
+    QTest::newRow("72 kept per metre") << 72.009 << 72.0;
+    QTest::newRow("300 kept per metre") << 299.9994 << 300.0;
+    QTest::newRow("72 kept per millimetre") << 71.9836 << 72.0;
+    QTest::newRow("a half stays") << 150.5 << 150.5;
+    QTest::newRow("a fraction stays") << 96.3 << 96.3;
+}
+
+void ImageIdentityTest::resolutionsSnapToWholeNumbers()
+{
+    QFETCH(double, stored);
+    QFETCH(double, read);
+    QCOMPARE(Resolution::snapped(stored), read);
+    // What a file keeps in whole dots per metre comes back as it was given.
+    QCOMPARE(Resolution::fromDotsPerMeter(Resolution::toDotsPerMeter(std::round(read))), std::round(read));
+}
+
+void ImageIdentityTest::dimensionsFromTheHeader_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("dimensions");
+    QTest::newRow("PNG") << ImageFixtures::encoded(ImageFixtures::picture(17, 9), "png") << "17x9";
+    QTest::newRow("JPEG") << ImageFixtures::encoded(ImageFixtures::picture(33, 20), "jpeg") << "33x20";
+    QTest::newRow("a header claiming 100000 x 100000") << ImageFixtures::pngClaiming(100000, 100000) << "0x0";
+    QTest::newRow("empty file") << QByteArray() << "0x0";
+    QTest::newRow("random bytes") << QByteArray("\x13\x37 not an image at all", 22) << "0x0";
+}
+
+void ImageIdentityTest::dimensionsFromTheHeader()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, dimensions);
+    const QString path = m_dir.filePath(QStringLiteral("dims.img"));
+    QVERIFY(ImageFixtures::write(path, content));
+    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(path), dimensions);
+    const QVariantMap record = Utils::getImageDimensionsAtPath(path);
+    QCOMPARE(QStringLiteral("%1x%2").arg(record.value(QStringLiteral("kImgWidth")).toFloat())
+                 .arg(record.value(QStringLiteral("kImgHeight")).toFloat()),
+             dimensions);
+    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(m_dir.filePath(QStringLiteral("missing.png"))), QStringLiteral("0x0"));
+}
+
+void ImageIdentityTest::roundingToHalves_data()
+{
+    QTest::addColumn<float>("value");
+    QTest::addColumn<float>("rounded");
+    QTest::newRow("floor of one half") << 0.2f << 0.5f;
+    QTest::newRow("a half") << 0.5f << 0.5f;
+    QTest::newRow("down to 1.5") << 1.74f << 1.5f;
+    QTest::newRow("whole") << 2.0f << 2.0f;
+    QTest::newRow("negative") << -3.0f << 0.5f;
+}
+
+void ImageIdentityTest::roundingToHalves()
+{
+    QFETCH(float, value);
+    QFETCH(float, rounded);
+    QCOMPARE(Utils::roundToNearest5Des(value), rounded);
+}
+
+void ImageIdentityTest::pageImages_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("folder");
+    QTest::addColumn<bool>("page");
+    QTest::newRow("jpg") << "a.jpg" << false << true;
+    QTest::newRow("upper case JPG") << "b.JPG" << false << true;
+    QTest::newRow("psd") << "c.psd" << false << true;
+    QTest::newRow("sgi") << "d.sgi" << false << true;
+    QTest::newRow("heic is an image but no page") << "e.heic" << false << false;
+    QTest::newRow("webp") << "f.webp" << false << false;
+    QTest::newRow("a folder named like an image") << "g.png" << true << false;
+}
+
+void ImageIdentityTest::pageImages()
+{
+    QFETCH(QString, name);
+    QFETCH(bool, folder);
+    QFETCH(bool, page);
+    const QString path = m_dir.filePath(name);
+    if (folder)
+        QVERIFY(QDir().mkpath(path));
+    else
+        QVERIFY(ImageFixtures::write(path, "x"));
+    QCOMPARE(PageImageTypes::isPageImage(path), page);
+    QVERIFY(!PageImageTypes::isPageImage(m_dir.filePath(QStringLiteral("missing.png"))));
+    QCOMPARE(PageImageTypes::supportImageTypes().first(), QStringLiteral("jpg"));
+    QCOMPARE(PageImageTypes::supportImageTypes().size(), 18);
+}
+
+void ImageIdentityTest::extensionFromADrag_data()
+{
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QByteArray>("value");
+    QTest::addColumn<QString>("url");
+    QTest::addColumn<QString>("extension");
+    const QByteArray list = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><array><string>tiff</string>"
+                            "<string>png</string></array></plist>";
+    const QByteArray path = "<?xml version=\"1.0\" encoding=\"UTF-8\"?><plist version=\"1.0\"><string>/tmp/shot.gif</string></plist>";
+    QTest::newRow("a list: its first entry") << "application/x-qd-types" << list << QString() << "tiff";
+    QTest::newRow("a path: its extension") << "application/x-qd-name" << path << QString() << "gif";
+    QTest::newRow("no list: png") << "application/x-qd-name" << QByteArray("not a property list") << QString() << "png";
+    QTest::newRow("only an address") << QString() << QByteArray() << "https://example.org/pic.webp" << "webp";
+    QTest::newRow("nothing at all") << QString() << QByteArray() << QString() << "png";
+}
+
+void ImageIdentityTest::extensionFromADrag()
+{
+    QFETCH(QString, type);
+    QFETCH(QByteArray, value);
+    QFETCH(QString, url);
+    QFETCH(QString, extension);
+    QMimeData data;
+    // The first type offered is read as text; an empty text sends the reader to the address.
+    data.setData(type.isEmpty() ? QStringLiteral("application/x-qd-empty") : type, value);
+    if (!url.isEmpty())
+        data.setUrls({QUrl(url)});
+    QCOMPARE(Utils::imgExtensionFromPasteboard(&data), extension);
+    QCOMPARE(Utils::imgExtensionFromPasteboard(nullptr), QStringLiteral("png"));
+}
+
+QTEST_MAIN(ImageIdentityTest)
+#include "tst_imageidentity.moc"
