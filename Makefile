@@ -21,6 +21,7 @@ bench: build
 	bash bench/size.sh $(BUILD_DIR)/src/app/quaydrop
 	bash bench/copy.sh $(BUILD_DIR)
 	bash bench/drag-latency.sh $(BUILD_DIR)
+	bash bench/images.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)

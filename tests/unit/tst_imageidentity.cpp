@@ -5,6 +5,7 @@
 
 #include "images/BitmapImageRep.h"
 #include "images/ImageTypeCode.h"
+#include "images/Thumbnails.h"
 #include "utils/Utils.h"
 
 #include <QMimeData>
@@ -38,6 +39,8 @@ private Q_SLOTS:
     void pageImages();
     void extensionFromADrag_data();
     void extensionFromADrag();
+    void thumbnails_data();
+    void thumbnails();
 
 private:
     QTemporaryDir m_dir;
@@ -280,6 +283,54 @@ void ImageIdentityTest::extensionFromADrag()
         data.setUrls({QUrl(url)});
     QCOMPARE(Utils::imgExtensionFromPasteboard(&data), extension);
     QCOMPARE(Utils::imgExtensionFromPasteboard(nullptr), QStringLiteral("png"));
+}
+
+void ImageIdentityTest::thumbnails_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QColor>("centre"); // invalid: only that there is a picture
+    QTest::newRow("a current cached thumbnail") << "cached" << QColor(Qt::green);
+    QTest::newRow("a stale one is passed over") << "stale" << QColor(Qt::red);
+    QTest::newRow("a large image decoded small") << "large" << QColor(Qt::red);
+    QTest::newRow("a PDF's first page") << "pdf" << QColor(Qt::blue);
+    QTest::newRow("no image at all: the type's icon") << "other" << QColor();
+}
+
+void ImageIdentityTest::thumbnails()
+{
+    QFETCH(QString, kind);
+    QFETCH(QColor, centre);
+    QImage red(kind == u"large" ? 2000 : 300, 200, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QString path = m_dir.filePath(kind + QStringLiteral(".png"));
+    if (kind == u"pdf") {
+        QImage blue(10, 10, QImage::Format_RGB32);
+        blue.fill(Qt::blue);
+        path = m_dir.filePath(QStringLiteral("doc.pdf"));
+        QVERIFY(ImageFixtures::pdfWithPages(path, {QSizeF(400, 500)}, blue));
+    } else if (kind == u"other") {
+        path = m_dir.filePath(QStringLiteral("notes.txt"));
+        QVERIFY(ImageFixtures::write(path, "words"));
+    } else {
+        QVERIFY(ImageFixtures::write(path, ImageFixtures::encoded(red, "png")));
+    }
+    if (kind == u"cached" || kind == u"stale") {
+        const QString cache = Thumbnails::cachedThumbnailPath(path, QStringLiteral("large"));
+        QVERIFY(QDir().mkpath(QFileInfo(cache).absolutePath()));
+        QImage green(256, 170, QImage::Format_RGB32);
+        green.fill(Qt::green);
+        const qint64 mtime = QFileInfo(path).lastModified().toSecsSinceEpoch();
+        // As desktops write them: tEXt chunks with the file's address and time ahead of the data.
+        const QByteArray png = ImageFixtures::encoded(green, "png");
+        const QByteArray text = ImageFixtures::chunk("tEXt", "Thumb::MTime" + QByteArray(1, '\0') +
+                                                                 QByteArray::number(kind == u"stale" ? mtime - 100 : mtime));
+        QVERIFY(ImageFixtures::write(cache, png.left(33) + text + png.mid(33)));
+    }
+    const QImage thumb = Thumbnails::thumbnailForFilePath(path);
+    QVERIFY(!thumb.isNull());
+    QVERIFY(thumb.width() <= Thumbnails::kMaxSide && thumb.height() <= Thumbnails::kMaxSide);
+    if (centre.isValid())
+        QCOMPARE(QColor(thumb.pixel(thumb.width() / 2, thumb.height() / 2)), centre);
 }
 
 QTEST_MAIN(ImageIdentityTest)

@@ -7,6 +7,7 @@
 
 #include <QDateTime>
 #include <QHash>
+#include <QImage>
 #include <QPointF>
 #include <QPointer>
 #include <QProcess>
@@ -112,6 +113,7 @@ public:
     void copyDroppedStringToClipboard(ActionButton *sender);
 
     // ---- images (AppDelegate_Images.cpp) ----
+    QImage thumbnailForFilePath(const QString &path) const;
     void quickResizeBtnAction(ActionButton *sender);
     void convertImgAction(ActionButton *sender);
     void imgResizeCompletion(qint64 tag, const QString &width, const QString &height, qint64 destIndex,

@@ -8,6 +8,7 @@
 #include "core/window/BusyView.h"
 #include "core/window/DropWindow.h"
 #include "images/ResizePlan.h"
+#include "images/Thumbnails.h"
 #include "images/jobs/ConvertJob.h"
 #include "images/jobs/ResizeJob.h"
 #include "utils/Utils.h"
@@ -19,6 +20,8 @@ namespace {
 constexpr quint64 kResizeCredit = 150;
 constexpr quint64 kResizeFromOtherAppCredit = 200;
 } // namespace
+
+QImage AppDelegate::thumbnailForFilePath(const QString &path) const { return Thumbnails::thumbnailForFilePath(path); }
 
 void AppDelegate::quickResizeBtnAction(ActionButton *) { showOverlayPanel(imgResizeVC); }
 

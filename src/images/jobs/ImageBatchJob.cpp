@@ -3,6 +3,10 @@
 #include <QPointer>
 #include <QThreadPool>
 
+#include <condition_variable>
+#include <map>
+#include <mutex>
+
 ImageBatchJob::ImageBatchJob(QObject *parent) : QObject(parent) {}
 
 ImageBatchJob::~ImageBatchJob() { waitForWorker(); }
@@ -74,4 +78,48 @@ void ImageBatchJob::creditSeconds(quint64 seconds) const
 {
     if (credit)
         credit(seconds);
+}
+
+void ImageBatchJob::forEachInOrder(int count, int parallel, const std::function<Result<QString>(int)> &work,
+                                   const std::function<QString(int)> &label)
+{
+    std::mutex mutex;
+    std::condition_variable ready;
+    std::map<int, Result<QString>> results;
+    int next = 0;
+    QThreadPool pool;
+    pool.setMaxThreadCount(std::clamp(parallel, 1, std::max(count, 1)));
+    for (int w = 0; w < pool.maxThreadCount(); ++w) {
+        pool.start([&] {
+            for (;;) {
+                int item;
+                {
+                    std::lock_guard lock(mutex);
+                    if (next >= count || isCancelled())
+                        return;
+                    item = next++;
+                }
+                Result<QString> result = work(item);
+                std::lock_guard lock(mutex);
+                results.emplace(item, std::move(result));
+                ready.notify_all();
+            }
+        });
+    }
+    for (int item = 0; item < count; ++item) {
+        std::unique_lock lock(mutex);
+        ready.wait(lock, [&] { return results.count(item) > 0 || (isCancelled() && item >= next); });
+        if (results.count(item) == 0)
+            break; // cancelled before it started
+        const Result<QString> result = results.at(item);
+        results.erase(item);
+        lock.unlock();
+        reportProgress(item, count, label(item));
+        if (result.ok())
+            reportWritten(result.value());
+        else
+            reportFailure(result.error());
+    }
+    pool.waitForDone();
+    reportProgress(count, count, {});
 }

@@ -53,6 +53,11 @@ protected:
     void reportWritten(const QString &path);
     void reportFailure(const Error &error);
     void creditSeconds(quint64 seconds) const;
+    // Runs `work` for items 0 .. count-1, up to `parallel` at once, and reports each result (a written
+    // path or a failure) strictly in item order, with progress named by `label`. Stops starting items
+    // once cancelled.
+    void forEachInOrder(int count, int parallel, const std::function<Result<QString>(int)> &work,
+                        const std::function<QString(int)> &label);
 
 private:
     void post(std::function<void()> update);

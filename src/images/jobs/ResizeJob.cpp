@@ -8,6 +8,8 @@
 #include "images/Resampler.h"
 #include "utils/Utils.h"
 
+#include <QThread>
+
 ResizeJob::ResizeJob(QList<ResizePlan::Task> tasks, QObject *parent)
     : ImageBatchJob(parent), m_tasks(std::move(tasks))
 {
@@ -17,8 +19,11 @@ ResizeJob::~ResizeJob() { waitForWorker(); }
 
 Result<QString> ResizeJob::resizeOneImg(const ResizePlan::Task &task)
 {
-    if (!task.problem.isEmpty())
-        return VipsSupport::error(task.source, task.problem);
+    if (!task.problem.isEmpty()) {
+        // The reader's own reason says more than "no size".
+        const auto opened = VipsSupport::load(task.source);
+        return opened.ok() ? VipsSupport::error(task.source, task.problem) : opened.error();
+    }
     if (task.width.isEmpty() || task.height.isEmpty())
         return VipsSupport::error(task.source, QStringLiteral("a width and a height are needed"));
     auto loaded = VipsSupport::load(task.source);
@@ -42,15 +47,9 @@ Result<QString> ResizeJob::resizeOneImg(const ResizePlan::Task &task)
 
 void ResizeJob::run()
 {
-    const int total = int(m_tasks.size());
-    for (int i = 0; i < total && !isCancelled(); ++i) {
-        const auto &task = m_tasks.at(i);
-        reportProgress(i, total, PathParts::lastComponent(task.source));
-        const auto result = resizeOneImg(task);
-        if (result.ok())
-            reportWritten(result.value());
-        else
-            reportFailure(result.error());
-    }
-    reportProgress(total, total, {});
+    // The decoder works on one core at a time: two images at once keep both cores busy. The outputs
+    // are independent and are reported in the plan's order all the same.
+    forEachInOrder(int(m_tasks.size()), QThread::idealThreadCount(),
+                   [this](int i) { return resizeOneImg(m_tasks.at(i)); },
+                   [this](int i) { return PathParts::lastComponent(m_tasks.at(i).source); });
 }
