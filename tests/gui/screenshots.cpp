@@ -162,17 +162,17 @@ int main(int argc, char **argv)
             if (b->objectName() == panelButton)
                 b->click();
         settle(300);
-        save(delegate.window, out, name);
+        if (!name.isEmpty())
+            save(delegate.window, out, name);
     };
-    overlayOn({w + QStringLiteral("/Harbour.png")}, QStringLiteral("resizeImgBtn"), QStringLiteral("overlay-resize"));
+    overlayOn({w + QStringLiteral("/Harbour.png")}, QStringLiteral("resizeImgBtn"), QString());
     delegate.imgResizeVC->widthTextField->setFocus();
     delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
     QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
     save(delegate.window, out, QStringLiteral("overlay-resize-typed"));
     delegate.closeVisibleModalOverlay();
     photo.save(w + QStringLiteral("/Quay.jpg"));
-    overlayOn({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"),
-              QStringLiteral("overlay-convert"));
+    overlayOn({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"), QString());
     delegate.imgConvrtVC->compressFactorSlider->setValue(37);
     save(delegate.window, out, QStringLiteral("overlay-convert"));
     delegate.closeVisibleModalOverlay();
