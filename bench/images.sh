@@ -30,7 +30,7 @@ echo "== making 20 photos of 4000 x 3000"
 for seed in 1 2 3 4; do
   convert -size 1000x750 -seed "$seed" plasma:fractal -blur 0x1 -resize 4000x3000! -quality 92 "$work/base$seed.jpg"
   for v in 1 2 3 4 5; do
-    vips linear "$work/base$seed.jpg" "$work/photos/photo_${seed}_$v.jpg[Q=90]" "$(echo "0.8 + $v * 0.05" | bc)" "$((v * 4))" --uchar
+    vips linear "$work/base$seed.jpg" "$work/photos/photo_${seed}_$v.jpg[Q=90]" "$(awk -v v="$v" 'BEGIN { print 0.8 + v * 0.05 }')" "$((v * 4))" --uchar
   done
 done
 ls "$work"/photos/*.jpg | wc -l | xargs echo "photos:"
