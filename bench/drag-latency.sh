@@ -22,7 +22,7 @@ trap 'kill $pid $src $probe 2>/dev/null || true; rm -rf "$work"' EXIT
 export HOME="$work" XDG_CONFIG_HOME="$work/config" XDG_DATA_HOME="$work/data" XDG_CACHE_HOME="$work/cache"
 export XDG_RUNTIME_DIR="$work/run" DBUS_SESSION_BUS_ADDRESS=disabled:
 mkdir -p -m 0700 "$XDG_RUNTIME_DIR" "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
 printf 'notes\n' >"$work/notes.txt"
 
 wait_line() { # file, pattern, seconds

@@ -419,5 +419,249 @@
         <source>to ../%@/%@</source>
         <translation>nach ../%1/%2</translation>
     </message>
+    <message>
+        <source>showOptionsMenuItem</source>
+        <translation>Einstellungen …</translation>
+    </message>
+    <message>
+        <source>hotKeyTaken</source>
+        <translation>%1 ist von einem anderen Programm belegt; nehmen Sie eine andere Taste auf.</translation>
+    </message>
+    <message>
+        <source>summonTitle</source>
+        <translation>Ablagefenster öffnen</translation>
+    </message>
+    <message>
+        <source>onClickCheckBox</source>
+        <translation>Sobald ein Ziehen beginnt</translation>
+    </message>
+    <message>
+        <source>onHotkeyCheckBox</source>
+        <translation>Mit der Taste</translation>
+    </message>
+    <message>
+        <source>waylandNote</source>
+        <translation>In dieser Wayland-Sitzung werden nur Ziehvorgänge aus X11-Fenstern erkannt; die Taste wirkt überall.</translation>
+    </message>
+    <message>
+        <source>launchAtLoginSwitch</source>
+        <translation>Beim Anmelden starten</translation>
+    </message>
+    <message>
+        <source>notifySwitch</source>
+        <translation>Benachrichtigen, wenn fertig</translation>
+    </message>
+    <message>
+        <source>timeSavedTitle</source>
+        <translation>Gesparte Zeit</translation>
+    </message>
+    <message>
+        <source>thisWeek</source>
+        <translation>Diese Woche</translation>
+    </message>
+    <message>
+        <source>inTotal</source>
+        <translation>Insgesamt</translation>
+    </message>
+    <message>
+        <source>howCalculated</source>
+        <translation>Wie wird das berechnet?</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Sprache</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Optionen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>favDestMenuItem</source>
+        <translation>Ziele …</translation>
+    </message>
+    <message>
+        <source>helpIconsMenuItem</source>
+        <translation>Was die Knöpfe bedeuten</translation>
+    </message>
+    <message>
+        <source>supportMenuItem</source>
+        <translation>Support kontaktieren …</translation>
+    </message>
+    <message>
+        <source>tellFriendMenuItem</source>
+        <translation>Einem Freund empfehlen …</translation>
+    </message>
+    <message>
+        <source>hideIconMenuItem</source>
+        <translation>Symbol im Infobereich ausblenden …</translation>
+    </message>
+    <message>
+        <source>aboutMenuItem</source>
+        <translation>Über Quaydrop</translation>
+    </message>
+    <message>
+        <source>shareOnX</source>
+        <translation>Auf X posten</translation>
+    </message>
+    <message>
+        <source>shareOnFacebook</source>
+        <translation>Auf Facebook posten</translation>
+    </message>
+    <message>
+        <source>SharingfeatureAlrtTitle</source>
+        <translation>Noch nicht ganz</translation>
+    </message>
+    <message>
+        <source>SharingfeatureAlrtInf</source>
+        <translation>Gesparte Zeit lässt sich teilen, sobald es 20 Minuten sind.</translation>
+    </message>
+    <message>
+        <source>thisweekSavedTime</source>
+        <translation>Quaydrop hat mir diese Woche %1 gespart.</translation>
+    </message>
+    <message>
+        <source>thisweekSavedTimeFB</source>
+        <translation>Diese Woche hat mir Quaydrop %1 Ziehen, Umbenennen und Umwandeln erspart.</translation>
+    </message>
+    <message>
+        <source>totalTimeSaved</source>
+        <translation>Quaydrop hat mir bisher %1 gespart.</translation>
+    </message>
+    <message>
+        <source>totalTimeSavedFB</source>
+        <translation>Bisher hat mir Quaydrop %1 Ziehen, Umbenennen und Umwandeln erspart.</translation>
+    </message>
+    <message>
+        <source>tellFriendSubject</source>
+        <translation>Quaydrop: Ziehen und Ablegen, das mehr kann</translation>
+    </message>
+    <message>
+        <source>tellFriendBody</source>
+        <translation>Ich nutze Quaydrop: Man zieht etwas, und ein kleines Fenster bietet an, was passt, vom Verschieben bis zum Skalieren von Bildern. Schau mal: %1</translation>
+    </message>
+    <message>
+        <source>IMPORTANT</source>
+        <translation>Symbol im Infobereich ausblenden?</translation>
+    </message>
+    <message>
+        <source>makeQDMenuBarIconVisibleAlertText</source>
+        <translation>Quaydrop läuft ohne das Symbol weiter. Um es zurückzuholen, starten Sie Quaydrop erneut aus dem Anwendungsmenü oder mit `quaydrop` in einem Terminal.</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>helpIconsTitle</source>
+        <translation>Was die Knöpfe der Leisten tun</translation>
+    </message>
+    <message>
+        <source>helpTimeTitle</source>
+        <translation>Wie die gesparte Zeit gezählt wird</translation>
+    </message>
+    <message>
+        <source>helpTimeText</source>
+        <translation>Jede Aktion zählt beim Druck auf ihren Knopf die Zeit, die sie von Hand dauern würde. Die wichtigsten:</translation>
+    </message>
+    <message>
+        <source>creditMove</source>
+        <translation>Verschieben oder Kopieren an ein Ziel</translation>
+    </message>
+    <message>
+        <source>creditResize</source>
+        <translation>Bilder skalieren</translation>
+    </message>
+    <message>
+        <source>creditConvert</source>
+        <translation>Ein Bild umwandeln</translation>
+    </message>
+    <message>
+        <source>creditPdfPage</source>
+        <translation>Eine PDF-Seite als Bild</translation>
+    </message>
+    <message>
+        <source>creditSaveAsPdf</source>
+        <translation>Ein Textdokument als PDF</translation>
+    </message>
+    <message>
+        <source>creditCopyPath</source>
+        <translation>Einen Pfad kopieren</translation>
+    </message>
+    <message>
+        <source>creditMail</source>
+        <translation>Eine Datei mailen</translation>
+    </message>
+    <message>
+        <source>creditAlias</source>
+        <translation>Verknüpfungen anlegen</translation>
+    </message>
+    <message>
+        <source>creditSize</source>
+        <translation>Eine Größe anzeigen</translation>
+    </message>
+    <message>
+        <source>creditZip</source>
+        <translation>Zippen</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>introWindowTitle</source>
+        <translation>Willkommen bei Quaydrop</translation>
+    </message>
+    <message>
+        <source>dontShowIntroAgain</source>
+        <translation>Nicht mehr anzeigen</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>viewIntroBtn</source>
+        <translation>Mehr im Web</translation>
+    </message>
+    <message>
+        <source>slide1Title</source>
+        <translation>Ziehen Sie irgendetwas</translation>
+    </message>
+    <message>
+        <source>slide1Text</source>
+        <translation>Beginnen Sie, Dateien, Text oder ein Bild aus einem beliebigen Programm zu ziehen. Das kleine Ablagefenster von Quaydrop erscheint neben dem Zeiger.</translation>
+    </message>
+    <message>
+        <source>slide2Title</source>
+        <translation>Legen Sie es auf dem Fenster ab</translation>
+    </message>
+    <message>
+        <source>slide2Text</source>
+        <translation>Lassen Sie über dem Fenster los, und eine Leiste mit passenden Aktionen öffnet sich.</translation>
+    </message>
+    <message>
+        <source>slide3Title</source>
+        <translation>Wählen Sie eine Aktion</translation>
+    </message>
+    <message>
+        <source>slide3Text</source>
+        <translation>Verschieben oder kopieren an gemerkte Orte, Bilder skalieren oder umwandeln, PDFs in Seiten zerlegen, zippen und mehr. Jede Aktion zählt zur gesparten Zeit.</translation>
+    </message>
+    <message>
+        <source>slide4Title</source>
+        <translation>Zwei Abkürzungen darunter</translation>
+    </message>
+    <message>
+        <source>slide4Text</source>
+        <translation>Legen Sie auf „Verschieben“ ab, um sofort ein Ziel zu wählen, oder auf „Alias“ für Verknüpfungen neben den Dateien. Das Symbol im Infobereich führt zu den Optionen, etwa dem Öffnen mit Strg+Alt+F.</translation>
+    </message>
 </context>
 </TS>

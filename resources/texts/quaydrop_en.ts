@@ -419,5 +419,249 @@
         <source>to ../%@/%@</source>
         <translation>to ../%1/%2</translation>
     </message>
+    <message>
+        <source>showOptionsMenuItem</source>
+        <translation>Options…</translation>
+    </message>
+    <message>
+        <source>hotKeyTaken</source>
+        <translation>%1 is taken by another program; record another key.</translation>
+    </message>
+    <message>
+        <source>summonTitle</source>
+        <translation>Open the drop window</translation>
+    </message>
+    <message>
+        <source>onClickCheckBox</source>
+        <translation>When a drag starts</translation>
+    </message>
+    <message>
+        <source>onHotkeyCheckBox</source>
+        <translation>With the key</translation>
+    </message>
+    <message>
+        <source>waylandNote</source>
+        <translation>On this Wayland session drags are seen only from X11 windows; the key works everywhere.</translation>
+    </message>
+    <message>
+        <source>launchAtLoginSwitch</source>
+        <translation>Start at login</translation>
+    </message>
+    <message>
+        <source>notifySwitch</source>
+        <translation>Notify when done</translation>
+    </message>
+    <message>
+        <source>timeSavedTitle</source>
+        <translation>Time saved</translation>
+    </message>
+    <message>
+        <source>thisWeek</source>
+        <translation>This week</translation>
+    </message>
+    <message>
+        <source>inTotal</source>
+        <translation>In total</translation>
+    </message>
+    <message>
+        <source>howCalculated</source>
+        <translation>How is this calculated?</translation>
+    </message>
+    <message>
+        <source>Language</source>
+        <translation>Language</translation>
+    </message>
+    <message>
+        <source>Options</source>
+        <translation>Options</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quit</translation>
+    </message>
+    <message>
+        <source>favDestMenuItem</source>
+        <translation>Destinations…</translation>
+    </message>
+    <message>
+        <source>helpIconsMenuItem</source>
+        <translation>What the buttons mean</translation>
+    </message>
+    <message>
+        <source>supportMenuItem</source>
+        <translation>Contact support…</translation>
+    </message>
+    <message>
+        <source>tellFriendMenuItem</source>
+        <translation>Tell a friend…</translation>
+    </message>
+    <message>
+        <source>hideIconMenuItem</source>
+        <translation>Hide the tray icon…</translation>
+    </message>
+    <message>
+        <source>aboutMenuItem</source>
+        <translation>About Quaydrop</translation>
+    </message>
+    <message>
+        <source>shareOnX</source>
+        <translation>Post on X</translation>
+    </message>
+    <message>
+        <source>shareOnFacebook</source>
+        <translation>Post on Facebook</translation>
+    </message>
+    <message>
+        <source>SharingfeatureAlrtTitle</source>
+        <translation>Not quite yet</translation>
+    </message>
+    <message>
+        <source>SharingfeatureAlrtInf</source>
+        <translation>Time saved can be shared once it reaches 20 minutes.</translation>
+    </message>
+    <message>
+        <source>thisweekSavedTime</source>
+        <translation>Quaydrop saved me %1 this week.</translation>
+    </message>
+    <message>
+        <source>thisweekSavedTimeFB</source>
+        <translation>This week Quaydrop saved me %1 of dragging, renaming and converting.</translation>
+    </message>
+    <message>
+        <source>totalTimeSaved</source>
+        <translation>Quaydrop has saved me %1 so far.</translation>
+    </message>
+    <message>
+        <source>totalTimeSavedFB</source>
+        <translation>So far Quaydrop has saved me %1 of dragging, renaming and converting.</translation>
+    </message>
+    <message>
+        <source>tellFriendSubject</source>
+        <translation>Quaydrop: drag and drop that does more</translation>
+    </message>
+    <message>
+        <source>tellFriendBody</source>
+        <translation>I use Quaydrop: drag anything and a small window offers what fits, from moving files to resizing images. Have a look: %1</translation>
+    </message>
+    <message>
+        <source>IMPORTANT</source>
+        <translation>Hide the tray icon?</translation>
+    </message>
+    <message>
+        <source>makeQDMenuBarIconVisibleAlertText</source>
+        <translation>Quaydrop keeps running without it. To bring the icon back, start Quaydrop again from the applications menu or with `quaydrop` in a terminal.</translation>
+    </message>
+    <message>
+        <source>Hide</source>
+        <translation>Hide</translation>
+    </message>
+    <message>
+        <source>helpIconsTitle</source>
+        <translation>What the panels' buttons do</translation>
+    </message>
+    <message>
+        <source>helpTimeTitle</source>
+        <translation>How the time saved is counted</translation>
+    </message>
+    <message>
+        <source>helpTimeText</source>
+        <translation>Each action adds the time it would take by hand, when you press its button. These are the main ones:</translation>
+    </message>
+    <message>
+        <source>creditMove</source>
+        <translation>Moving or copying to a destination</translation>
+    </message>
+    <message>
+        <source>creditResize</source>
+        <translation>Resizing images</translation>
+    </message>
+    <message>
+        <source>creditConvert</source>
+        <translation>Converting an image</translation>
+    </message>
+    <message>
+        <source>creditPdfPage</source>
+        <translation>A page of a PDF as an image</translation>
+    </message>
+    <message>
+        <source>creditSaveAsPdf</source>
+        <translation>A text document as PDF</translation>
+    </message>
+    <message>
+        <source>creditCopyPath</source>
+        <translation>Copying a path</translation>
+    </message>
+    <message>
+        <source>creditMail</source>
+        <translation>Mailing a file</translation>
+    </message>
+    <message>
+        <source>creditAlias</source>
+        <translation>Making aliases</translation>
+    </message>
+    <message>
+        <source>creditSize</source>
+        <translation>Showing a size</translation>
+    </message>
+    <message>
+        <source>creditZip</source>
+        <translation>Zipping</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>introWindowTitle</source>
+        <translation>Welcome to Quaydrop</translation>
+    </message>
+    <message>
+        <source>dontShowIntroAgain</source>
+        <translation>Don't show this again</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Next</translation>
+    </message>
+    <message>
+        <source>Done</source>
+        <translation>Done</translation>
+    </message>
+    <message>
+        <source>viewIntroBtn</source>
+        <translation>More on the web</translation>
+    </message>
+    <message>
+        <source>slide1Title</source>
+        <translation>Drag anything</translation>
+    </message>
+    <message>
+        <source>slide1Text</source>
+        <translation>Start dragging files, text or a picture in any program. Quaydrop's small drop window appears next to the pointer.</translation>
+    </message>
+    <message>
+        <source>slide2Title</source>
+        <translation>Drop it on the window</translation>
+    </message>
+    <message>
+        <source>slide2Text</source>
+        <translation>Let go over the window, and a panel of actions for what you dropped opens.</translation>
+    </message>
+    <message>
+        <source>slide3Title</source>
+        <translation>Pick an action</translation>
+    </message>
+    <message>
+        <source>slide3Text</source>
+        <translation>Move or copy to a remembered place, resize or convert images, cut a PDF into pages, zip, and more. Each one adds to the time you saved.</translation>
+    </message>
+    <message>
+        <source>slide4Title</source>
+        <translation>Two shortcuts below</translation>
+    </message>
+    <message>
+        <source>slide4Text</source>
+        <translation>Drop on Move to pick a destination at once, or on Alias to put links beside the files. The tray icon holds the options, such as opening the window with Ctrl+Alt+F instead.</translation>
+    </message>
 </context>
 </TS>

@@ -41,7 +41,7 @@ int runCommandLine(int argc, char **argv)
     if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
         qInstallMessageHandler(quietLog);
     QCoreApplication app(argc, argv);
-    Texts::setLanguage(Texts::preferredLanguage());
+    Texts::setLanguage(Texts::startupLanguage());
     LinuxVolumeService volumes;
     Platform services;
     services.volumes = &volumes;
@@ -61,7 +61,7 @@ int runResident(int argc, char **argv)
     QApplication::setApplicationName(QStringLiteral("Quaydrop"));
     QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));
     QApplication::setQuitOnLastWindowClosed(false);
-    Texts::setLanguage(Texts::preferredLanguage());
+    Texts::setLanguage(Texts::startupLanguage());
 
     SingleInstance instance;
     switch (instance.claim()) {

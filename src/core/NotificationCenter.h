@@ -31,4 +31,10 @@ inline constexpr char ShouldNotCloseYet[] = "shouldNotCloseYetNotif";
 inline constexpr char OpenPanelHasJustClosed[] = "NSOpenPanelHasJustClosed";
 inline constexpr char CropWindowClosed[] = "cropWindowClosed";
 inline constexpr char StatusItemPopupShown[] = "AXStatusItemPopupShown";
+inline constexpr char StatusItemWindowWillShow[] = "CCNStatusItemWindowWillShowNotification";
+inline constexpr char StatusItemWindowDidShow[] = "CCNStatusItemWindowDidShowNotification";
+inline constexpr char StatusItemWindowWillDismiss[] = "CCNStatusItemWindowWillDismissNotification";
+inline constexpr char StatusItemWindowDidDismiss[] = "CCNStatusItemWindowDidDismissNotification";
+inline constexpr char HotKeyUnavailable[] = "hotKeyUnavailable"; // {"keys", "message"}
+inline constexpr char SystemInterfaceThemeChanged[] = "CCNSystemInterfaceThemeChangedNotification";
 } // namespace NotificationName

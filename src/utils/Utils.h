@@ -157,6 +157,10 @@ public:
     static void postSimpleNotificationWithTitle(const QString &title, const QString &body,
                                                 const QString &actionTitle, const QVariantMap &userInfo);
 
+    // ---- mail (sending/Utils_Mail.cpp) ----
+    // Opens a new message in the default mail program.
+    static void sendEmailTo(const QString &address, const QString &body, const QString &subject);
+
     // ---- file operations (fileops) ----
     // A symbolic link "<name> alias" beside each path, pointing at it; the links made, in order. An
     // existing item of that name is never replaced: that one fails and is logged.

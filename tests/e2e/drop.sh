@@ -12,7 +12,7 @@ screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
 
 # Not the first start: the launch-at-login question would sit where the drop window opens.
 mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
 
 files="$E2E_HOME/files"
 mkdir -p "$files/Projects"

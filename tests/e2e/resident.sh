@@ -8,7 +8,7 @@ trap 'kill $pid 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 
 # A switch left off in the last session is on again after launch.
 mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nkQuaydropIsOffKey=false\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+printf '[General]\nkQuaydropIsOffKey=false\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
 
 log="$E2E_HOME/first.log"
 "$BIN" 2>"$log" &

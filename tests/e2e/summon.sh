@@ -45,7 +45,7 @@ drag_a_file() {
 }
 
 # The source's windows carry the class "qd_dragsource", which no desktop file claims.
-printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$conf"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$conf"
 mkdir -p "$XDG_DATA_HOME/com.velmora.Quaydrop"
 cat >"$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist" <<'PLIST'
 <?xml version="1.0" encoding="UTF-8"?>
@@ -59,7 +59,7 @@ grep -q "panel 111 shown" "$log" && fail "a drag from an excluded application ra
 stop
 pass "a drag from an application on the exclusion list raises nothing"
 
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkShowPanelHKEnabled=true\n' >"$conf"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\nkShowPanelHKEnabled=true\n' >"$conf"
 rm "$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist"
 start
 wait_for "$log" "hot key Ctrl+Alt+F opens the drop window" 5 || { cat "$log"; fail "the hot key was not grabbed"; }

@@ -8,7 +8,7 @@ SOURCE=$2
 private_home
 trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 
 log="$E2E_HOME/quaydrop.log"

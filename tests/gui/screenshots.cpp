@@ -12,6 +12,9 @@
 #include "fileops/ui/ConflictDialog.h"
 #include "fileops/ui/ProgressPanel.h"
 #include "menubar/ExclusionListWC.h"
+#include "menubar/statusitem/CCNStatusItem.h"
+#include "menubar/tutorial/MIHSliderView.h"
+#include "menubar/tutorial/QDIntroSlides.h"
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
@@ -211,7 +214,29 @@ int main(int argc, char **argv)
     save(exclusions.picker(), out, QStringLiteral("exclusion-list-picker"));
     exclusions.picker()->reject();
 
+    // The options panel hanging from a tray icon at the top right, light and dark, and the slides.
+    Utils::saveChangesToTimeSavedPlistByAddingSec(4385);
+    auto panelShot = [&](const QString &name) {
+        CCNStatusItemWindowController *tray = delegate.statusItem()->windowController();
+        tray->showStatusItemWindow(QRect(1180, 0, 24, 24), QRect(0, 0, 1280, 800));
+        settle(400);
+        save(tray->window(), out, name);
+        tray->dismissStatusItemWindow();
+        settle(400);
+    };
+    panelShot(QStringLiteral("options-panel"));
+    QDIntroSlides slides;
+    slides.sliderView->setScheduledTransition(false);
+    slides.show();
+    save(&slides, out, QStringLiteral("intro-slides"));
+    slides.sliderView->transitionAnimationDuration = 0;
+    slides.sliderView->displaySlideAtIndex(2);
+    settle(200);
+    save(&slides, out, QStringLiteral("intro-slides-actions"));
+    slides.close();
+
     app.setPalette(darkPalette());
+    panelShot(QStringLiteral("options-panel-dark"));
     delegate.showDropTargetAt(QPointF(300, 500));
     auto *dark = filesDrop({w + QStringLiteral("/Harbour.png")});
     delegate.mycustomviewDidGetDrop(dark);

@@ -122,7 +122,8 @@ void AppShellTest::everyUsedTextKeyIsInBothTables()
     QSet<QString> keys;
     // Looked up directly, or handed to a widget that looks its text up: overlay titles and buttons.
     const QRegularExpression lookup(
-        QStringLiteral("(?:localized|addTagButton|OverlayController)\\(\"((?:[^\"\\\\]|\\\\.)+)\""));
+        QStringLiteral("(?:localized|addTagButton|OverlayController|addLabel|translateLater\\([^,]+,|"
+                       "QT_TRANSLATE_NOOP\\(\"Quaydrop\",) ?\\(?\"((?:[^\"\\\\]|\\\\.)+)\""));
     QDirIterator it(QStringLiteral(QD_SOURCE_DIR "/src"), {QStringLiteral("*.cpp"), QStringLiteral("*.h")},
                     QDir::Files, QDirIterator::Subdirectories);
     while (it.hasNext()) {

@@ -5,7 +5,9 @@
 #include "core/texts/Texts.h"
 #include "core/window/DropWindow.h"
 #include "fileops/orchestration/MoveCopyOrchestrator.h"
-#include "menubar/StatusItem.h"
+#include "menubar/options/PopMenuContentViewController.h"
+#include "menubar/statusitem/CCNStatusItem.h"
+#include "menubar/tutorial/QDIntroSlides.h"
 #include "utils/Utils.h"
 
 #include <QApplication>
@@ -24,6 +26,10 @@ AppDelegate::~AppDelegate()
     NotificationCenter::defaultCenter().removeObserver(this);
     if (modalOverlay)
         modalOverlay->delegate = nullptr;
+    delete statusItemForYos; // its window lets go of the panel first
+    statusItemForYos = nullptr;
+    delete m_options;
+    delete introSlidesWC;
     delete window;
 }
 
@@ -42,7 +48,8 @@ void AppDelegate::applicationDidFinishLaunching()
     myPbrdChangeCount = m_platform.dragPasteboard ? m_platform.dragPasteboard->changeCount() : 0;
     // 8.
     registerObservers();
-    // 9.
+    // 9. The hot key's defaults stand even when the icon, and with it the options panel, stays away.
+    SettingsStore::shared().registerHotKeyDefaults();
     if (!Utils::shouldHideStatusBarItem())
         createStatusItem(1);
     // 10. Without a pointer monitor, only the hot key opens the window.
@@ -87,26 +94,37 @@ void AppDelegate::foremostAppActivated(const QString &applicationId)
 
 void AppDelegate::createStatusItem(int presentationTransition)
 {
-    Q_UNUSED(presentationTransition); // the popup's transitions come with the options panel
-    // The options panel registers the hot-key defaults as it loads with the status item.
-    SettingsStore::shared().registerHotKeyDefaults();
-    if (!StatusItem::isTrayAvailable())
-        qWarning("no system tray is running; Quaydrop stays resident without an icon");
-    statusItemForYos = new StatusItem(this);
-    connect(statusItemForYos, &StatusItem::quitRequested, this, &AppDelegate::quitQuaydrop);
-    statusItemForYos->present();
+    static bool toldNoTray = false;
+    if (!CCNStatusItem::isTrayAvailable() && !toldNoTray) {
+        toldNoTray = true;
+        qWarning("no system tray is running; Quaydrop stays resident without an icon, and starting it again "
+                 "opens its options");
+    }
+    if (!m_options) {
+        m_options = new PopMenuContentViewController;
+        connect(m_options, &PopMenuContentViewController::quitRequested, this, &AppDelegate::quitQuaydrop);
+    }
+    statusItemForYos = new CCNStatusItem(this);
+    statusItemForYos->setPresentationTransition(presentationTransition);
+    connect(statusItemForYos, &CCNStatusItem::quitRequested, this, &AppDelegate::quitQuaydrop);
+    statusItemForYos->presentStatusItemWithImage(QIcon(QStringLiteral(":/icons/bw_menuBarIcon.svg")), m_options);
+    m_options->setStatusItemForYos(statusItemForYos);
 }
 
 bool AppDelegate::applicationShouldHandleReopen()
 {
     qInfo("already running; a second start was passed to this process");
-    if (statusItemForYos && !statusItemForYos->isRemoved())
+    if (statusItemForYos && !statusItemForYos->isRemoved()) {
+        // Without a tray there is no icon to click: a second start is the way to the options.
+        if (!CCNStatusItem::isTrayAvailable())
+            statusItemForYos->showStatusItemWindow();
         return false;
+    }
     // The way back to a hidden status item.
     delete statusItemForYos;
     statusItemForYos = nullptr;
-    Utils::shouldHideStatusBarItem(false);
     createStatusItem(2);
+    Utils::shouldHideStatusBarItem(false);
     statusItemForYos->showStatusItemWindow();
     return false;
 }
@@ -127,12 +145,15 @@ void AppDelegate::userNotificationCenterDidActivate(const QVariantMap &userInfo,
 
 void AppDelegate::showSliderTutorial()
 {
-    if (!Utils::dontshowIntroSlides()) {
-        // The tutorial window comes with the options panel; until then the first start shows none.
-        qInfo("first start: the tutorial slides are not part of this build yet");
+    // The access the program asks for on other systems has no counterpart here: with the slides
+    // turned off, nothing happens.
+    if (Utils::dontshowIntroSlides())
         return;
-    }
-    // The permission the program asks for on other systems has no counterpart here.
+    if (!introSlidesWC)
+        introSlidesWC = new QDIntroSlides;
+    introSlidesWC->show();
+    introSlidesWC->raise();
+    introSlidesWC->activateWindow();
 }
 
 void AppDelegate::launchAtLogInAlertIfNeeded()
@@ -170,6 +191,8 @@ bool AppDelegate::isThisaDoubleClick()
 void AppDelegate::quitQuaydrop()
 {
     SettingsStore::shared().synchronize();
+    if (statusItemForYos)
+        statusItemForYos->dismissStatusItemWindow();
     QCoreApplication::quit();
 }
 

@@ -35,7 +35,8 @@ class PdfToImgVC;
 class ProgressPanel;
 class QMimeData;
 class RenameFilesVC;
-class StatusItem;
+class CCNStatusItem;
+class PopMenuContentViewController;
 class WallpaperOverlayVC;
 class WidgetAlerts;
 class WidgetConflictResolver;
@@ -60,7 +61,8 @@ public:
     void showSliderTutorial();
     void launchAtLogInAlertIfNeeded();
     bool isThisaDoubleClick();
-    StatusItem *statusItem() const { return statusItemForYos; }
+    CCNStatusItem *statusItem() const { return statusItemForYos; }
+    PopMenuContentViewController *optionsPanel() const { return m_options; }
 
     // ---- the window and its states (AppDelegate_Window.cpp) ----
     bool windowIsVsbl() const;
@@ -170,7 +172,7 @@ public:
     QString prevFrontMostAppBndlID;
     qint64 myPbrdChangeCount = 0;
     QPointer<QWidget> introSlidesWC;
-    StatusItem *statusItemForYos = nullptr;
+    CCNStatusItem *statusItemForYos = nullptr;
     DropWindow *window = nullptr;
     QStringList revealInFinderPaths;
 
@@ -231,4 +233,5 @@ private:
     WidgetAlerts *m_alerts = nullptr;
     HotKeyBinding *m_hotKey = nullptr;
     QPointer<QObject> m_promiseImport; // owns the settle checks of the import under way
+    PopMenuContentViewController *m_options = nullptr; // the tray panel's content, made with the status item
 };

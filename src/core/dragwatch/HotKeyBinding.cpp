@@ -24,6 +24,9 @@ void HotKeyBinding::refresh()
         return;
     if (const Status bound = m_binder->bind(keys); !bound.ok()) {
         qWarning("hot key not available: %s", qPrintable(bound.error().message));
+        NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::HotKeyUnavailable),
+                                                 {{QStringLiteral("keys"), keys},
+                                                  {QStringLiteral("message"), bound.error().message}});
         return;
     }
     m_boundKeys = keys;

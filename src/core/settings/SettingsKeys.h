@@ -18,6 +18,7 @@ inline constexpr char LastOpenPaneUrl[] = "lastOpenPaneUrlKEY";
 inline constexpr char SomeQDactionHappened[] = "someQDactionHappened";
 inline constexpr char FutureDevHappyAlertDateForNewUser[] = "futureDevHappyAlertDateForNewUser";
 inline constexpr char SavefutureDate[] = "savefutureDate";
+inline constexpr char InterfaceLanguage[] = "qdInterfaceLanguage"; // "en" or "de"; absent: the system's
 } // namespace SettingsKey
 
 // The hot key as portable text. Ctrl+F is Find everywhere on Linux, so Alt joins the modifier.

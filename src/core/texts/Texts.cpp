@@ -1,5 +1,8 @@
 #include "Texts.h"
 
+#include "core/settings/SettingsKeys.h"
+#include "core/settings/SettingsStore.h"
+
 #include <QCoreApplication>
 #include <QMutex>
 #include <QTranslator>
@@ -62,4 +65,21 @@ QLocale Texts::locale()
 {
     return language() == u"de" ? QLocale(QLocale::German, QLocale::Germany)
                                : QLocale(QLocale::English, QLocale::UnitedStates);
+}
+
+bool Texts::chooseLanguage(const QString &language)
+{
+    const bool known = language == u"en" || language == u"de";
+    if (known)
+        SettingsStore::shared().setString(SettingsKey::InterfaceLanguage, language);
+    else
+        SettingsStore::shared().remove(SettingsKey::InterfaceLanguage);
+    SettingsStore::shared().synchronize();
+    return setLanguage(known ? language : preferredLanguage());
+}
+
+QString Texts::startupLanguage()
+{
+    const QString chosen = SettingsStore::shared().stringValue(SettingsKey::InterfaceLanguage);
+    return chosen == u"en" || chosen == u"de" ? chosen : preferredLanguage();
 }

@@ -13,6 +13,11 @@ bool setLanguage(const QString &language);
 QString language();
 // The system's first UI language if there is a table for it, else "en".
 QString preferredLanguage();
+// The user's choice from the options panel, kept across starts; an unknown or empty code falls back to
+// the system's language. Open windows re-translate on the QEvent::LanguageChange this sends.
+bool chooseLanguage(const QString &language);
+// What chooseLanguage last kept, else the system's language.
+QString startupLanguage();
 // Numbers are written the way the chosen language writes them.
 QLocale locale();
 
