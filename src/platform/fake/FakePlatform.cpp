@@ -40,6 +40,8 @@ Status FakeHotKeyBinder::bind(const QString &portableKeys)
 {
     if (portableKeys.isEmpty())
         return fakeError(QStringLiteral("no key to bind"));
+    if (refuse)
+        return fakeError(QStringLiteral("%1 is grabbed by another program").arg(portableKeys));
     bound = portableKeys;
     return success();
 }

@@ -60,6 +60,7 @@ public:
     void unbind() override { bound.clear(); }
     void press(const QString &portableKeys);
     QString bound;
+    bool refuse = false; // as when another program holds every key
 };
 
 class FakeNotificationService : public NotificationService

@@ -1,0 +1,285 @@
+// The program's own controls: the switch's click, drag and key rules and its knob, the integer
+// field's rule, the borderless buttons' colours, the hover button's pictures, and disabling by filter.
+
+#include "widgets/DisableSubviews.h"
+#include "widgets/controls/HoverBtn.h"
+#include "widgets/controls/ITSwitch.h"
+#include "widgets/controls/MXButton.h"
+#include "widgets/controls/OnlyIntegerValueFormatter.h"
+#include "widgets/controls/RMBorderlessButton.h"
+#include "widgets/controls/SwitchGeometry.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+#include <QVBoxLayout>
+
+class ControlsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void knobGeometry_data();
+    void knobGeometry();
+    void switchClickToggles();
+    void switchDrags_data();
+    void switchDrags();
+    void disabledSwitchIgnoresTheMouse();
+    void switchKeys();
+    void switchIsACheckBoxToAssistiveTechnology();
+    void integerField_data();
+    void integerField();
+    void dimmedColours_data();
+    void dimmedColours();
+    void hoverButtonPictures();
+    void disablingByFilter();
+};
+
+void ControlsTest::knobGeometry_data()
+{
+    QTest::addColumn<bool>("on");
+    QTest::addColumn<bool>("active");
+    QTest::addColumn<bool>("dragged");
+    QTest::addColumn<bool>("towardsOn");
+    QTest::addColumn<QRectF>("knob");
+    const double rest = 42.0 / 1.8180339336395264;
+    const double pressed = 42.0 / 1.38;
+    QTest::newRow("off at rest") << false << false << false << false << QRectF(1, 1, rest, 24);
+    QTest::newRow("on at rest") << true << false << false << false << QRectF(44 - rest - 1, 1, rest, 24);
+    QTest::newRow("off, pressed: wider") << false << true << false << false << QRectF(1, 1, pressed, 24);
+    QTest::newRow("off, dragged towards on") << false << true << true << true << QRectF(44 - pressed - 1, 1, pressed, 24);
+    QTest::newRow("on, dragged towards off") << true << true << true << false << QRectF(1, 1, pressed, 24);
+}
+
+void ControlsTest::knobGeometry()
+{
+    QFETCH(bool, on);
+    QFETCH(bool, active);
+    QFETCH(bool, dragged);
+    QFETCH(bool, towardsOn);
+    QFETCH(QRectF, knob);
+    const QRectF r = SwitchGeometry::rectForKnob(QSizeF(44, 26), {on, active, dragged, towardsOn});
+    QVERIFY2(qFuzzyCompare(r.x(), knob.x()) && qFuzzyCompare(r.width(), knob.width()) && r.y() == 1.0 && r.height() == 24.0,
+             qPrintable(QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height())));
+}
+
+void ControlsTest::switchClickToggles()
+{
+    ITSwitch s;
+    s.resize(44, 26);
+    s.show();
+    QSignalSpy action(&s, &ITSwitch::switched);
+    QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
+    QVERIFY(s.isOn());
+    QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
+    QVERIFY(!s.isOn());
+    QCOMPARE(action.count(), 2);
+    QCOMPARE(action.at(0).at(0).toBool(), true);
+    // Set from code: no action.
+    s.setOn(true);
+    QCOMPARE(action.count(), 2);
+    QVERIFY(s.isOn());
+}
+
+void ControlsTest::switchDrags_data()
+{
+    QTest::addColumn<bool>("startOn");
+    QTest::addColumn<int>("from");
+    QTest::addColumn<int>("to");
+    QTest::addColumn<bool>("endOn");
+    QTest::addColumn<int>("actions");
+    QTest::newRow("off, dragged to the right") << false << 8 << 38 << true << 1;
+    QTest::newRow("off, dragged and back to the left") << false << 8 << 10 << false << 0;
+    QTest::newRow("on, dragged to the left") << true << 38 << 4 << false << 1;
+    QTest::newRow("on, dragged within the right half") << true << 36 << 30 << true << 0;
+}
+
+void ControlsTest::switchDrags()
+{
+    QFETCH(bool, startOn);
+    QFETCH(int, from);
+    QFETCH(int, to);
+    QFETCH(bool, endOn);
+    QFETCH(int, actions);
+    ITSwitch s;
+    s.resize(44, 26);
+    s.show();
+    s.setOn(startOn);
+    QSignalSpy action(&s, &ITSwitch::switched);
+    QTest::mousePress(&s, Qt::LeftButton, {}, QPoint(from, 13));
+    QVERIFY(s.knobState().active);
+    // The drag goes past the middle and ends where the row says.
+    QMouseEvent across(QEvent::MouseMove, QPointF(22, 13), s.mapToGlobal(QPointF(22, 13)), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(&s, &across);
+    QMouseEvent end(QEvent::MouseMove, QPointF(to, 13), s.mapToGlobal(QPointF(to, 13)), Qt::NoButton, Qt::LeftButton, {});
+    QApplication::sendEvent(&s, &end);
+    QVERIFY(s.knobState().dragged);
+    QTest::mouseRelease(&s, Qt::LeftButton, {}, QPoint(to, 13));
+    QCOMPARE(s.isOn(), endOn);
+    QCOMPARE(action.count(), actions);
+    QVERIFY(!s.knobState().dragged && !s.knobState().active);
+}
+
+void ControlsTest::disabledSwitchIgnoresTheMouse()
+{
+    ITSwitch s;
+    s.resize(44, 26);
+    s.show();
+    s.setEnabled(false);
+    QSignalSpy action(&s, &ITSwitch::switched);
+    QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
+    QVERIFY(!s.isOn());
+    QCOMPARE(action.count(), 0);
+    // Drawn at half opacity: its track is paler than an enabled one's.
+    s.setOn(true);
+    ITSwitch enabled;
+    enabled.resize(44, 26);
+    enabled.setOn(true);
+    const QImage dim = s.grab().toImage();
+    const QImage lit = enabled.grab().toImage();
+    QVERIFY(QColor(dim.pixel(6, 13)).saturation() < QColor(lit.pixel(6, 13)).saturation());
+}
+
+void ControlsTest::switchKeys()
+{
+    ITSwitch s;
+    s.show();
+    QSignalSpy action(&s, &ITSwitch::switched);
+    QTest::keyClick(&s, Qt::Key_Space);
+    QVERIFY(s.isOn());
+    QTest::keyClick(&s, Qt::Key_Space);
+    QVERIFY(!s.isOn());
+    QTest::keyClick(&s, Qt::Key_Right);
+    QVERIFY(s.isOn());
+    QTest::keyClick(&s, Qt::Key_Right); // already on: no action
+    QTest::keyClick(&s, Qt::Key_Left);
+    QVERIFY(!s.isOn());
+    QCOMPARE(action.count(), 4);
+}
+
+void ControlsTest::switchIsACheckBoxToAssistiveTechnology()
+{
+    ITSwitch s;
+    QVERIFY(qobject_cast<QCheckBox *>(&s));
+    s.setOn(true);
+    QVERIFY(s.isChecked());
+    QCOMPARE(s.checkState(), Qt::Checked);
+}
+
+void ControlsTest::integerField_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<bool>("valid");
+    QTest::addColumn<bool>("beeps");
+    QTest::newRow("1234") << "1234" << true << false;
+    QTest::newRow("12345: too long") << "12345" << false << false;
+    QTest::newRow("0") << "0" << false << false;
+    QTest::newRow("01") << "01" << false << false;
+    QTest::newRow("1a: no number") << "1a" << false << true;
+    QTest::newRow("empty") << "" << true << false;
+    QTest::newRow("letters") << "abc" << false << true;
+}
+
+void ControlsTest::integerField()
+{
+    QFETCH(QString, text);
+    QFETCH(bool, valid);
+    QFETCH(bool, beeps);
+    bool beep = false;
+    QCOMPARE(OnlyIntegerValueFormatter::isPartialStringValid(text, 4, &beep), valid);
+    QCOMPARE(beep, beeps);
+    // In a field, what is refused cannot be typed.
+    QLineEdit field;
+    auto *formatter = new OnlyIntegerValueFormatter(&field);
+    field.setValidator(formatter);
+    QTest::keyClicks(&field, text);
+    QCOMPARE(field.text() == text, valid);
+}
+
+void ControlsTest::dimmedColours_data()
+{
+    QTest::addColumn<QColor>("colour");
+    QTest::addColumn<QColor>("dimmed");
+    QTest::newRow("black stays black") << QColor(Qt::black) << QColor(Qt::black);
+    QTest::newRow("grey") << QColor::fromRgbF(0.5f, 0.6f, 0.1f, 0.7f) << QColor::fromRgbF(0.3f, 0.4f, 0.0f, 0.7f);
+}
+
+void ControlsTest::dimmedColours()
+{
+    QFETCH(QColor, colour);
+    QFETCH(QColor, dimmed);
+    const QColor d = RMBorderlessButton::dimmedColor(colour);
+    QVERIFY(std::abs(d.redF() - dimmed.redF()) < 0.01 && std::abs(d.greenF() - dimmed.greenF()) < 0.01 &&
+            std::abs(d.blueF() - dimmed.blueF()) < 0.01 && std::abs(d.alphaF() - dimmed.alphaF()) < 0.01);
+    RMBorderlessButton button(QStringLiteral("Share"));
+    QCOMPARE(button.color(), RMBorderlessButton::defaultColor());
+    button.setColor(colour);
+    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+    QApplication::sendEvent(&button, &enter);
+    QCOMPARE(button.color(), d);
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&button, &leave);
+    QCOMPARE(button.color(), colour);
+}
+
+void ControlsTest::hoverButtonPictures()
+{
+    auto pixmap = [](Qt::GlobalColor c) {
+        QPixmap p(8, 8);
+        p.fill(c);
+        return p;
+    };
+    HoverBtn b;
+    b.setImages(pixmap(Qt::red), pixmap(Qt::green), pixmap(Qt::gray), pixmap(Qt::blue));
+    QCOMPARE(b.shownImage(), QStringLiteral("active"));
+    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
+    QApplication::sendEvent(&b, &enter);
+    QCOMPARE(b.shownImage(), QStringLiteral("rollover"));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&b, &leave);
+    QCOMPARE(b.shownImage(), QStringLiteral("active"));
+    b.setEnabled(false);
+    QCOMPARE(b.shownImage(), QStringLiteral("inactive"));
+}
+
+void ControlsTest::disablingByFilter()
+{
+    QWidget view;
+    auto *layout = new QVBoxLayout(&view);
+    auto *inner = new QWidget(&view);
+    layout->addWidget(inner);
+    auto *innerLayout = new QVBoxLayout(inner);
+    QList<QPushButton *> buttons;
+    for (int tag = 1; tag <= 4; ++tag) {
+        auto *b = new QPushButton(inner);
+        b->setProperty("tag", tag);
+        innerLayout->addWidget(b);
+        buttons << b;
+    }
+    auto *field = new QLineEdit(&view);
+    layout->addWidget(field);
+    auto *label = new QWidget(&view);
+    layout->addWidget(label);
+
+    disableSubviewsInTagRange(&view, true, 2, 3);
+    QCOMPARE(QList<bool>({buttons[0]->isEnabled(), buttons[1]->isEnabled(), buttons[2]->isEnabled(), buttons[3]->isEnabled()}),
+             QList<bool>({true, false, false, true}));
+    QVERIFY(field->isEnabled());
+    disableSubviewsOfType(&view, true, QLineEdit::staticMetaObject);
+    QVERIFY(!field->isEnabled());
+    QVERIFY(buttons[0]->isEnabled());
+    disableSubviewsWithTags(&view, true, {4});
+    QVERIFY(!buttons[3]->isEnabled());
+    disableSubviews(&view, false);
+    for (QPushButton *b : buttons)
+        QVERIFY(b->isEnabled());
+    QVERIFY(field->isEnabled() && label->isEnabled() && inner->isEnabled());
+    disableSubviews(&view, true);
+    QVERIFY(!buttons[0]->isEnabled() && !field->isEnabled());
+    QVERIFY(inner->isEnabled() && view.isEnabled()); // containers and the view itself stay
+}
+
+QTEST_MAIN(ControlsTest)
+#include "tst_controls.moc"

@@ -1,0 +1,494 @@
+// The tray presence: the options panel's controls and their settings, the status window's place and
+// its comings and goings, the slides, the language switch, and the way back to a hidden icon.
+
+#include "LaunchedProgram.h"
+
+#include "core/NotificationCenter.h"
+#include "core/overlays/ImgResizeOverlayVC.h"
+#include "core/ledger/TimeSavedLedger.h"
+#include "core/texts/Texts.h"
+#include "menubar/options/OptionsRules.h"
+#include "menubar/options/PopMenuContentViewController.h"
+#include "menubar/statusitem/CCNStatusItem.h"
+#include "menubar/statusitem/StatusWindowGeometry.h"
+#include "menubar/tutorial/MIHSliderView.h"
+#include "menubar/tutorial/QDIntroSlides.h"
+#include "platform/freedesktop/XdgAutostart.h"
+#include "utils/Utils.h"
+#include "widgets/controls/ITSwitch.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeySequenceEdit>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+#include <QTimer>
+#include <QToolButton>
+
+namespace {
+
+QMessageBox *visibleAlert()
+{
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (auto *box = qobject_cast<QMessageBox *>(w); box && box->isVisible())
+            return box;
+    return nullptr;
+}
+
+void swipe(QWidget *target, Qt::ScrollPhase phase, int dx)
+{
+    QWheelEvent e(QPointF(10, 10), QPointF(10, 10), QPoint(dx, 0), QPoint(dx * 8, 0), Qt::NoButton, {}, phase, false);
+    QApplication::sendEvent(target, &e);
+}
+
+QStringList postedNames(const std::function<void()> &action)
+{
+    QStringList names;
+    QObject context;
+    for (const char *n : {NotificationName::StatusItemWindowWillShow, NotificationName::StatusItemWindowDidShow,
+                          NotificationName::StatusItemWindowWillDismiss, NotificationName::StatusItemWindowDidDismiss})
+        NotificationCenter::defaultCenter().observe(QString::fromLatin1(n), &context,
+                                                    [&names, n](const QVariantMap &) { names << QString::fromLatin1(n); });
+    action();
+    return names;
+}
+
+} // namespace
+
+class OptionsTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void summonBoxesExcludeEachOther_data();
+    void summonBoxesExcludeEachOther();
+    void recordedKeyIsStoredAndTakenAgain();
+    void switchesWriteTheirSettings();
+    void autostartEntryWrittenAndRemoved();
+    void timeSavedAndTheShareThreshold_data();
+    void timeSavedAndTheShareThreshold();
+    void languageSwitchChangesVisibleTexts();
+    void unknownLanguageFallsBackToTheSystems();
+    void statusWindowFrameFormula();
+    void statusWindowStaysOnScreen_data();
+    void statusWindowStaysOnScreen();
+    void statusWindowComesAndGoes();
+    void pinnedPanelStaysOnFocusLoss();
+    void transitionNoneTakesNoTime();
+    void hidingTheIconAndTheWayBack();
+    void slideNavigation();
+    void slideTimerAndSwipesWrap();
+    void slidesWithOneSlide();
+    void dotsRow();
+    void introShowsOnFirstStartOnly();
+
+private:
+    std::unique_ptr<FakePlatform> m_fakes;
+    std::unique_ptr<AppDelegate> m_app;
+    PopMenuContentViewController *panel() const { return m_app->optionsPanel(); }
+};
+
+void OptionsTest::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
+}
+
+void OptionsTest::init()
+{
+    QFile::remove(Utils::getTimeSavedPlistPath()); // each case starts from no time saved
+    SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
+    m_fakes = std::make_unique<FakePlatform>(QDir::tempPath() + QStringLiteral("/quaydrop-options-trash"));
+    m_app = launchedOn(*m_fakes);
+    QVERIFY(panel());
+}
+
+void OptionsTest::cleanup()
+{
+    m_app.reset();
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (qobject_cast<QMessageBox *>(w))
+            delete w;
+    SettingsStore::shared().resetAll();
+    Texts::setLanguage(QStringLiteral("en"));
+}
+
+void OptionsTest::summonBoxesExcludeEachOther_data()
+{
+    QTest::addColumn<QString>("box");
+    QTest::addColumn<bool>("shortcutEnabled");
+    QTest::newRow("tick the key") << "onHotkeyCheckBox" << true;
+    QTest::newRow("untick the key") << "onHotkeyCheckBox" << false;
+    QTest::newRow("tick drags") << "onClickCheckBox" << false;
+    QTest::newRow("untick drags") << "onClickCheckBox" << true;
+}
+
+void OptionsTest::summonBoxesExcludeEachOther()
+{
+    QFETCH(QString, box);
+    QFETCH(bool, shortcutEnabled);
+    PopMenuContentViewController *p = panel();
+    QCheckBox *clicked = box == u"onHotkeyCheckBox" ? p->onHotkeyCheckBox : p->onClickCheckBox;
+    // Start from the state the click changes.
+    const bool tickHotkey = box == u"onHotkeyCheckBox";
+    const bool wantOn = tickHotkey ? shortcutEnabled : !shortcutEnabled;
+    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, tickHotkey ? !wantOn : wantOn);
+    p->refresh();
+    QCOMPARE(clicked->isChecked(), !wantOn);
+    int notices = 0;
+    QObject context;
+    NotificationCenter::defaultCenter().observe(QString::fromLatin1(NotificationName::ActivateViaSettingsChanged), &context,
+                                                [&](const QVariantMap &) { ++notices; });
+    clicked->click();
+    QCOMPARE(notices, 1);
+    QCOMPARE(Utils::isShortcutEnabled(), shortcutEnabled);
+    QCOMPARE(p->onHotkeyCheckBox->isChecked(), shortcutEnabled);
+    QCOMPARE(p->onClickCheckBox->isChecked(), !shortcutEnabled); // never both, never neither
+    QCOMPARE(p->shortcutView->isEnabled(), shortcutEnabled);
+    // The key is grabbed or released to match.
+    QCOMPARE(m_fakes->hotKey.bound.isEmpty(), !shortcutEnabled);
+}
+
+void OptionsTest::recordedKeyIsStoredAndTakenAgain()
+{
+    PopMenuContentViewController *p = panel();
+    p->onHotkeyCheckBox->click();
+    QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Alt+F"));
+    p->shortcutView->setFocus();
+    p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Shift+D, Ctrl+X")));
+    p->shortcutRecorded();
+    QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Shift+D")); // one combination
+    QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Shift+D"));
+    // A key another program holds: said under the recorder.
+    m_fakes->hotKey.refuse = true;
+    p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Alt+K")));
+    p->shortcutRecorded();
+    QVERIFY(!p->hotKeyProblemLbl->isHidden());
+    QVERIFY(p->hotKeyProblemLbl->text().contains(QStringLiteral("Ctrl+Alt+K")));
+}
+
+void OptionsTest::switchesWriteTheirSettings()
+{
+    PopMenuContentViewController *p = panel();
+    QVERIFY(p->onOffSwitch->isOn()); // each start is switched on
+    QTest::mouseClick(p->onOffSwitch, Qt::LeftButton);
+    QVERIFY(!Utils::QuaydropIsOFFSate());
+    QVERIFY(m_app->statusItem()->appearsDisabled());
+    QVERIFY(p->enableUserNotificationsSwitch->isOn());
+    QTest::mouseClick(p->enableUserNotificationsSwitch, Qt::LeftButton);
+    QVERIFY(!Utils::enableUserNotifWhenDoneSwitchValue());
+    QTest::mouseClick(p->launchAtLoginSwitch, Qt::LeftButton);
+    QVERIFY(m_fakes->loginItems.enabled);
+    // The panel reads back what is stored when it shows again.
+    SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
+    m_fakes->loginItems.enabled = false;
+    NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::StatusItemWindowWillShow));
+    QVERIFY(p->enableUserNotificationsSwitch->isOn());
+    QVERIFY(!p->launchAtLoginSwitch->isOn());
+}
+
+void OptionsTest::autostartEntryWrittenAndRemoved()
+{
+    XdgAutostart autostart(QStringLiteral("/opt/quay drop/quaydrop"));
+    Platform services = m_fakes->services();
+    services.loginItems = &autostart;
+    Platform::install(services);
+    PopMenuContentViewController p;
+    QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
+    QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
+    QFile entry(XdgAutostart::entryPath());
+    QVERIFY(entry.open(QIODevice::ReadOnly));
+    const QByteArray text = entry.readAll();
+    QVERIFY(text.contains("Exec=\"/opt/quay drop/quaydrop\""));
+    QVERIFY(Utils::isLogInAtLaunch());
+    QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
+    QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
+    QVERIFY(!p.launchAtLoginSwitch->isOn());
+    Platform::install(m_fakes->services());
+}
+
+void OptionsTest::timeSavedAndTheShareThreshold_data()
+{
+    QTest::addColumn<quint64>("seconds");
+    QTest::addColumn<bool>("menu");
+    QTest::newRow("1199: not yet") << quint64(1199) << false;
+    QTest::newRow("1200: the menu") << quint64(1200) << true;
+    QTest::newRow("3661") << quint64(3661) << true;
+}
+
+void OptionsTest::timeSavedAndTheShareThreshold()
+{
+    QFETCH(quint64, seconds);
+    QFETCH(bool, menu);
+    QCOMPARE(OptionsRules::canShareTime(seconds), menu);
+    Utils::saveChangesToTimeSavedPlistByAddingSec(seconds);
+    PopMenuContentViewController *p = panel();
+    p->refresh();
+    QCOMPARE(p->timeSavedTotalLbl->text(), relativeTime(seconds));
+    if (seconds == 3661)
+        QCOMPARE(p->timeSavedTotalLbl->text(), QStringLiteral("1h : 01m : 01s"));
+    auto *share = p->findChild<QPushButton *>(QStringLiteral("shareTimeBtn2"));
+    QVERIFY(share);
+    share->click();
+    QTest::qWait(50);
+    QCOMPARE(p->shareTimeSubMenu->isVisible(), menu);
+    QCOMPARE(visibleAlert() != nullptr, !menu);
+    if (menu) {
+        QCOMPARE(p->postOnTwitterMenuItem->property("tag").toInt(), 2);
+        p->shareTimeSubMenu->hide();
+        p->postOnTwitterMenuItem->trigger();
+        QCOMPARE(m_fakes->workspace.opened.size(), 1);
+        QVERIFY(m_fakes->workspace.opened.first().startsWith(QStringLiteral("https://twitter.com/intent/tweet?text=")));
+        QVERIFY(QUrl::fromPercentEncoding(m_fakes->workspace.opened.first().toUtf8()).contains(relativeTime(seconds)));
+    }
+}
+
+void OptionsTest::languageSwitchChangesVisibleTexts()
+{
+    PopMenuContentViewController *p = panel();
+    QCOMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
+    p->languagePop->setCurrentIndex(p->languagePop->findData(2));
+    p->changeLanguage(2);
+    QCOMPARE(Texts::language(), QStringLiteral("de"));
+    // Open windows hear of it through the event loop.
+    QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("Sobald ein Ziehen beginnt"));
+    QCOMPARE(p->optionsSubMenu->actions().first()->text(), Texts::localized("exclListMenuItem"));
+    QVERIFY(p->optionsSubMenu->actions().first()->text() != QStringLiteral("Exclusion List…"));
+    // Other open windows too: the resize overlay's title and buttons.
+    QTRY_COMPARE(m_app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
+    // Kept for the next start.
+    QCOMPARE(Texts::startupLanguage(), QStringLiteral("de"));
+    p->changeLanguage(1);
+    QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
+    QCOMPARE(p->languagePop->currentData().toInt(), 1);
+}
+
+void OptionsTest::unknownLanguageFallsBackToTheSystems()
+{
+    QVERIFY(Texts::chooseLanguage(QStringLiteral("de")));
+    QVERIFY(Texts::chooseLanguage(QStringLiteral("fr")));
+    QCOMPARE(Texts::language(), Texts::preferredLanguage());
+    QCOMPARE(Texts::startupLanguage(), Texts::preferredLanguage());
+}
+
+void OptionsTest::statusWindowFrameFormula()
+{
+    // y up: an icon at (1000, 1050) of 24 x 22 and a panel of 300 x 400 hang 2 points below it.
+    const QRectF frame = StatusWindowGeometry::frameYUp(QRectF(1000, 1050, 24, 22), QSizeF(300, 400), 2.0);
+    QCOMPARE(frame, QRectF(862, 648, 300, 400));
+    // No clamp in that formula: at the screen's edge it goes past it.
+    QCOMPARE(StatusWindowGeometry::frameYUp(QRectF(1270, 1050, 10, 22), QSizeF(300, 400), 2.0).right(), 1425.0);
+}
+
+void OptionsTest::statusWindowStaysOnScreen_data()
+{
+    QTest::addColumn<QRectF>("icon");
+    QTest::addColumn<QRectF>("frame");
+    QTest::addColumn<bool>("above");
+    const QSizeF size(300, 400);
+    QTest::newRow("panel at the top, in the middle") << QRectF(600, 0, 24, 24) << QRectF(462, 26, 300, 400) << false;
+    QTest::newRow("top right corner: pushed in") << QRectF(1250, 0, 24, 24) << QRectF(980, 26, 300, 400) << false;
+    QTest::newRow("panel at the bottom: above the icon") << QRectF(600, 776, 24, 24) << QRectF(462, 374, 300, 400) << true;
+    QTest::newRow("bottom left corner") << QRectF(0, 776, 24, 24) << QRectF(0, 374, 300, 400) << true;
+}
+
+void OptionsTest::statusWindowStaysOnScreen()
+{
+    QFETCH(QRectF, icon);
+    QFETCH(QRectF, frame);
+    QFETCH(bool, above);
+    bool wentAbove = false;
+    QCOMPARE(StatusWindowGeometry::frameOnScreen(icon, QSizeF(300, 400), 2.0, QRectF(0, 0, 1280, 800), &wentAbove), frame);
+    QCOMPARE(wentAbove, above);
+}
+
+void OptionsTest::statusWindowComesAndGoes()
+{
+    CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
+    QStringList names = postedNames([&] {
+        c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+        QVERIFY(c->animationIsRunning());
+        // A second toggle while it moves is ignored.
+        c->dismissStatusItemWindow();
+        QTRY_VERIFY(c->windowIsOpen());
+    });
+    QCOMPARE(names, QStringList({"CCNStatusItemWindowWillShowNotification", "CCNStatusItemWindowDidShowNotification"}));
+    QVERIFY(c->window()->isVisible());
+    QCOMPARE(c->window()->userContentView(), panel());
+    QVERIFY(c->window()->geometry().top() >= 26);
+    names = postedNames([&] {
+        m_app->statusItem()->handleStatusItemButtonAction();
+        QTRY_VERIFY(!c->windowIsOpen() && !c->animationIsRunning());
+    });
+    QCOMPARE(names, QStringList({"CCNStatusItemWindowWillDismissNotification", "CCNStatusItemWindowDidDismissNotification"}));
+    QVERIFY(!c->window()->isVisible());
+    // Losing the focus puts it away.
+    c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+    QTRY_VERIFY(c->windowIsOpen());
+    QEvent deactivate(QEvent::WindowDeactivate);
+    QApplication::sendEvent(c->window(), &deactivate);
+    QTRY_VERIFY(!c->windowIsOpen());
+}
+
+void OptionsTest::pinnedPanelStaysOnFocusLoss()
+{
+    CCNStatusItem *item = m_app->statusItem();
+    item->setPinned(true);
+    CCNStatusItemWindowController *c = item->windowController();
+    c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+    QTRY_VERIFY(c->windowIsOpen());
+    QEvent deactivate(QEvent::WindowDeactivate);
+    QApplication::sendEvent(c->window(), &deactivate);
+    QTest::qWait(400);
+    QVERIFY(c->windowIsOpen());
+    item->setPinned(false); // unpinning puts it away
+    QTRY_VERIFY(!c->windowIsOpen());
+}
+
+void OptionsTest::transitionNoneTakesNoTime()
+{
+    CCNStatusItem *item = m_app->statusItem();
+    item->setPresentationTransition(StatusItemWindowConfiguration::None);
+    QCOMPARE(item->windowConfiguration().animationDuration, 0.0);
+    item->windowController()->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+    QVERIFY(item->isStatusItemWindowVisible()); // at once, without a turn of the event loop
+    item->dismissStatusItemWindow();
+    QVERIFY(!item->isStatusItemWindowVisible());
+    item->setPresentationTransition(StatusItemWindowConfiguration::SlideAndFade);
+    QCOMPARE(item->windowConfiguration().animationDuration, 0.21);
+}
+
+void OptionsTest::hidingTheIconAndTheWayBack()
+{
+    PopMenuContentViewController *p = panel();
+    p->hideMenuBarIcon();
+    QMessageBox *alert = p->hideIconAlert();
+    QVERIFY(alert && alert->isVisible());
+    alert->buttons().at(1)->click(); // Cancel changes nothing
+    QVERIFY(!m_app->statusItem()->isRemoved());
+    QVERIFY(!Utils::shouldHideStatusBarItem());
+    p->hideMenuBarIcon();
+    QTRY_VERIFY(p->hideIconAlert());
+    p->hideIconAlert()->buttons().at(0)->click();
+    QVERIFY(m_app->statusItem()->isRemoved());
+    QVERIFY(Utils::shouldHideStatusBarItem());
+    // A second start brings it back and opens the panel.
+    m_app->applicationShouldHandleReopen();
+    QVERIFY(!Utils::shouldHideStatusBarItem());
+    QVERIFY(!m_app->statusItem()->isRemoved());
+    QCOMPARE(m_app->statusItem()->windowConfiguration().presentationTransition(), int(StatusItemWindowConfiguration::SlideAndFade));
+    QTRY_VERIFY(m_app->statusItem()->isStatusItemWindowVisible());
+}
+
+void OptionsTest::slideNavigation()
+{
+    QDIntroSlides slides;
+    slides.sliderView->transitionAnimationDuration = 0;
+    QCOMPARE(slides.sliderView->slides().size(), 4);
+    slides.showPrevSlide(); // the first: nothing
+    QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 0);
+    QVERIFY(!slides.prevBtn->isEnabled());
+    for (int i = 0; i < 5; ++i)
+        slides.showNextSlide();
+    QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 3); // the last: no further
+    QCOMPARE(slides.sliderView->dotsControl()->indexOfHighlightedDot(), 3);
+    QCOMPARE(slides.nextBtn->text(), Texts::localized("Done"));
+    slides.sliderView->dotsControl()->dot(1)->click();
+    QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 1);
+    QCOMPARE(slides.sliderView->transitionStyle, MIHSliderView::PushFromLeft);
+    slides.sliderView->dotViewSelected(2);
+    QCOMPARE(slides.sliderView->transitionStyle, MIHSliderView::PushFromRight);
+    slides.dontShowAgainCheck->setChecked(false);
+    slides.dontShowAgainCheck->setChecked(true);
+    QVERIFY(Utils::dontshowIntroSlides());
+}
+
+void OptionsTest::slideTimerAndSwipesWrap()
+{
+    QDIntroSlides slides;
+    MIHSliderView *v = slides.sliderView;
+    v->transitionAnimationDuration = 0;
+    QCOMPARE(v->scheduledTransitionInterval(), 8.0);
+    QVERIFY(v->transitionTimer()->isActive());
+    QCOMPARE(v->transitionTimer()->interval(), 8000);
+    v->displaySlideAtIndex(3);
+    v->handleTimerTick();
+    QCOMPARE(v->indexOfDisplayedSlide(), 0); // wraps
+    v->repeatingScheduledTransition = false;
+    v->displaySlideAtIndex(3);
+    v->handleTimerTick();
+    QCOMPARE(v->indexOfDisplayedSlide(), 3);
+    v->repeatingScheduledTransition = true;
+
+    auto swipeBy = [v](int dx) {
+        swipe(v, Qt::ScrollBegin, 0);
+        swipe(v, Qt::ScrollUpdate, dx);
+        swipe(v, Qt::ScrollEnd, 0);
+    };
+    v->displaySlideAtIndex(0);
+    swipeBy(50); // exactly the threshold: nothing
+    QCOMPARE(v->indexOfDisplayedSlide(), 0);
+    swipeBy(60); // back from the first wraps to the last
+    QCOMPARE(v->indexOfDisplayedSlide(), 3);
+    QCOMPARE(v->transitionStyle, MIHSliderView::PushFromLeft);
+    swipeBy(-60);
+    QCOMPARE(v->indexOfDisplayedSlide(), 0);
+    QCOMPARE(v->transitionStyle, MIHSliderView::PushFromRight);
+    // A plain mouse wheel is no swipe.
+    QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), QPoint(), QPoint(-400, 0), Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(v, &wheel);
+    QCOMPARE(v->indexOfDisplayedSlide(), 0);
+}
+
+void OptionsTest::slidesWithOneSlide()
+{
+    MIHSliderView v;
+    v.resize(300, 200);
+    v.transitionAnimationDuration = 0;
+    v.handleTimerTick(); // no slides: nothing
+    auto *only = new QWidget;
+    v.addSlide(only);
+    QCOMPARE(v.displayedSlide(), only);
+    v.handleTimerTick();
+    QCOMPARE(v.displayedSlide(), only);
+    QCOMPARE(v.dotsControl()->dotsCount(), 1);
+    v.setScheduledTransition(false);
+    QVERIFY(!v.transitionTimer()->isActive());
+}
+
+void OptionsTest::dotsRow()
+{
+    QCOMPARE(MIHSliderDotsControl::rowX(4, 560), (560 - (4 * 22.0 + 15)) / 2 + 11);
+    MIHSliderView v;
+    for (int i = 0; i < 3; ++i)
+        v.addSlide(new QWidget);
+    QCOMPARE(v.dotsControl()->dot(2)->geometry(), QRect(44, 0, 15, 15));
+    QVERIFY(v.dotsControl()->dot(0)->isChecked());
+    v.removeSlide(v.slides().at(2));
+    QCOMPARE(v.dotsControl()->dotsCount(), 2);
+}
+
+void OptionsTest::introShowsOnFirstStartOnly()
+{
+    m_app.reset();
+    SettingsStore::shared().resetAll();
+    SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true);
+    AppDelegate first(m_fakes->services());
+    first.applicationDidFinishLaunching();
+    QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
+    SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
+    AppDelegate second(m_fakes->services());
+    second.applicationDidFinishLaunching();
+    QVERIFY(!second.introSlidesWC);
+}
+
+QTEST_MAIN(OptionsTest)
+#include "tst_options.moc"
