@@ -15,6 +15,8 @@ PACKAGES=(
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
   xvfb xauth dbus dbus-x11 x11-utils xdotool procps util-linux
+  # a tray host for the tray tests and pictures
+  trayer
   # tests: encrypted PDFs are made with qpdf
   qpdf
   # benchmarks in bench/ and their peer tools

@@ -7,10 +7,12 @@ BIN=${1:-build/src/app/quaydrop}
 shift || true
 
 xvfb_pid=
+tray_pid=
 app_pid=
 cleanup() {
   [ -n "$app_pid" ] && kill -TERM "$app_pid" 2>/dev/null || true
   [ -n "$app_pid" ] && wait "$app_pid" 2>/dev/null || true
+  [ -n "$tray_pid" ] && kill "$tray_pid" 2>/dev/null || true
   [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null || true
 }
 trap cleanup EXIT
@@ -38,7 +40,15 @@ if [ -z "${DISPLAY:-}" ] && [ -z "${WAYLAND_DISPLAY:-}" ]; then
   export DISPLAY=":$number"
   # Nothing on a private X server has a session bus; do not let anything auto-start one.
   export DBUS_SESSION_BUS_ADDRESS=${DBUS_SESSION_BUS_ADDRESS:-disabled:}
-  echo "quaydrop: no display found; started Xvfb on $DISPLAY"
+  # A desktop has a tray; so does this display, when a small tray host is at hand.
+  tray_note=
+  if command -v trayer >/dev/null; then
+    trayer --edge top --align right --widthtype pixel --width 120 --heighttype pixel --height 26 \
+      --SetDockType false --SetPartialStrut false --expand false >/dev/null 2>&1 &
+    tray_pid=$!
+    tray_note=" with a tray (trayer) at its top right"
+  fi
+  echo "quaydrop: no display found; started Xvfb on $DISPLAY$tray_note"
 fi
 
 "$BIN" "$@" &

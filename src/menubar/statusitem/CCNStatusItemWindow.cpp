@@ -9,6 +9,8 @@ CCNStatusItemWindow::CCNStatusItemWindow(const StatusItemWindowConfiguration &co
     : QWidget(parent), m_configuration(configuration)
 {
     setObjectName(QStringLiteral("CCNStatusItemWindow"));
+    // Named for window lists and tools, though the frameless panel shows no title.
+    setWindowTitle(QStringLiteral("Quaydrop options"));
     setAsNormalWindow(false);
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(0);
@@ -29,7 +31,7 @@ void CCNStatusItemWindow::setAsNormalWindow(bool normal)
     if (normal) {
         setWindowFlags(Qt::Window);
         setAttribute(Qt::WA_TranslucentBackground, false);
-        setWindowTitle(QStringLiteral("Quaydrop"));
+        setWindowTitle(QStringLiteral("Quaydrop options"));
     } else {
         // A tool window: no task-bar entry, no frame, above the others.
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
