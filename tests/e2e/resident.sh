@@ -33,6 +33,10 @@ grep -q "already running" "$second_log" || fail "second start did not say it fou
 wait_for "$log" "a second start was passed to this process" 5 || fail "first did not hear the second start"
 [ "$(pgrep -c -f "^$BIN\$" || true)" -le 1 ] || fail "a second process stayed"
 pass "a second start reaches the first and leaves"
+# No tray to click: the second start is the way to the options, as a window of its own.
+for _ in $(seq 50); do xdotool search --onlyvisible --name '^Quaydrop options$' >/dev/null 2>&1 && break; sleep 0.1; done
+xdotool search --onlyvisible --name '^Quaydrop options$' >/dev/null 2>&1 || fail "the options did not open as a window"
+pass "without a tray a second start opens the options"
 
 mkdir -p "$temp/promised-drop" && echo data >"$temp/promised-drop/file.png" && touch "$temp/.hidden"
 kill -TERM "$pid"
@@ -41,4 +45,4 @@ wait "$pid" && status=0 || status=$?
 [ "$status" = 0 ] || fail "exit status $status after SIGTERM"
 [ -z "$(ls -A "$temp")" ] || fail "temp folder not emptied at stop: $(ls -A "$temp")"
 pass "SIGTERM stops it cleanly and empties the temp folder"
-echo "4 passed, 0 failed"
+echo "5 passed, 0 failed"

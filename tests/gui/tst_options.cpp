@@ -330,6 +330,11 @@ void OptionsTest::statusWindowComesAndGoes()
     });
     QCOMPARE(names, QStringList({"CCNStatusItemWindowWillDismissNotification", "CCNStatusItemWindowDidDismissNotification"}));
     QVERIFY(!c->window()->isVisible());
+    // Escape puts it away.
+    c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+    QTRY_VERIFY(c->windowIsOpen());
+    QTest::keyClick(c->window(), Qt::Key_Escape);
+    QTRY_VERIFY(!c->windowIsOpen());
     // Losing the focus puts it away.
     c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
     QTRY_VERIFY(c->windowIsOpen());

@@ -1,6 +1,8 @@
 #include "CCNStatusItemWindow.h"
 
+#include <QCloseEvent>
 #include <QEvent>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QPainterPath>
 #include <QVBoxLayout>
@@ -90,6 +92,22 @@ bool CCNStatusItemWindow::event(QEvent *event)
     if (event->type() == QEvent::WindowDeactivate && !m_normal)
         Q_EMIT lostFocus();
     return QWidget::event(event);
+}
+
+void CCNStatusItemWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() == Qt::Key_Escape) {
+        Q_EMIT escapePressed();
+        return;
+    }
+    QWidget::keyPressEvent(event);
+}
+
+void CCNStatusItemWindow::closeEvent(QCloseEvent *event)
+{
+    if (m_normal && event->spontaneous())
+        Q_EMIT closedByUser();
+    QWidget::closeEvent(event);
 }
 
 void CCNStatusItemWindow::paintEvent(QPaintEvent *)

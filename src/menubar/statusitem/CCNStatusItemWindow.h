@@ -30,10 +30,14 @@ public:
 
 Q_SIGNALS:
     void lostFocus();
+    void escapePressed();
+    void closedByUser(); // the normal window's close button
 
 protected:
     void paintEvent(QPaintEvent *) override;
     bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void relayout();

@@ -23,6 +23,20 @@ CCNStatusItemWindowController::CCNStatusItemWindowController(const StatusItemWin
         if (!m_configuration.pinned && m_open)
             dismissStatusItemWindow();
     });
+    // As a normal window it just goes, by its close button or Escape; as the panel it fades.
+    auto closedAsWindow = [this] {
+        post(NotificationName::StatusItemWindowWillDismiss);
+        m_window->hide();
+        m_open = false;
+        post(NotificationName::StatusItemWindowDidDismiss);
+    };
+    connect(m_window, &CCNStatusItemWindow::escapePressed, this, [this, closedAsWindow] {
+        if (m_window->isNormalWindow())
+            closedAsWindow();
+        else
+            dismissStatusItemWindow();
+    });
+    connect(m_window, &CCNStatusItemWindow::closedByUser, this, closedAsWindow);
 }
 
 CCNStatusItemWindowController::~CCNStatusItemWindowController()
