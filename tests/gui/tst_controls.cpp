@@ -4,6 +4,7 @@
 #include "widgets/DisableSubviews.h"
 #include "widgets/controls/HoverBtn.h"
 #include "widgets/controls/ITSwitch.h"
+#include "widgets/controls/MDBorderlessWindow.h"
 #include "widgets/controls/MXButton.h"
 #include "widgets/controls/OnlyIntegerValueFormatter.h"
 #include "widgets/controls/RMBorderlessButton.h"
@@ -35,6 +36,8 @@ private Q_SLOTS:
     void dimmedColours();
     void hoverButtonPictures();
     void disablingByFilter();
+    void flatButtonSizeHasItsPadding();
+    void borderlessWindowFades();
 };
 
 void ControlsTest::knobGeometry_data()
@@ -279,6 +282,29 @@ void ControlsTest::disablingByFilter()
     disableSubviews(&view, true);
     QVERIFY(!buttons[0]->isEnabled() && !field->isEnabled());
     QVERIFY(inner->isEnabled() && view.isEnabled()); // containers and the view itself stay
+}
+
+void ControlsTest::flatButtonSizeHasItsPadding()
+{
+    MXButton b(QStringLiteral("Options"));
+    QCOMPARE(b.cornerRadius(), 4.0);
+    QCOMPARE(b.padding(), QMargins(13, 2, 13, 2));
+    const QSize before = b.sizeHint();
+    b.setPadding(QMargins(30, 10, 30, 10));
+    QCOMPARE(b.sizeHint() - before, QSize(34, 16));
+}
+
+void ControlsTest::borderlessWindowFades()
+{
+    MDBorderlessWindow w;
+    QVERIFY(w.windowFlags() & Qt::FramelessWindowHint);
+    QVERIFY(w.windowFlags() & Qt::WindowStaysOnTopHint);
+    w.fadeIn();
+    QVERIFY(w.isVisible());
+    QTRY_COMPARE(w.windowOpacity(), 1.0);
+    w.fadeOut();
+    QVERIFY(w.isVisible()); // it fades first
+    QTRY_VERIFY(!w.isVisible());
 }
 
 QTEST_MAIN(ControlsTest)
