@@ -2,6 +2,7 @@
 
 #include "CliPaths.h"
 #include "CommandLine.h"
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "images/ImageTypeCode.h"
@@ -14,10 +15,8 @@
 #include "utils/Utils.h"
 
 #include <QEventLoop>
-#include <QFile>
 #include <QHash>
 
-#include <fcntl.h>
 
 namespace {
 
@@ -193,15 +192,14 @@ int runPdfToImagesCommand(const QStringList &args, QTextStream &out, QTextStream
     if (!paths)
         return 1;
     const QString source = paths->first();
-    QFile file;
-    const int fd = ::open(NativePath::toNative(source).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        err << "quaydrop: " << NativePath::forDisplay(source) << ": " << strerror(errno) << '\n';
+    const auto pdf = FsCalls::readWholeFile(source);
+    if (!pdf.ok()) {
+        err << "quaydrop: " << pdf.error().message << '\n';
         return 1;
     }
     PdfToImagesJob::Request request;
     request.sourcePath = source;
-    request.pdfData = file.readAll();
+    request.pdfData = pdf.value();
     request.password = o->values.value(QStringLiteral("--password")).toUtf8();
     request.destParentFolder = PathParts::parent(source);
     request.imgType = tags.value(o->positional.first());

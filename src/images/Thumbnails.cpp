@@ -2,6 +2,7 @@
 
 #include "Thumbnails.h"
 
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "images/pdf/PdfPages.h"
 
@@ -20,8 +21,6 @@
 
 #include <sys/stat.h>
 
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
@@ -110,10 +109,8 @@ QImage decodedThumbnail(const QString &path)
     }
     if (PdfFiles::isPdfName(path)) {
         PdfPages::quietReader();
-        QFile file;
-        const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
-        if (fd >= 0 && file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-            const QByteArray data = file.readAll();
+        if (const auto read = FsCalls::readWholeFile(path); read.ok()) {
+            const QByteArray &data = read.value();
             const auto doc = Poppler::Document::loadFromData(data);
             if (doc && !doc->isLocked() && doc->numPages() > 0) {
                 const auto page = doc->page(0);

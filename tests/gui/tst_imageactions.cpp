@@ -63,8 +63,9 @@ private:
     QPushButton *tagButton(QWidget *overlay, qint64 tag) const;
     void waitForNotification(int count);
 
-    // In the home folder: files of a temporary folder count as another application's.
-    QTemporaryDir m_dir{QDir::homePath() + QStringLiteral("/image-actions-XXXXXX")};
+    // In the real home (the test's own may lie below /tmp): files of a temporary folder count as
+    // another application's.
+    QTemporaryDir m_dir{Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/image-actions-XXXXXX")};
     std::unique_ptr<FakePlatform> m_fakes;
     std::unique_ptr<AppDelegate> m_app;
 };
@@ -297,7 +298,7 @@ void ImageActionsTest::imagesFromAnotherApplicationAskForAFolder()
     vc->doneBtn->click();
     QCOMPARE(ledgerTotal(), before + 200);
     QFileDialog *panel = nullptr;
-    QTRY_VERIFY((panel = m_app->window->findChild<QFileDialog *>(QStringLiteral("saveResultToPanel"))));
+    QTRY_VERIFY((panel = m_app->window->findChild<QFileDialog *>(QStringLiteral("chooseFolderPanel"))));
     QCOMPARE(panel->windowTitle(), QStringLiteral("Save result to…"));
     QVERIFY(m_app->isModalOverlayVisible()); // until a folder is chosen
     const QString chosen = m_dir.path() + QStringLiteral("/chosen");

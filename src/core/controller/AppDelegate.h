@@ -215,8 +215,8 @@ private:
     void revertTitleLater(ActionButton *sender, std::function<QString()> title);
     void logNotBuiltYet(const QString &action, const QString &owner);
     void moveFileCompletion(qint64 tag, bool copy, const QString &path);
-    // "Save result to...": a folder for results that cannot go beside their source.
-    void askForResultFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen);
+    // A folder from the user ("Save result to...", "Move files to..."): `chosen` runs only on OK.
+    void chooseFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen);
     // The busy view while the job runs, `finish` when it is done, then the panel again.
     void runImageJob(ImageBatchJob *job, const char *busyKey, std::function<void(ImageBatchJob *)> finish);
     void finishWrittenFiles(ImageBatchJob *job, const char *doneTitleKey);

@@ -13,8 +13,6 @@
 #include "images/jobs/ResizeJob.h"
 #include "utils/Utils.h"
 
-#include <QFileDialog>
-#include <QFileInfo>
 
 namespace {
 constexpr quint64 kResizeCredit = 150;
@@ -26,30 +24,6 @@ QImage AppDelegate::thumbnailForFilePath(const QString &path) const { return Thu
 void AppDelegate::quickResizeBtnAction(ActionButton *) { showOverlayPanel(imgResizeVC); }
 
 void AppDelegate::convertImgAction(ActionButton *) { showOverlayPanel(imgConvrtVC); }
-
-void AppDelegate::askForResultFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen)
-{
-    QString start = Utils::getOpenPanelURL();
-    if (start.isEmpty() || !QFileInfo(start).isDir())
-        start = Utils::getDesktopFolderPath();
-    auto *panel = new QFileDialog(asSheet ? window : nullptr, title, start);
-    panel->setObjectName(QStringLiteral("saveResultToPanel"));
-    panel->setFileMode(QFileDialog::Directory);
-    panel->setOption(QFileDialog::ShowDirsOnly);
-    panel->setAcceptMode(QFileDialog::AcceptOpen);
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    if (asSheet)
-        panel->setWindowModality(Qt::WindowModal);
-    alertOrSaveOrOpenPanelIsShown = true;
-    connect(panel, &QFileDialog::finished, this, [this, panel, chosen = std::move(chosen)](int result) {
-        alertOrSaveOrOpenPanelIsShown = false;
-        if (result != QDialog::Accepted || panel->selectedFiles().isEmpty())
-            return; // the overlay stays for another try
-        Utils::overWriteOpenPanelLastSaveURL(panel->selectedFiles().first());
-        chosen(panel->selectedFiles().first());
-    });
-    panel->open();
-}
 
 void AppDelegate::runImageJob(ImageBatchJob *job, const char *busyKey, std::function<void(ImageBatchJob *)> finish)
 {
@@ -125,7 +99,7 @@ void AppDelegate::imgResizeCompletion(qint64 tag, const QString &width, const QS
         return;
     }
     // A temporary file, or one of the Library: the result needs a home the user picks.
-    askForResultFolder(Texts::localized("Save result to..."), true, [=, this](const QString &folder) {
+    chooseFolder(Texts::localized("Save result to..."), true, [=, this](const QString &folder) {
         closeVisibleModalOverlay();
         doResizeImgs(paths, multi, width, height, folder);
     });
@@ -151,7 +125,7 @@ void AppDelegate::imgConvrtCompletion(qint64 tag, float factor, qint64 merge)
             return;
         }
         const bool multi = multiFilesActionPanelShown;
-        askForResultFolder(Texts::localized("Save result to..."), true, [=, this](const QString &folder) {
+        chooseFolder(Texts::localized("Save result to..."), true, [=, this](const QString &folder) {
             closeVisibleModalOverlay();
             doConvertImgs(images, multi, merge != 0, folder, first, factor, tag);
         });

@@ -9,8 +9,6 @@
 #include "utils/Utils.h"
 
 #include <QCheckBox>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QListWidget>
 #include <QPushButton>
 
@@ -64,23 +62,9 @@ void AppDelegate::moveFileCompletion(qint64 tag, bool copy, const QString &path)
 
 void AppDelegate::moveFilesViaOpenPanel(const QStringList &paths)
 {
+    // On cancel nothing happens: the do-not-close state stays until the next notice clears it.
     Utils::postShouldNotCloseWindowYetNotif(true);
-    QString start = Utils::getOpenPanelURL();
-    if (start.isEmpty() || !QFileInfo(start).isDir())
-        start = Utils::getDesktopFolderPath();
-    auto *panel = new QFileDialog(window, Texts::localized("Move files to..."), start);
-    panel->setFileMode(QFileDialog::Directory);
-    panel->setOption(QFileDialog::ShowDirsOnly);
-    panel->setAcceptMode(QFileDialog::AcceptOpen);
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    alertOrSaveOrOpenPanelIsShown = true;
-    connect(panel, &QFileDialog::finished, this, [this, panel, paths](int result) {
-        alertOrSaveOrOpenPanelIsShown = false;
-        // On cancel nothing happens: the do-not-close state stays until the next notice clears it.
-        if (result != QDialog::Accepted || panel->selectedFiles().isEmpty())
-            return;
-        const QString chosen = panel->selectedFiles().first();
-        Utils::overWriteOpenPanelLastSaveURL(chosen);
+    chooseFolder(Texts::localized("Move files to..."), true, [paths](const QString &chosen) {
         const bool sameVolume = Utils::checkIfMoveToSameVolume(paths.value(0), chosen);
         Utils::updateRecentDestnsPlistWithPath(chosen);
         Utils::postShouldNotCloseWindowYetNotif(false);
@@ -90,7 +74,6 @@ void AppDelegate::moveFilesViaOpenPanel(const QStringList &paths)
                                                   {QStringLiteral("openPanelURLpath"), chosen},
                                                   {QStringLiteral("checkIfMoveToSameVolume"), sameVolume}});
     });
-    panel->open();
 }
 
 void AppDelegate::NSOpenPanelHasJustClosed(const QVariantMap &userInfo)

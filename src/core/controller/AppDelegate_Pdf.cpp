@@ -1,8 +1,10 @@
 #include "AppDelegate.h"
 
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/overlays/LockedPDFEnterPass.h"
+#include "fileops/FreeName.h"
 #include "core/overlays/PdfToImgVC.h"
 #include "core/texts/Texts.h"
 #include "core/window/DropWindow.h"
@@ -12,28 +14,13 @@
 #include "utils/Utils.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QPointer>
 #include <QThreadPool>
 
-#include <fcntl.h>
 
 namespace {
 
 constexpr quint64 kSaveAsPdfCredit = 40;
-
-Result<QByteArray> readPdf(const QString &path)
-{
-    QFile file;
-    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        const int err = errno;
-        if (fd >= 0)
-            ::close(fd);
-        return Error{QStringLiteral("PDF"), err, QString::fromLocal8Bit(strerror(err))};
-    }
-    return file.readAll();
-}
 
 } // namespace
 
@@ -47,11 +34,11 @@ void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
     }
     const QString path = filePathsArr.value(0);
     const QString shown = NativePath::forDisplay(PathParts::lastComponent(path));
-    const auto data = readPdf(path);
+    const auto data = FsCalls::readWholeFile(path);
     const PdfPages::LockState state = data.ok() ? PdfPages::inspect(data.value()) : PdfPages::LockState{};
     if (!data.ok() || !state.readable) {
         // The overlay stays: nothing was started.
-        const QString why = data.ok() ? state.problem : data.error().message;
+        const QString why = data.ok() ? state.problem : data.error().info.value(QStringLiteral("reason")).toString();
         qWarning("%s: %s", qPrintable(shown), qPrintable(why));
         Utils::showBasicAlertwithTitle(Texts::localized("pdfUnreadableTitle"), QStringLiteral("%1: %2").arg(shown, why));
         return;
@@ -105,7 +92,7 @@ void AppDelegate::convertPDF2Img(const QString &path, qint64 imgType, bool libFi
         });
     };
     if (libFile || fromOtherApp)
-        askForResultFolder(Texts::localized("Save result to..."), true, start);
+        chooseFolder(Texts::localized("Save result to..."), true, start);
     else
         start(PathParts::parent(path));
 }
@@ -125,10 +112,12 @@ void AppDelegate::SaveAsPDF(ActionButton *)
     auto write = [this, source](const QString &folder, const QString &fileName) {
         // An existing PDF of that name is the user's: the new one takes a free name beside it.
         const auto parts = PathParts::splitExtension(fileName);
-        const QString dest = folder + QChar('/') + Utils::nameForNewFileOrFolder(folder, parts.name, parts.extension);
         QPointer<AppDelegate> self(this);
-        QThreadPool::globalInstance()->start([self, source, dest] {
-            const Status s = TextToPdf::saveAsPDF(source, dest);
+        QThreadPool::globalInstance()->start([self, source, folder, parts] {
+            const auto written = FreeName::write(folder, parts.name, parts.extension,
+                                                 [&source](const QString &path) { return TextToPdf::saveAsPDF(source, path); });
+            const Status s = written.ok() ? success() : Status(written.error());
+            const QString dest = written.ok() ? written.value() : QString();
             QMetaObject::invokeMethod(QCoreApplication::instance(), [self, s, dest] {
                 if (!self)
                     return;
@@ -147,7 +136,7 @@ void AppDelegate::SaveAsPDF(ActionButton *)
         });
     };
     if (libraryFolderFile) {
-        askForResultFolder(QString(), false, [write, wanted](const QString &folder) {
+        chooseFolder(QString(), false, [write, wanted](const QString &folder) {
             write(folder, PathParts::lastComponent(wanted));
         });
         return;

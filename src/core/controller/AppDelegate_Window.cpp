@@ -19,6 +19,8 @@
 #include "widgets/DisableSubviews.h"
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLoggingCategory>
 #include <QLabel>
 #include <QSaveFile>
@@ -236,4 +238,28 @@ void AppDelegate::activatePrevFrontMostApp()
         return;
     if (m_platform.windowSystem)
         m_platform.windowSystem->restoreRememberedFocus();
+}
+
+void AppDelegate::chooseFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen)
+{
+    QString start = Utils::getOpenPanelURL();
+    if (start.isEmpty() || !QFileInfo(start).isDir())
+        start = Utils::getDesktopFolderPath();
+    auto *panel = new QFileDialog(asSheet ? window : nullptr, title, start);
+    panel->setObjectName(QStringLiteral("chooseFolderPanel"));
+    panel->setFileMode(QFileDialog::Directory);
+    panel->setOption(QFileDialog::ShowDirsOnly);
+    panel->setAcceptMode(QFileDialog::AcceptOpen);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    if (asSheet)
+        panel->setWindowModality(Qt::WindowModal);
+    alertOrSaveOrOpenPanelIsShown = true;
+    connect(panel, &QFileDialog::finished, this, [this, panel, chosen = std::move(chosen)](int result) {
+        alertOrSaveOrOpenPanelIsShown = false;
+        if (result != QDialog::Accepted || panel->selectedFiles().isEmpty())
+            return; // the overlay stays for another try
+        Utils::overWriteOpenPanelLastSaveURL(panel->selectedFiles().first());
+        chosen(panel->selectedFiles().first());
+    });
+    panel->open();
 }

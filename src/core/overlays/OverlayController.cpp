@@ -4,7 +4,6 @@
 
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QAbstractButton>
 #include <QLabel>
 #include <QPainter>
 #include <QPushButton>
@@ -33,13 +32,13 @@ OverlayController::OverlayController(const char *titleKey, QWidget *parent)
 
 QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bool primary)
 {
-    auto *b = new QPushButton(Texts::localized(textKey), this);
+    auto *b = new QPushButton(this);
     b->setProperty("tag", tag);
     b->setDefault(primary);
     b->setAutoDefault(primary);
     connect(b, &QPushButton::clicked, this, [this, tag] { fire(tag); });
     m_buttons->addWidget(b);
-    m_buttonKeys.append({b, QByteArray(textKey)});
+    m_texts.add(b, textKey);
     return b;
 }
 
@@ -50,23 +49,12 @@ QLabel *OverlayController::addLabel(const char *textKey)
     return label;
 }
 
-void OverlayController::translateLater(QWidget *labelOrButton, const char *textKey)
-{
-    m_textKeys.append({labelOrButton, QByteArray(textKey)});
-    retranslate();
-}
+void OverlayController::translateLater(QWidget *labelOrButton, const char *textKey) { m_texts.add(labelOrButton, textKey); }
 
 void OverlayController::retranslate()
 {
     m_title->setText(Texts::localized(m_titleKey.constData()));
-    for (const auto &[button, key] : m_buttonKeys)
-        button->setText(Texts::localized(key.constData()));
-    for (const auto &[widget, key] : m_textKeys) {
-        if (auto *label = qobject_cast<QLabel *>(widget))
-            label->setText(Texts::localized(key.constData()));
-        else if (auto *button = qobject_cast<QAbstractButton *>(widget))
-            button->setText(Texts::localized(key.constData()));
-    }
+    m_texts.retranslate();
 }
 
 void OverlayController::changeEvent(QEvent *event)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "widgets/TranslatedTexts.h"
+
 #include <QWidget>
 
 class QBoxLayout;
@@ -38,6 +40,5 @@ private:
     QLabel *m_title;
     QBoxLayout *m_body;
     QBoxLayout *m_buttons;
-    QList<QPair<QPushButton *, QByteArray>> m_buttonKeys;
-    QList<QPair<QWidget *, QByteArray>> m_textKeys;
+    TranslatedTexts m_texts;
 };

@@ -4,6 +4,7 @@
 
 #include "core/fs/AtomicFile.h"
 #include "core/fs/PathParts.h"
+#include "fileops/FreeName.h"
 #include "images/ImageEncoder.h"
 #include "images/ImageTypeCode.h"
 #include "images/PngRecompress.h"
@@ -15,7 +16,6 @@
 
 namespace {
 constexpr quint64 kSecondsPerImage = 30;
-constexpr int kNameAttempts = 4; // another program may take a free name before we do
 } // namespace
 
 std::optional<quint64> ConvertJob::imageTypeForTag(qint64 tag)
@@ -74,16 +74,9 @@ Result<QString> ConvertJob::convertImg2Type(quint64 code, float factor, const QS
             return VipsSupport::error(origImgPath, encoded.error().message);
         data = encoded.value();
     }
-    const QString extension = Utils::getImageExtensionString(code);
-    for (int attempt = 1;; ++attempt) {
-        const QString output =
-            destParFolder + QChar('/') + Utils::nameForNewFileOrFolder(destParFolder, parts.name, extension);
-        const Status written = AtomicFile::writeFile(output, data, AtomicFile::Mode::KeepExisting);
-        if (written.ok())
-            return output;
-        if (written.error().code != EEXIST || attempt == kNameAttempts)
-            return written.error();
-    }
+    return FreeName::write(destParFolder, parts.name, Utils::getImageExtensionString(code), [&data](const QString &path) {
+        return AtomicFile::writeFile(path, data, AtomicFile::Mode::KeepExisting);
+    });
 }
 
 void ConvertJob::run()
@@ -120,20 +113,28 @@ void ConvertJob::runToPdf(const QStringList &sources)
         // Named after the first dropped image, free beside it, written into the chosen folder.
         const QString first = sources.first();
         const QString base = PathParts::splitExtension(PathParts::lastComponent(first)).name;
-        QString name = Utils::nameForNewFileOrFolder(PathParts::parent(first), base, QStringLiteral("pdf"));
-        auto made = ImagesToPdf::doExportAsPDFarr(sources, r.folder + QChar('/') + name);
-        if (!made.ok() && made.error().code == EEXIST) {
-            // Free beside the source but taken in the chosen folder.
-            name = Utils::nameForNewFileOrFolder(r.folder, base, QStringLiteral("pdf"));
-            made = ImagesToPdf::doExportAsPDFarr(sources, r.folder + QChar('/') + name);
-        }
-        if (made.ok()) {
-            for (const Error &e : made.value().skipped)
-                reportFailure(e);
-            reportWritten(r.folder + QChar('/') + name);
-        } else {
-            reportFailure(made.error());
-        }
+        const QString name = Utils::nameForNewFileOrFolder(PathParts::parent(first), base, QStringLiteral("pdf"));
+        QList<Error> skipped;
+        auto exportTo = [&](const QString &path) -> Status {
+            const auto made = ImagesToPdf::doExportAsPDFarr(sources, path);
+            if (!made.ok())
+                return made.error();
+            skipped = made.value().skipped;
+            return success();
+        };
+        const QString beside = r.folder + QChar('/') + name;
+        const Status tried = exportTo(beside);
+        // A name free beside the source may be taken in the chosen folder: then one free there.
+        const Result<QString> written = tried.ok() ? Result<QString>(beside)
+                                        : tried.error().code == EEXIST
+                                            ? FreeName::write(r.folder, base, QStringLiteral("pdf"), exportTo)
+                                            : Result<QString>(tried.error());
+        for (const Error &e : std::as_const(skipped))
+            reportFailure(e);
+        if (written.ok())
+            reportWritten(written.value());
+        else
+            reportFailure(written.error());
         reportProgress(1, 1, {});
         return;
     }

@@ -5,6 +5,7 @@
 #include "core/fs/AtomicFile.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
+#include "fileops/FreeName.h"
 #include "images/ImageEncoder.h"
 #include "images/pdf/PdfPages.h"
 #include "utils/Utils.h"
@@ -209,12 +210,12 @@ void PdfToImagesJob::run()
 
         reportProgress(index, pages, PdfPages::pageBaseName(index));
         if (encoded.ok()) {
-            const QString output = m_folder + QChar('/') +
-                                   Utils::nameForNewFileOrFolder(m_folder, PdfPages::pageBaseName(index), extension);
-            const Status written = AtomicFile::writeFile(output, encoded.value(), AtomicFile::Mode::KeepExisting);
+            const auto written = FreeName::write(m_folder, PdfPages::pageBaseName(index), extension, [&](const QString &path) {
+                return AtomicFile::writeFile(path, encoded.value(), AtomicFile::Mode::KeepExisting);
+            });
             creditSeconds(kSecondsPerPage);
             if (written.ok())
-                reportWritten(output);
+                reportWritten(written.value());
             else
                 reportFailure(written.error());
         } else {

@@ -5,35 +5,18 @@
 #include "JpegInfo.h"
 #include "PdfWriter.h"
 #include "core/fs/AtomicFile.h"
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
+#include "fileops/FreeName.h"
 #include "images/BitmapImageRep.h"
 #include "images/ImageTypeCode.h"
 #include "utils/Utils.h"
 
-#include <QFile>
-
-#include <fcntl.h>
 
 #include <algorithm>
 
 namespace {
-
-Result<QByteArray> readFile(const QString &path)
-{
-    QFile file;
-    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        const int err = errno;
-        if (fd >= 0)
-            ::close(fd);
-        return VipsSupport::error(path, QString::fromLocal8Bit(strerror(err)));
-    }
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError)
-        return VipsSupport::error(path, file.errorString());
-    return bytes;
-}
 
 QSizeF pointSize(int width, int height, double dpiX, double dpiY)
 {
@@ -42,9 +25,9 @@ QSizeF pointSize(int width, int height, double dpiX, double dpiY)
 
 Status addPage(PdfWriter &pdf, const QString &path)
 {
-    auto bytes = readFile(path);
+    auto bytes = FsCalls::readWholeFile(path);
     if (!bytes.ok())
-        return bytes.error();
+        return VipsSupport::error(path, bytes.error().info.value(QStringLiteral("reason")).toString());
     // A JPEG goes in as it is: no decoding, no loss, and the file's own size.
     if (const auto jpeg = JpegInfo::parse(bytes.value())) {
         auto header = VipsSupport::loadFromData(bytes.value());
@@ -156,13 +139,8 @@ Result<QString> ImagesToPdf::convertSingleImgToPDF(const QString &imagePath, con
     if (!PageImageTypes::isPageImage(imagePath))
         return VipsSupport::error(imagePath, QStringLiteral("this type of file cannot become a page of a PDF"));
     const QString name = PathParts::splitExtension(PathParts::lastComponent(imagePath)).name;
-    for (int attempt = 0;; ++attempt) {
-        const QString dest = folder + QChar('/') + Utils::nameForNewFileOrFolder(folder, name, QStringLiteral("pdf"));
-        auto made = doExportAsPDFarr({imagePath}, dest, UnreadableImages::Fail);
-        if (made.ok())
-            return dest;
-        // Someone took the free name meanwhile: look for the next one.
-        if (made.error().code != EEXIST || attempt >= 3)
-            return made.error();
-    }
+    return FreeName::write(folder, name, QStringLiteral("pdf"), [&imagePath](const QString &path) -> Status {
+        const auto made = doExportAsPDFarr({imagePath}, path, UnreadableImages::Fail);
+        return made.ok() ? success() : Status(made.error());
+    });
 }

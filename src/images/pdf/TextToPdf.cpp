@@ -1,12 +1,12 @@
 #include "TextToPdf.h"
 
 #include "core/fs/AtomicFile.h"
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "utils/Utils.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QLocale>
 #include <QMimeDatabase>
 #include <QPageLayout>
@@ -15,7 +15,6 @@
 #include <QStringDecoder>
 #include <QTextDocument>
 
-#include <fcntl.h>
 
 namespace {
 
@@ -47,17 +46,10 @@ QPageSize defaultPaper()
 
 Status TextToPdf::saveAsPDF(const QString &sourcePath, const QString &destPath)
 {
-    QFile file;
-    const int fd = ::open(NativePath::toNative(sourcePath).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        const int err = errno;
-        if (fd >= 0)
-            ::close(fd);
-        return failure(sourcePath, QString::fromLocal8Bit(strerror(err)));
-    }
-    if (file.size() > kMaxTextBytes)
-        return failure(sourcePath, QStringLiteral("too large to lay out as pages"));
-    const QByteArray bytes = file.readAll();
+    const auto read = FsCalls::readWholeFile(sourcePath, kMaxTextBytes);
+    if (!read.ok())
+        return Error{QStringLiteral("PDF"), 1, read.error().message};
+    const QByteArray &bytes = read.value();
 
     QTextDocument document;
     const QMimeType type = QMimeDatabase().mimeTypeForFileNameAndData(PathParts::lastComponent(sourcePath), bytes);

@@ -1,9 +1,9 @@
 #include "VipsSupport.h"
 
+#include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "images/BitmapImageRep.h"
 
-#include <QFile>
 
 #include <cerrno>
 #include <cstring>
@@ -65,22 +65,6 @@ Result<VImage> checked(const QString &path, VImage image)
     return image;
 }
 
-Result<QByteArray> readWhole(const QString &path)
-{
-    const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0)
-        return error(path, QString::fromLocal8Bit(strerror(errno)));
-    QFile file;
-    QByteArray bytes;
-    if (file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
-        bytes = file.readAll();
-    else
-        ::close(fd);
-    if (file.error() != QFileDevice::NoError)
-        return error(path, file.errorString());
-    return bytes;
-}
-
 } // namespace
 
 Result<VImage> load(const QString &path, Access access)
@@ -104,9 +88,9 @@ Result<VImage> load(const QString &path, Access access)
     g_object_unref(source);
     vips_error_clear();
     // Loaders that cannot stream (ImageMagick's types) take the file in memory.
-    auto bytes = readWhole(path);
+    auto bytes = FsCalls::readWholeFile(path);
     if (!bytes.ok())
-        return bytes.error();
+        return error(path, bytes.error().info.value(QStringLiteral("reason")).toString());
     if (bytes.value().isEmpty())
         return error(path, QStringLiteral("the file is empty"));
     auto opened = loadFromData(bytes.value(), access);

@@ -90,7 +90,7 @@ void PopMenuContentViewController::build()
     auto *outer = new QVBoxLayout(this);
     outer->setContentsMargins(16, 14, 16, 14);
     outer->setSpacing(8);
-    auto remember = [this](QWidget *w, const char *key) { m_texts.append({w, QByteArray(key)}); };
+    auto remember = [this](QWidget *w, const char *key) { m_texts.add(w, key); };
 
     // The program, its version, and the switch that turns it on and off.
     auto *head = new QGridLayout;
@@ -282,12 +282,7 @@ void PopMenuContentViewController::build()
 
 void PopMenuContentViewController::retranslate()
 {
-    for (const auto &[widget, key] : std::as_const(m_texts)) {
-        if (auto *label = qobject_cast<QLabel *>(widget))
-            label->setText(Texts::localized(key.constData()));
-        else if (auto *button = qobject_cast<QAbstractButton *>(widget))
-            button->setText(Texts::localized(key.constData()));
-    }
+    m_texts.retranslate();
     for (QMenu *menu : {optionsSubMenu, shareTimeSubMenu})
         for (QAction *a : menu->actions())
             if (!a->isSeparator())

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "menubar/ExclusionListWC.h"
+#include "widgets/TranslatedTexts.h"
 
 #include <QMessageBox>
 #include <QPointer>
@@ -93,7 +94,7 @@ private:
     QPointer<CCNStatusItem> m_statusItem;
     QPointer<ExclusionListWC> m_exclList;
     QPointer<QMessageBox> m_hideAlert;
-    QList<QPair<QWidget *, QByteArray>> m_texts;
+    TranslatedTexts m_texts;
     QLabel *m_summonTitle = nullptr;
     QLabel *m_timeTitle = nullptr;
     RMBorderlessButton *m_howCalculated = nullptr;
