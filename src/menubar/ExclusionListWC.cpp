@@ -1,6 +1,8 @@
 #include "ExclusionListWC.h"
 
 #include "core/texts/Texts.h"
+
+#include <QEvent>
 #include "utils/Utils.h"
 
 #include <QApplication>
@@ -49,9 +51,9 @@ ExclusionListWC::ExclusionListWC(DesktopEntries entries, QWidget *parent)
     : QWidget(parent, Qt::Window), m_entries(std::move(entries))
 {
     setObjectName(QStringLiteral("exclusionList"));
-    setWindowTitle(Texts::localized("exclListTitle"));
     auto *layout = new QVBoxLayout(this);
-    auto *intro = new QLabel(Texts::localized("exclListIntro"));
+    auto *intro = new QLabel;
+    m_texts.add(intro, "exclListIntro");
     intro->setWordWrap(true);
     layout->addWidget(intro);
 
@@ -63,20 +65,35 @@ ExclusionListWC::ExclusionListWC(DesktopEntries entries, QWidget *parent)
     layout->addWidget(exclTblView, 1);
 
     auto *buttons = new QHBoxLayout;
-    auto *add = new QPushButton(Texts::localized("exclAddApp"));
+    auto *add = new QPushButton;
+    m_texts.add(add, "exclAddApp");
     add->setObjectName(QStringLiteral("chooseApplicationBtn"));
     connect(add, &QPushButton::clicked, this, &ExclusionListWC::chooseApplication);
     hintBtn = new QToolButton;
     hintBtn->setObjectName(QStringLiteral("hintBtn"));
     hintBtn->setText(QStringLiteral("?"));
-    hintBtn->setToolTip(Texts::localized("exclHintBtnTxt"));
     connect(hintBtn, &QToolButton::clicked, this, &ExclusionListWC::showHint);
     buttons->addWidget(add);
     buttons->addStretch(1);
     buttons->addWidget(hintBtn);
     layout->addLayout(buttons);
     resize(380, 320);
-    updTblViewData();
+    retranslate();
+}
+
+void ExclusionListWC::retranslate()
+{
+    setWindowTitle(Texts::localized("exclListTitle"));
+    hintBtn->setToolTip(Texts::localized("exclHintBtnTxt"));
+    m_texts.retranslate();
+    updTblViewData(); // the rows' buttons carry texts too
+}
+
+void ExclusionListWC::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
 }
 
 void ExclusionListWC::updTblViewData()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/freedesktop/DesktopEntries.h"
+#include "widgets/TranslatedTexts.h"
 
 #include <QDialog>
 #include <QWidget>
@@ -31,8 +32,13 @@ public:
 
     static QIcon iconFor(const DesktopApplication *app);
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
+    void retranslate();
     void addChosen(const QStringList &ids);
+    TranslatedTexts m_texts;
     DesktopEntries m_entries;
     QDialog *m_picker = nullptr;
     QMessageBox *m_question = nullptr;

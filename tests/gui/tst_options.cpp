@@ -254,6 +254,8 @@ void OptionsTest::timeSavedAndTheShareThreshold()
 void OptionsTest::languageSwitchChangesVisibleTexts()
 {
     PopMenuContentViewController *p = panel();
+    p->showExclusionList();
+    const QString englishTitle = p->exclListWC()->windowTitle();
     QCOMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
     p->languagePop->setCurrentIndex(p->languagePop->findData(2));
     p->changeLanguage(2);
@@ -264,6 +266,8 @@ void OptionsTest::languageSwitchChangesVisibleTexts()
     QVERIFY(p->optionsSubMenu->actions().first()->text() != QStringLiteral("Exclusion List…"));
     // Other open windows too: the resize overlay's title and buttons.
     QTRY_COMPARE(m_app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
+    QTRY_VERIFY(p->exclListWC()->windowTitle() != englishTitle);
+    QCOMPARE(p->exclListWC()->windowTitle(), Texts::localized("exclListTitle"));
     // Kept for the next start.
     QCOMPARE(Texts::startupLanguage(), QStringLiteral("de"));
     p->changeLanguage(1);

@@ -20,7 +20,8 @@ MoveFileViewController::MoveFileViewController(QWidget *parent) : OverlayControl
     destTablView->setIconSize(QSize(18, 18));
     destTablView->setUniformItemSizes(true);
     body()->addWidget(destTablView, 1);
-    shouldCopyCheckB = new QCheckBox(Texts::localized("Copy"), this);
+    shouldCopyCheckB = new QCheckBox(this);
+    translateLater(shouldCopyCheckB, "Copy");
     shouldCopyCheckB->setObjectName(QStringLiteral("shouldCopyCheckB"));
     body()->addWidget(shouldCopyCheckB);
     goBackBtn = addTagButton("Back", kGoBackTag);

@@ -29,9 +29,21 @@ void DropView::setMDropViewTag(qint64 tag)
 {
     m_tag = tag;
     setObjectName(tag == kAliasTag ? QStringLiteral("createAliasDropView") : QStringLiteral("dropQuickMoveView"));
-    labelTextFld->setText(Texts::localized(tag == kAliasTag ? "aliasDropCaption" : "quickMoveDropCaption"));
-    setToolTip(Texts::localized(tag == kAliasTag ? "aliasDropHint" : "quickMoveDropHint"));
+    retranslate();
+}
+
+void DropView::retranslate()
+{
+    labelTextFld->setText(m_tag == kAliasTag ? Texts::localized("aliasDropCaption") : Texts::localized("quickMoveDropCaption"));
+    setToolTip(m_tag == kAliasTag ? Texts::localized("aliasDropHint") : Texts::localized("quickMoveDropHint"));
     update();
+}
+
+void DropView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
 }
 
 QString DropView::iconStem() const

@@ -30,9 +30,11 @@ protected:
     void dragLeaveEvent(QDragLeaveEvent *event) override;
     void dropEvent(QDropEvent *event) override;
     void paintEvent(QPaintEvent *) override;
+    void changeEvent(QEvent *event) override;
     void resizeEvent(QResizeEvent *) override;
 
 private:
+    void retranslate();
     QString iconStem() const;
     qint64 m_tag = kQuickMoveTag;
     bool m_hovered = false;

@@ -3,6 +3,7 @@
 #include "ProgressRow.h"
 #include "core/texts/Texts.h"
 
+#include <QEvent>
 #include <QScrollArea>
 #include <QVBoxLayout>
 
@@ -37,6 +38,13 @@ int ProgressPanel::numberOfRows() const
 ProgressRow *ProgressPanel::row(int index) const
 {
     return index >= 0 && index < m_rows.size() ? m_rows.at(index) : nullptr;
+}
+
+void ProgressPanel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        setWindowTitle(Texts::localized("Copying files"));
+    QWidget::changeEvent(event);
 }
 
 void ProgressPanel::jobsChanged(int runningJobs)

@@ -32,6 +32,9 @@ public:
     // Rows times the row height plus the margin.
     static int heightForRows(int rows) { return rows * kRowHeight + kExtraHeight; }
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void refreshMoveFilesProgressPanelSize();
 
