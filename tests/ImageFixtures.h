@@ -37,12 +37,7 @@ inline QByteArray encoded(const QImage &image, const char *format, double dpi = 
     if (qstrcmp(format, "tiff") == 0) {
         // Qt writes TIFF only with an extra plugin; the image library always can.
         auto v = VipsSupport::fromQImage(image);
-        VipsBlob *blob = VipsSupport::withResolution(v.value(), dpi, dpi).tiffsave_buffer();
-        size_t size = 0;
-        const void *data = vips_blob_get(blob, &size);
-        QByteArray out(static_cast<const char *>(data), qsizetype(size));
-        vips_area_unref(VIPS_AREA(blob));
-        return out;
+        return VipsSupport::takeBlob(VipsSupport::withResolution(v.value(), dpi, dpi).tiffsave_buffer());
     }
     QImage tagged = image;
     tagged.setDotsPerMeterX(Resolution::toDotsPerMeter(dpi));
@@ -129,12 +124,7 @@ inline QByteArray animatedGif(const QList<int> &delaysMs)
     std::vector<int> delays(delaysMs.begin(), delaysMs.end());
     strip.set("delay", delays);
     strip.set("loop", 0);
-    VipsBlob *blob = strip.gifsave_buffer();
-    size_t size = 0;
-    const void *data = vips_blob_get(blob, &size);
-    QByteArray gif(static_cast<const char *>(data), qsizetype(size));
-    vips_area_unref(VIPS_AREA(blob));
-    return gif;
+    return VipsSupport::takeBlob(strip.gifsave_buffer());
 }
 
 // A Photoshop file, a type that can be read but not written here.
@@ -142,12 +132,7 @@ inline QByteArray psd(const QImage &image)
 {
     VipsSupport::ensureStarted();
     auto v = VipsSupport::fromQImage(image);
-    VipsBlob *blob = v.value().magicksave_buffer(vips::VImage::option()->set("format", "psd"));
-    size_t size = 0;
-    const void *data = vips_blob_get(blob, &size);
-    QByteArray out(static_cast<const char *>(data), qsizetype(size));
-    vips_area_unref(VIPS_AREA(blob));
-    return out;
+    return VipsSupport::takeBlob(v.value().magicksave_buffer(vips::VImage::option()->set("format", "psd")));
 }
 
 } // namespace ImageFixtures

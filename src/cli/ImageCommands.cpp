@@ -54,6 +54,14 @@ std::optional<Options> parse(const QStringList &args, const QStringList &withVal
     return o;
 }
 
+// The type names of the commands, to the tags of the panels' buttons.
+const QHash<QString, qint64> &typeTags()
+{
+    static const QHash<QString, qint64> tags{{QStringLiteral("png"), 1}, {QStringLiteral("jpg"), 2},
+                                             {QStringLiteral("bmp"), 3}, {QStringLiteral("tiff"), 4}};
+    return tags;
+}
+
 std::optional<QStringList> existingFiles(const QStringList &arguments, QTextStream &err)
 {
     QStringList paths;
@@ -145,8 +153,7 @@ int runConvertCommand(const QStringList &args, QTextStream &out, QTextStream &er
     const char *usage = "usage: quaydrop convert png|jpg|bmp|tiff|jp2 [--compression PERCENT] [--dest DIR] FILE...\n"
                         "  PERCENT from 0 (best) to 100 (smallest), in steps of 5; jp2 is written as .jpeg\n";
     const auto o = parse(args, {QStringLiteral("--compression"), QStringLiteral("--dest")}, {}, err);
-    static const QHash<QString, qint64> tags{{QStringLiteral("png"), 1}, {QStringLiteral("jpg"), 2},
-                                             {QStringLiteral("bmp"), 3}, {QStringLiteral("tiff"), 4}};
+    const QHash<QString, qint64> &tags = typeTags();
     if (!o || o->positional.size() < 2 || (!tags.contains(o->positional.first()) && o->positional.first() != u"jp2")) {
         err << usage;
         return CommandLine::kUsageError;
@@ -182,8 +189,7 @@ int runPdfToImagesCommand(const QStringList &args, QTextStream &out, QTextStream
     const char *usage = "usage: quaydrop pdf2img png|jpg|bmp|tiff [--dpi N] [--password P] FILE.pdf\n"
                         "  N from 30 to 1000 (150 when left out); the pages go to a new folder beside the PDF\n";
     const auto o = parse(args, {QStringLiteral("--dpi"), QStringLiteral("--password")}, {}, err);
-    static const QHash<QString, qint64> tags{{QStringLiteral("png"), 1}, {QStringLiteral("jpg"), 2},
-                                             {QStringLiteral("bmp"), 3}, {QStringLiteral("tiff"), 4}};
+    const QHash<QString, qint64> &tags = typeTags();
     if (!o || o->positional.size() != 2 || !tags.contains(o->positional.first())) {
         err << usage;
         return CommandLine::kUsageError;

@@ -14,15 +14,6 @@ using vips::VImage;
 
 namespace {
 
-QByteArray takeBlob(VipsBlob *blob)
-{
-    size_t size = 0;
-    const void *data = vips_blob_get(blob, &size);
-    QByteArray bytes(static_cast<const char *>(data), qsizetype(size));
-    vips_area_unref(VIPS_AREA(blob));
-    return bytes;
-}
-
 VImage onWhite(const VImage &image)
 {
     if (!image.has_alpha())
@@ -65,22 +56,22 @@ Result<QByteArray> ImageEncoder::encode(const VImage &image, quint64 code, std::
         const VImage tagged = VipsSupport::withResolution(image, dpiX, dpiY);
         switch (code) {
         case ImageTypeCode::TIFF:
-            return takeBlob(tagged.tiffsave_buffer(
+            return VipsSupport::takeBlob(tagged.tiffsave_buffer(
                 VImage::option()->set("compression", VIPS_FOREIGN_TIFF_COMPRESSION_LZW)->set("resunit", VIPS_FOREIGN_TIFF_RESUNIT_INCH)));
         case ImageTypeCode::GIF:
-            return takeBlob(tagged.gifsave_buffer());
+            return VipsSupport::takeBlob(tagged.gifsave_buffer());
         case ImageTypeCode::JPEG:
-            return takeBlob(onWhite(tagged).jpegsave_buffer(
+            return VipsSupport::takeBlob(onWhite(tagged).jpegsave_buffer(
                 VImage::option()->set("Q", qualityOf(factor, kDefaultJpegQuality))->set("optimize_coding", true)));
         case ImageTypeCode::JPEG2000: {
             const bool lossless = !factor || *factor >= 1.0f;
             auto *options = VImage::option()->set("lossless", lossless);
             if (!lossless)
                 options->set("Q", qualityOf(factor, 48));
-            return takeBlob(tagged.jp2ksave_buffer(options));
+            return VipsSupport::takeBlob(tagged.jp2ksave_buffer(options));
         }
         default:
-            return takeBlob(tagged.pngsave_buffer());
+            return VipsSupport::takeBlob(tagged.pngsave_buffer());
         }
     });
 }

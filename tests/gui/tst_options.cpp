@@ -23,6 +23,7 @@
 #include <QKeySequenceEdit>
 #include <QLabel>
 #include <QMenu>
+#include <QSystemTrayIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -267,6 +268,7 @@ void OptionsTest::languageSwitchChangesVisibleTexts()
     // Other open windows too: the resize overlay's title and buttons.
     QTRY_COMPARE(m_app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
     QTRY_VERIFY(p->exclListWC()->windowTitle() != englishTitle);
+    QTRY_COMPARE(m_app->statusItem()->trayIcon()->contextMenu()->actions().at(2)->text(), QStringLiteral("Quaydrop beenden"));
     QCOMPARE(p->exclListWC()->windowTitle(), Texts::localized("exclListTitle"));
     // Kept for the next start.
     QCOMPARE(Texts::startupLanguage(), QStringLiteral("de"));

@@ -44,12 +44,6 @@ ConvertJob::Request requestFor(const QStringList &paths, const QString &folder, 
     return r;
 }
 
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 // The value of TIFF tag `tag` in the first directory of a little-endian TIFF, or -1.
 int tiffTag(const QByteArray &tiff, quint16 tag)
 {
@@ -186,7 +180,7 @@ void ConvertTest::pngToPngIsALosslessRewrite()
     for (float factor : {1.0f, 0.35f, 0.0f}) {
         const auto job = runConvert(requestFor({source}, tree.path(), 1, factor));
         QCOMPARE(job->written().size(), 1);
-        const QByteArray bytes = readAll(job->written().first());
+        const QByteArray bytes = TestTree::contents(job->written().first());
         // Whatever the slider says, the same bytes: level 9, every chunk of the source kept.
         if (first.isEmpty())
             first = bytes;
@@ -196,7 +190,7 @@ void ConvertTest::pngToPngIsALosslessRewrite()
     QCOMPARE(QImage::fromData(first).convertToFormat(QImage::Format_ARGB32), pic.convertToFormat(QImage::Format_ARGB32));
     QCOMPARE(first, PngRecompress::recompress(source, 1.0f).value());
     QVERIFY(Utils::changePngCompression(source, tree.path() + QStringLiteral("/direct.png"), 7.0f)); // clamped to 1
-    QCOMPARE(readAll(tree.path() + QStringLiteral("/direct.png")), first);
+    QCOMPARE(TestTree::contents(tree.path() + QStringLiteral("/direct.png")), first);
 }
 
 void ConvertTest::upperCasePngGoesThroughTheEncoder()
@@ -206,7 +200,7 @@ void ConvertTest::upperCasePngGoesThroughTheEncoder()
     QVERIFY(ImageFixtures::write(source, ImageFixtures::pngWithPrivateChunk(ImageFixtures::picture(30, 30))));
     const auto job = runConvert(requestFor({source}, tree.path(), 1));
     QCOMPARE(job->written(), QStringList{tree.path() + QStringLiteral("/b.png")});
-    const QByteArray out = readAll(job->written().first());
+    const QByteArray out = TestTree::contents(job->written().first());
     QVERIFY(out.startsWith("\x89PNG"));
     QVERIFY(!out.contains("prVt")); // a fresh encoding, not the rewrite
 }
@@ -220,8 +214,8 @@ void ConvertTest::outputsTakeFreeNames()
     QVERIFY(ImageFixtures::write(tree.path() + QStringLiteral("/c 1.jpg"), "taken"));
     const auto job = runConvert(requestFor({source}, tree.path(), 2));
     QCOMPARE(job->written(), QStringList{tree.path() + QStringLiteral("/c 2.jpg")});
-    QCOMPARE(readAll(source), jpeg);
-    QCOMPARE(readAll(tree.path() + QStringLiteral("/c 1.jpg")), QByteArray("taken"));
+    QCOMPARE(TestTree::contents(source), jpeg);
+    QCOMPARE(TestTree::contents(tree.path() + QStringLiteral("/c 1.jpg")), QByteArray("taken"));
 }
 
 void ConvertTest::readOnlyTypesConvertLikeAnyOther()

@@ -22,17 +22,11 @@
 
 namespace {
 
-QByteArray readAll(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 std::unique_ptr<PdfToImagesJob> runPages(const QString &pdf, qint64 type, float dpi, const QByteArray &password = {},
                                          int parallel = 0, quint64 *credited = nullptr)
 {
     auto job = std::make_unique<PdfToImagesJob>(
-        PdfToImagesJob::Request{pdf, readAll(pdf), password, QFileInfo(pdf).absolutePath(), type, dpi});
+        PdfToImagesJob::Request{pdf, TestTree::contents(pdf), password, QFileInfo(pdf).absolutePath(), type, dpi});
     job->parallelPages = parallel;
     if (credited)
         job->credit = [credited](quint64 s) { *credited += s; };
@@ -195,7 +189,7 @@ void PdfTest::pagesStateTheAskedResolution()
     auto image = VipsSupport::load(page);
     QCOMPARE(VipsSupport::dotsPerInch(image.value()), 300.0);
     // The paper is white, not transparent.
-    const QImage pixels = QImage::fromData(readAll(page));
+    const QImage pixels = QImage::fromData(TestTree::contents(page));
     QCOMPARE(QColor(pixels.pixel(5, 5)).lightness() > 250, true);
 }
 
@@ -209,7 +203,7 @@ void PdfTest::aSecondRunGetsAFreeFolder()
     QCOMPARE(first->folder(), tree.path() + QStringLiteral("/twice"));
     QCOMPARE(second->folder(), tree.path() + QStringLiteral("/twice 1"));
     QCOMPARE(second->written(), QStringList{tree.path() + QStringLiteral("/twice 1/Page_1.tiff")});
-    QVERIFY(readAll(first->written().first()).startsWith("BM"));
+    QVERIFY(TestTree::contents(first->written().first()).startsWith("BM"));
 }
 
 void PdfTest::aPageBelowOnePixelStopsTheRest()
@@ -242,7 +236,7 @@ void PdfTest::lockedDocuments()
         QSKIP("qpdf is missing: scripts/install-deps.sh installs it");
     const QString locked = m_tree.path() + QStringLiteral("/locked.pdf");
     QVERIFY(encrypt(m_threePages, locked, QStringLiteral("s3cret")));
-    const QByteArray data = readAll(locked);
+    const QByteArray data = TestTree::contents(locked);
     const auto state = PdfPages::inspect(data);
     QVERIFY(state.readable && state.locked && state.encrypted);
     QVERIFY(!PdfPages::unlockWithPassword(data, "wrong"));
@@ -264,7 +258,7 @@ void PdfTest::ownerPasswordOnlyOpensButIsEncrypted()
         QSKIP("qpdf is missing: scripts/install-deps.sh installs it");
     const QString owner = m_tree.path() + QStringLiteral("/owner.pdf");
     QVERIFY(encrypt(m_threePages, owner, QString()));
-    const auto state = PdfPages::inspect(readAll(owner));
+    const auto state = PdfPages::inspect(TestTree::contents(owner));
     QVERIFY(state.readable && !state.locked && state.encrypted);
     QCOMPARE(runPages(owner, 1, 30)->written().size(), 3);
 }
@@ -272,7 +266,7 @@ void PdfTest::ownerPasswordOnlyOpensButIsEncrypted()
 void PdfTest::damagedPdfs_data()
 {
     QTest::addColumn<QByteArray>("content");
-    const QByteArray good = readAll(m_threePages);
+    const QByteArray good = TestTree::contents(m_threePages);
     QTest::newRow("zero bytes") << QByteArray();
     QTest::newRow("random bytes") << QByteArray(5000, '\x42');
     QTest::newRow("a header and nothing else") << QByteArray("%PDF-1.4\n%%EOF\n");
@@ -294,7 +288,7 @@ void PdfTest::damagedPdfs()
     }
     // Whatever the reader makes of it: no half-written page under a final name.
     for (const QString &page : job->written())
-        QVERIFY(!QImage::fromData(readAll(page)).isNull());
+        QVERIFY(!QImage::fromData(TestTree::contents(page)).isNull());
     QCOMPARE(QDir(tree.path()).entryList({QStringLiteral(".quaydrop-*")}, QDir::Files | QDir::Hidden).size(), 0);
 }
 
@@ -307,7 +301,7 @@ void PdfTest::jpegsGoInUntouched()
     const auto pdf = ImagesToPdf::convertSingleImgToPDF(jpg, tree.path());
     QVERIFY(pdf.ok());
     QCOMPARE(pdf.value(), tree.path() + QStringLiteral("/photo.pdf"));
-    const QByteArray written = readAll(pdf.value());
+    const QByteArray written = TestTree::contents(pdf.value());
     QVERIFY(written.contains(jpeg)); // the very bytes, DCTDecode
     QVERIFY(written.contains("/DCTDecode"));
     QVERIFY(written.size() < jpeg.size() + 1200);
@@ -357,7 +351,7 @@ void PdfTest::otherImagesAreDeflatedWithTheirTransparency()
     QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(half, "png")));
     const auto pdf = ImagesToPdf::convertSingleImgToPDF(png, tree.path());
     QVERIFY(pdf.ok());
-    QVERIFY(readAll(pdf.value()).contains("/SMask"));
+    QVERIFY(TestTree::contents(pdf.value()).contains("/SMask"));
     const auto doc = open(pdf.value());
     const QImage page = doc->page(0)->renderToImage(72, 72);
     QCOMPARE(page.size(), QSize(40, 20));
@@ -384,7 +378,7 @@ void PdfTest::onlyPageImagesBecomePages()
     auto none = ImagesToPdf::doExportAsPDFarr({heic, text}, tree.path() + QStringLiteral("/none.pdf"));
     QVERIFY(none.ok());
     QCOMPARE(none.value().pages, 0);
-    QVERIFY(readAll(tree.path() + QStringLiteral("/none.pdf")).contains("/Count 0"));
+    QVERIFY(TestTree::contents(tree.path() + QStringLiteral("/none.pdf")).contains("/Count 0"));
     // One image that cannot be read gives no PDF at all.
     QVERIFY(!ImagesToPdf::convertSingleImgToPDF(bad, tree.path()).ok());
     QVERIFY(!QFileInfo::exists(tree.path() + QStringLiteral("/broken.pdf")));
@@ -401,7 +395,7 @@ void PdfTest::anExistingPdfIsKept()
     const auto direct = ImagesToPdf::doExportAsPDFarr({img}, taken);
     QVERIFY(!direct.ok());
     QCOMPARE(direct.error().code, EEXIST);
-    QCOMPARE(readAll(taken), QByteArray("mine"));
+    QCOMPARE(TestTree::contents(taken), QByteArray("mine"));
     const auto single = ImagesToPdf::convertSingleImgToPDF(img, tree.path());
     QCOMPARE(single.value(), tree.path() + QStringLiteral("/x 1.pdf"));
 }

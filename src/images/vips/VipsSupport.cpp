@@ -33,6 +33,15 @@ void ensureStarted()
     });
 }
 
+QByteArray takeBlob(VipsBlob *blob)
+{
+    size_t size = 0;
+    const void *data = vips_blob_get(blob, &size);
+    QByteArray bytes(static_cast<const char *>(data), qsizetype(size));
+    vips_area_unref(VIPS_AREA(blob));
+    return bytes;
+}
+
 Error error(const QString &path, const QString &what)
 {
     ensureStarted();

@@ -47,6 +47,9 @@ Result<vips::VImage> toDisplayable(const vips::VImage &image);
 Result<QImage> toQImage(const vips::VImage &image);
 Result<vips::VImage> fromQImage(const QImage &image);
 
+// The bytes of an encoder's result; the blob is released.
+QByteArray takeBlob(VipsBlob *blob);
+
 Error error(const QString &path, const QString &what);
 // Runs `work`, turning a libvips failure into an Error about `path`.
 template <typename T, typename F>

@@ -13,7 +13,6 @@
 CCNStatusItem::CCNStatusItem(QObject *parent)
     : QObject(parent), m_controller(new CCNStatusItemWindowController(StatusItemWindowConfiguration{}, this))
 {
-    qApp->installEventFilter(this);
 }
 
 CCNStatusItem::~CCNStatusItem() { delete m_menu; }
@@ -40,6 +39,8 @@ void CCNStatusItem::presentStatusItemWithImage(const QIcon &image, QWidget *cont
                 handleStatusItemButtonAction();
         });
         m_tray->setContextMenu(m_menu);
+        // The menu, a window of its own, hears of language and theme changes like every window.
+        m_menu->installEventFilter(this);
     }
     // The texts follow the language; set here and again on each change.
     m_menu->actions().at(0)->setText(Texts::localized("showOptionsMenuItem"));
@@ -126,9 +127,9 @@ void CCNStatusItem::setAppearsDisabled(bool disabled)
 
 bool CCNStatusItem::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == qApp && event->type() == QEvent::ApplicationPaletteChange)
+    if (watched == m_menu && event->type() == QEvent::PaletteChange)
         NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::SystemInterfaceThemeChanged));
-    if (watched == qApp && event->type() == QEvent::LanguageChange && m_tray && m_menu) {
+    if (watched == m_menu && event->type() == QEvent::LanguageChange) {
         m_menu->actions().at(0)->setText(Texts::localized("showOptionsMenuItem"));
         m_menu->actions().at(2)->setText(Texts::localized("Quit Quaydrop"));
         m_tray->setToolTip(Texts::localized("Quaydrop is running"));
