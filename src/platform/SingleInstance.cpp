@@ -8,15 +8,44 @@
 #include <QLocalSocket>
 #include <QStandardPaths>
 
+#include <cctype>
+
 namespace {
 constexpr int kConnectTimeoutMs = 1500;
 const QByteArray kActivate = "activate\n";
 } // namespace
 
+QString SingleInstance::sessionKey(const QByteArray &x11Display, const QByteArray &waylandDisplay)
+{
+    QByteArray key;
+    if (!x11Display.isEmpty()) {
+        // [host]:display[.screen]: the screen is the same session; "unix" is the local host.
+        const qsizetype colon = x11Display.lastIndexOf(':');
+        QByteArray host = colon < 0 ? QByteArray() : x11Display.left(colon);
+        QByteArray number = colon < 0 ? x11Display : x11Display.mid(colon + 1);
+        if (const qsizetype dot = number.indexOf('.'); dot >= 0)
+            number.truncate(dot);
+        if (host == "unix")
+            host.clear();
+        key = "x11-" + (host.isEmpty() ? number : host + '-' + number);
+    } else if (!waylandDisplay.isEmpty()) {
+        // A name in the runtime folder ("wayland-0") or an absolute socket path.
+        key = waylandDisplay.mid(waylandDisplay.lastIndexOf('/') + 1);
+        if (!key.startsWith("wayland"))
+            key.prepend("wayland-");
+    } else {
+        key = "nodisplay";
+    }
+    for (char &c : key)
+        if (!(std::isalnum(static_cast<unsigned char>(c)) || c == '-' || c == '_' || c == '.'))
+            c = '_';
+    return QString::fromLatin1(key);
+}
+
 QString SingleInstance::defaultSocketPath()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
-           QStringLiteral("/" QD_BUNDLE_ID ".instance");
+    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/" QD_BUNDLE_ID ".") +
+           sessionKey(qgetenv("DISPLAY"), qgetenv("WAYLAND_DISPLAY")) + QStringLiteral(".instance");
 }
 
 SingleInstance::SingleInstance(QString socketPath, QObject *parent)

@@ -8,14 +8,19 @@
 class QLocalServer;
 class QLockFile;
 
-// One resident process per user session. The first start listens on a private socket; a later start
-// finds it, asks it to come forward and leaves.
+// One resident process per desktop session. The first start listens on a private socket; a later start
+// finds it, asks it to come forward and leaves. The socket is named after the display, because one user's
+// sessions share their runtime folder (and the fallback /tmp/runtime-$USER): two X servers of one user,
+// or a test display beside the desktop, each get their own program.
 class SingleInstance : public QObject
 {
     Q_OBJECT
 public:
-    // $XDG_RUNTIME_DIR/com.velmora.Quaydrop.instance
+    // $XDG_RUNTIME_DIR/com.velmora.Quaydrop.<session>.instance
     static QString defaultSocketPath();
+    // The session's name in a file name: "x11-1" for DISPLAY ":1" or ":1.0", "x11-host-10" for
+    // "host:10.0", "wayland-0" for a Wayland display; "nodisplay" where neither is set.
+    static QString sessionKey(const QByteArray &x11Display, const QByteArray &waylandDisplay);
 
     explicit SingleInstance(QString socketPath = defaultSocketPath(), QObject *parent = nullptr);
     ~SingleInstance() override;

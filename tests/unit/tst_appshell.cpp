@@ -17,6 +17,8 @@ class AppShellTest : public QObject
 private Q_SLOTS:
     void secondStartReachesTheFirst();
     void staleSocketIsTakenOver();
+    void theInstanceBelongsToTheDisplay_data();
+    void theInstanceBelongsToTheDisplay();
     void terminationSignalsArriveOnTheEventLoop_data();
     void terminationSignalsArriveOnTheEventLoop();
     void notificationsReachOnlyTheirObservers();
@@ -66,6 +68,39 @@ void AppShellTest::staleSocketIsTakenOver()
     }
     SingleInstance fresh(socket);
     QCOMPARE(fresh.claim(), SingleInstance::Role::Primary);
+}
+
+void AppShellTest::theInstanceBelongsToTheDisplay_data()
+{
+    QTest::addColumn<QByteArray>("display");
+    QTest::addColumn<QByteArray>("wayland");
+    QTest::addColumn<QString>("key");
+    QTest::newRow("local display") << QByteArray(":1") << QByteArray() << "x11-1";
+    QTest::newRow("its screen is the same session") << QByteArray(":1.0") << QByteArray() << "x11-1";
+    QTest::newRow("unix is the local host") << QByteArray("unix:1") << QByteArray() << "x11-1";
+    QTest::newRow("forwarded display") << QByteArray("localhost:10.0") << QByteArray() << "x11-localhost-10";
+    QTest::newRow("XWayland is the X display") << QByteArray(":0") << QByteArray("wayland-0") << "x11-0";
+    QTest::newRow("Wayland alone") << QByteArray() << QByteArray("wayland-1") << "wayland-1";
+    QTest::newRow("Wayland socket path") << QByteArray() << QByteArray("/run/user/7/my compositor") << "wayland-my_compositor";
+    QTest::newRow("no display") << QByteArray() << QByteArray() << "nodisplay";
+    QTest::newRow("no way out of the folder") << QByteArray("../../x:3") << QByteArray() << "x11-.._.._x-3";
+}
+
+void AppShellTest::theInstanceBelongsToTheDisplay()
+{
+    QFETCH(QByteArray, display);
+    QFETCH(QByteArray, wayland);
+    QFETCH(QString, key);
+    QCOMPARE(SingleInstance::sessionKey(display, wayland), key);
+    const QByteArray saved = qgetenv("DISPLAY");
+    const QByteArray savedWayland = qgetenv("WAYLAND_DISPLAY");
+    qputenv("DISPLAY", display);
+    qputenv("WAYLAND_DISPLAY", wayland);
+    const QString path = SingleInstance::defaultSocketPath();
+    qputenv("DISPLAY", saved);
+    qputenv("WAYLAND_DISPLAY", savedWayland);
+    QCOMPARE(QFileInfo(path).fileName(), QStringLiteral(QD_BUNDLE_ID ".%1.instance").arg(key));
+    QCOMPARE(QFileInfo(path).path(), QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation));
 }
 
 void AppShellTest::terminationSignalsArriveOnTheEventLoop_data()
