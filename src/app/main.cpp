@@ -6,6 +6,7 @@
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
+#include "platform/freedesktop/Login1PowerEvents.h"
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/LinuxVolumeService.h"
 #include "platform/posix/UnixSignalWatcher.h"
@@ -81,6 +82,7 @@ int runResident(int argc, char **argv)
     FreedesktopNotifications notifications;
     FreedesktopWorkspace workspace;
     XdgAutostart autostart(QCoreApplication::applicationFilePath());
+    Login1PowerEvents power;
     // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
     const std::unique_ptr<X11Desktop> x11 = X11Desktop::open();
     Platform platform; // the other desktop services join as they are built
@@ -96,6 +98,7 @@ int runResident(int argc, char **argv)
     platform.notifications = &notifications;
     platform.workspace = &workspace;
     platform.loginItems = &autostart;
+    platform.power = &power;
     Platform::install(platform);
     AppDelegate delegate(platform);
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate,

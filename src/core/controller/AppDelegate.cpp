@@ -70,7 +70,10 @@ void AppDelegate::registerObservers()
     if (m_platform.windowSystem)
         connect(m_platform.windowSystem, &WindowSystem::applicationActivated, this, &AppDelegate::foremostAppActivated);
     if (m_platform.power)
-        connect(m_platform.power, &PowerEvents::didWake, this, [] { Utils::cleanUPTepmFileOperationsFolder(); });
+        connect(m_platform.power, &PowerEvents::didWake, this, [] {
+            Utils::cleanUPTepmFileOperationsFolder();
+            qInfo("woke from sleep: temp folder emptied");
+        });
     center.observe(QString::fromLatin1(NotificationName::CropWindowClosed), this,
                    [this](const QVariantMap &) { cropRotateWC = nullptr; });
     center.observe(QString::fromLatin1(NotificationName::ShowPanelHK), this,
