@@ -2,16 +2,21 @@
 BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: deps build run test clean bench
+.PHONY: deps configure build run test clean bench
 
 deps:
 	bash scripts/install-deps.sh
 
-build: deps
+configure: deps
 	cmake -S . -B $(BUILD_DIR) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo
+
+# Everything: the program, its tests and the benchmarks.
+build: configure
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-run: build
+# Only the program and what it links: no test or benchmark is built before it starts.
+run: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target quaydrop
 	bash scripts/run.sh $(BUILD_DIR)/src/app/quaydrop
 
 test: build
