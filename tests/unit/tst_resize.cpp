@@ -6,6 +6,7 @@
 
 #include "images/ImageTypeCode.h"
 #include "images/ResizePlan.h"
+#include "images/jobs/PixelBudget.h"
 #include "images/jobs/ResizeJob.h"
 #include "utils/Utils.h"
 
@@ -14,6 +15,9 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
+
+#include <optional>
+#include <thread>
 
 namespace {
 
@@ -60,6 +64,8 @@ private Q_SLOTS:
     void badInputFailsAloneAndLeavesNothing();
     void anUnwritableFolderLeavesTheSourceAlone();
     void progressAndFinishAreCounted();
+    void outputsOfOneNameAreWrittenInPlanOrder();
+    void decodedPixelsStayWithinTheBudget();
 };
 
 void ResizeTest::proportionalSide_data()
@@ -345,6 +351,51 @@ void ResizeTest::progressAndFinishAreCounted()
     QCOMPARE(progress.size(), 4); // one per image, then done
     QCOMPARE(progress.last().at(0).toInt(), 3);
     QCOMPARE(job.written().size(), 3);
+}
+
+void ResizeTest::outputsOfOneNameAreWrittenInPlanOrder()
+{
+    // Two images of one name in two folders, resized into one: the large one is planned first and
+    // takes longest, so a writer that did not keep the plan's order would leave its output last.
+    TestTree tree;
+    tree.folder("a");
+    tree.folder("b");
+    QImage small(40, 40, QImage::Format_RGB32);
+    small.fill(Qt::blue);
+    const QString large = tree.path() + QStringLiteral("/a/x.png"), later = tree.path() + QStringLiteral("/b/x.png");
+    QVERIFY(ImageFixtures::write(large, ImageFixtures::encoded(ImageFixtures::picture(3000, 3000), "png")));
+    QVERIFY(ImageFixtures::write(later, ImageFixtures::encoded(small, "png")));
+    const QString output = tree.path() + QStringLiteral("/x_20x20.png");
+    const auto job = runResize({{large, "20", "20", output, {}}, {later, "20", "20", output, {}}});
+    QCOMPARE(job->written(), QStringList({output, output}));
+    QCOMPARE(QImage(output).pixelColor(10, 10), QColor(Qt::blue));
+}
+
+void ResizeTest::decodedPixelsStayWithinTheBudget()
+{
+    PixelBudget budget(100);
+    std::optional<PixelBudget::Hold> first(budget.hold(60));
+    QVERIFY(first->held());
+    // A second item that does not fit waits until the first lets go.
+    std::atomic<bool> second{false};
+    std::thread waiter([&] {
+        const PixelBudget::Hold h = budget.hold(50);
+        second = h.held();
+    });
+    QTest::qWait(150);
+    QVERIFY(!second);
+    QCOMPARE(budget.inUse(), 60);
+    first.reset();
+    waiter.join();
+    QVERIFY(second);
+    QCOMPARE(budget.inUse(), 0);
+    // Alone, an item larger than the whole budget runs; beside another it gives up when told to stop.
+    const PixelBudget::Hold big = budget.hold(500);
+    QVERIFY(big.held());
+    QElapsedTimer clock;
+    clock.start();
+    QVERIFY(!budget.hold(10, [&] { return clock.elapsed() > 100; }).held());
+    QCOMPARE(budget.inUse(), 500);
 }
 
 QTEST_MAIN(ResizeTest)

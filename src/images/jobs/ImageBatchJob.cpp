@@ -3,6 +3,7 @@
 #include <QPointer>
 #include <QThreadPool>
 
+#include <chrono>
 #include <condition_variable>
 #include <map>
 #include <mutex>
@@ -80,46 +81,68 @@ void ImageBatchJob::creditSeconds(quint64 seconds) const
         credit(seconds);
 }
 
-void ImageBatchJob::forEachInOrder(int count, int parallel, const std::function<Result<QString>(int)> &work,
-                                   const std::function<QString(int)> &label)
+int ImageBatchJob::forEachInOrder(int count, int parallel, const Prepare &prepare, const Finish &finish,
+                                  const std::function<QString(int)> &label)
 {
+    const int workers = std::clamp(parallel, 1, std::max(count, 1));
+    const int window = 2 * workers;
     std::mutex mutex;
-    std::condition_variable ready;
-    std::map<int, Result<QString>> results;
+    std::condition_variable changed;
+    std::map<int, Prepared> ready;
     int next = 0;
+    int finishedUpTo = 0; // items before this one are finished
+    int stopAt = count;
+    bool stop = false;
     QThreadPool pool;
-    pool.setMaxThreadCount(std::clamp(parallel, 1, std::max(count, 1)));
-    for (int w = 0; w < pool.maxThreadCount(); ++w) {
-        pool.start([&] {
+    pool.setMaxThreadCount(workers);
+    for (int w = 0; w < workers && count > 0; ++w) {
+        pool.start([&, w] {
             for (;;) {
                 int item;
                 {
-                    std::lock_guard lock(mutex);
-                    if (next >= count || isCancelled())
+                    std::unique_lock lock(mutex);
+                    changed.wait(lock, [&] { return stop || next >= stopAt || next < finishedUpTo + window; });
+                    if (stop || next >= stopAt || isCancelled())
                         return;
                     item = next++;
                 }
-                Result<QString> result = work(item);
+                Prepared prepared = prepare(item, w);
                 std::lock_guard lock(mutex);
-                results.emplace(item, std::move(result));
-                ready.notify_all();
+                if (prepared.stopHere)
+                    stopAt = std::min(stopAt, item);
+                ready.emplace(item, std::move(prepared));
+                changed.notify_all();
             }
         });
     }
-    for (int item = 0; item < count; ++item) {
+    int item = 0;
+    for (; item < count; ++item) {
         std::unique_lock lock(mutex);
-        ready.wait(lock, [&] { return results.count(item) > 0 || (isCancelled() && item >= next); });
-        if (results.count(item) == 0)
-            break; // cancelled before it started
-        const Result<QString> result = results.at(item);
-        results.erase(item);
+        // A cancel only sets a flag: look at it now and then while an item is prepared.
+        while (!isCancelled() && item < stopAt && ready.count(item) == 0)
+            changed.wait_for(lock, std::chrono::milliseconds(50));
+        if (isCancelled() || item >= stopAt)
+            break;
+        const Prepared prepared = std::move(ready.at(item));
+        ready.erase(item);
         lock.unlock();
         reportProgress(item, count, label(item));
+        const Result<QString> result = prepared.data.ok() ? finish(item, prepared.data.value())
+                                                          : Result<QString>(prepared.data.error());
         if (result.ok())
             reportWritten(result.value());
         else
             reportFailure(result.error());
+        lock.lock();
+        finishedUpTo = item + 1;
+        changed.notify_all();
+    }
+    {
+        std::lock_guard lock(mutex);
+        stop = true;
+        changed.notify_all();
     }
     pool.waitForDone();
     reportProgress(count, count, {});
+    return item;
 }

@@ -53,11 +53,22 @@ protected:
     void reportWritten(const QString &path);
     void reportFailure(const Error &error);
     void creditSeconds(quint64 seconds) const;
-    // Runs `work` for items 0 .. count-1, up to `parallel` at once, and reports each result (a written
-    // path or a failure) strictly in item order, with progress named by `label`. Stops starting items
-    // once cancelled.
-    void forEachInOrder(int count, int parallel, const std::function<Result<QString>(int)> &work,
-                        const std::function<QString(int)> &label);
+    // What the parallel part of an item hands on: the encoded bytes, or why there are none. `stopHere`
+    // ends the work before this item: neither it nor any after it is finished.
+    struct Prepared
+    {
+        Result<QByteArray> data = QByteArray();
+        bool stopHere = false;
+    };
+    using Prepare = std::function<Prepared(int item, int worker)>;
+    using Finish = std::function<Result<QString>(int item, const QByteArray &data)>;
+    // Items 0 .. count-1: `prepare` runs up to `parallel` of them at once (`worker`, 0 .. parallel-1,
+    // says which of the threads runs it, for state of its own), at most 2 x parallel items ahead of
+    // the one being finished; `finish` takes each result strictly in item order and writes it, so the
+    // outputs are named, written and reported as one item after another would. Progress is named by
+    // `label`. Stops starting items once cancelled. Answers how many items were finished.
+    int forEachInOrder(int count, int parallel, const Prepare &prepare, const Finish &finish,
+                       const std::function<QString(int)> &label);
 
 private:
     void post(std::function<void()> update);

@@ -7,6 +7,7 @@
 #include "core/fs/PathParts.h"
 #include "fileops/FreeName.h"
 #include "images/ImageEncoder.h"
+#include "images/jobs/PixelBudget.h"
 #include "images/pdf/PdfPages.h"
 #include "utils/Utils.h"
 
@@ -14,27 +15,20 @@
 
 #include <QPainter>
 #include <QThread>
-#include <QThreadPool>
 
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <chrono>
-#include <climits>
-#include <condition_variable>
-#include <map>
-#include <mutex>
+#include <memory>
+#include <vector>
 
 namespace {
 
 constexpr quint64 kSecondsPerPage = 10;
-// Rendered pages held at once; a single larger page still renders, alone.
-constexpr qint64 kPixelBudgetBytes = qint64(512) << 20;
 
 Error pageError(const QString &source, int index, const QString &what)
 {
-    return Error{QString::fromLatin1(VipsSupport::kErrorDomain), 2,
-                 QStringLiteral("%1, page %2: %3").arg(NativePath::forDisplay(source)).arg(index + 1).arg(what)};
+    return ImageErrors::make(source, QStringLiteral("page %1: %2").arg(index + 1).arg(what), 2);
 }
 
 // The page's pixels encoded; the image is converted in place and read by the encoder without a copy.
@@ -52,19 +46,6 @@ Result<QByteArray> encodePage(QImage &page, quint64 code, float dpi)
         return encoded.value();
     });
 }
-
-// What the renderers and the writer share.
-struct Pipeline
-{
-    std::mutex mutex;
-    std::condition_variable changed;
-    int nextPage = 0;
-    int writtenUpTo = 0; // pages before this one are written
-    int stopAt = INT_MAX;
-    bool stop = false;
-    qint64 bytesInFlight = 0;
-    std::map<int, Result<QByteArray>> ready;
-};
 
 } // namespace
 
@@ -101,10 +82,8 @@ void PdfToImagesJob::run()
     const Request &r = m_request;
     const auto probe = Poppler::Document::loadFromData(r.pdfData, r.password, r.password);
     if (!probe || probe->isLocked()) {
-        reportFailure(Error{QString::fromLatin1(VipsSupport::kErrorDomain), 1,
-                            QStringLiteral("%1: %2").arg(NativePath::forDisplay(r.sourcePath),
-                                                         probe ? QStringLiteral("the password does not open it")
-                                                               : QStringLiteral("not a PDF document, or a damaged one"))});
+        reportFailure(ImageErrors::make(r.sourcePath, probe ? QStringLiteral("the password does not open it")
+                                                            : QString::fromLatin1(ImageErrors::kNotAPdf)));
         return;
     }
     if (Status s = makeFolder(); !s.ok()) {
@@ -117,119 +96,57 @@ void PdfToImagesJob::run()
     const quint64 code = Utils::getImageFileTypeFromExtension(extension);
     const float dpi = PdfPages::clampedDpi(r.dpi);
     const int renderers = std::clamp(parallelPages > 0 ? parallelPages : QThread::idealThreadCount(), 1, std::max(pages, 1));
-    const int window = 2 * renderers; // how far rendering may run ahead of writing
+    // Each renderer has a document of its own: they share no state.
+    std::vector<std::unique_ptr<Poppler::Document>> documents(static_cast<size_t>(renderers));
 
-    Pipeline pipe;
-    QThreadPool pool;
-    pool.setMaxThreadCount(renderers);
-    for (int w = 0; w < renderers && pages > 0; ++w) {
-        pool.start([&] {
-            // Each renderer has its own document: they share no state.
-            const auto document = Poppler::Document::loadFromData(r.pdfData, r.password, r.password);
+    auto render = [&](int index, int renderer) -> Prepared {
+        std::unique_ptr<Poppler::Document> &document = documents[size_t(renderer)];
+        if (!document) {
+            document = Poppler::Document::loadFromData(r.pdfData, r.password, r.password);
             if (document) {
                 document->setRenderHint(Poppler::Document::Antialiasing);
                 document->setRenderHint(Poppler::Document::TextAntialiasing);
                 document->setPaperColor(Qt::white);
             }
-            for (;;) {
-                std::unique_lock lock(pipe.mutex);
-                pipe.changed.wait(lock, [&] { return pipe.stop || pipe.nextPage >= pages || pipe.nextPage < pipe.writtenUpTo + window; });
-                if (pipe.stop || pipe.nextPage >= pages || pipe.nextPage >= pipe.stopAt)
-                    return;
-                const int index = pipe.nextPage++;
-                lock.unlock();
-
-                std::unique_ptr<Poppler::Page> page = document ? document->page(index) : nullptr;
-                const QSizeF points = page ? page->pageSizeF() : QSizeF();
-                const QSize target = PdfPages::targetPixels(points, dpi);
-                if (target.isEmpty()) {
-                    lock.lock();
-                    pipe.stopAt = std::min(pipe.stopAt, index);
-                    pipe.changed.notify_all();
-                    continue;
-                }
-                const qint64 bytes = qint64(target.width()) * target.height() * 4;
-                if (qint64(target.width()) * target.height() > VipsSupport::kMaxPixels) {
-                    lock.lock();
-                    pipe.ready.emplace(index, pageError(r.sourcePath, index,
-                                                        QStringLiteral("%1 x %2 pixels at this resolution is too large; "
-                                                                       "choose fewer dots per inch")
-                                                            .arg(target.width())
-                                                            .arg(target.height())));
-                    pipe.changed.notify_all();
-                    continue;
-                }
-                lock.lock();
-                pipe.changed.wait(lock, [&] { return pipe.stop || pipe.bytesInFlight == 0 || pipe.bytesInFlight + bytes <= kPixelBudgetBytes; });
-                if (pipe.stop)
-                    return;
-                pipe.bytesInFlight += bytes;
-                lock.unlock();
-
-                QImage image = page->renderToImage(72.0 * target.width() / points.width(),
-                                                   72.0 * target.height() / points.height(), 0, 0, target.width(),
-                                                   target.height());
-                Result<QByteArray> encoded = pageError(r.sourcePath, index, QStringLiteral("cannot be drawn"));
-                if (!image.isNull()) {
-                    if (image.size() != target) {
-                        // The renderer rounds its own size: lay the page on white at exactly the target.
-                        QImage exact(target, QImage::Format_RGB32);
-                        exact.fill(Qt::white);
-                        QPainter(&exact).drawImage(0, 0, image);
-                        image = exact;
-                    }
-                    encoded = encodePage(image, code, dpi);
-                    if (!encoded.ok())
-                        encoded = pageError(r.sourcePath, index, encoded.error().message);
-                }
-                image = QImage();
-                lock.lock();
-                pipe.bytesInFlight -= bytes;
-                pipe.ready.emplace(index, std::move(encoded));
-                pipe.changed.notify_all();
-            }
+        }
+        std::unique_ptr<Poppler::Page> page = document ? document->page(index) : nullptr;
+        const QSizeF points = page ? page->pageSizeF() : QSizeF();
+        const QSize target = PdfPages::targetPixels(points, dpi);
+        if (target.isEmpty())
+            return Prepared{QByteArray(), true};
+        if (qint64(target.width()) * target.height() > VipsSupport::kMaxPixels)
+            return Prepared{pageError(r.sourcePath, index,
+                                      QStringLiteral("%1 x %2 pixels at this resolution is too large; choose fewer dots per inch")
+                                          .arg(target.width())
+                                          .arg(target.height()))};
+        const PixelBudget::Hold hold =
+            PixelBudget::shared().hold(qint64(target.width()) * target.height() * 4, [this] { return isCancelled(); });
+        if (!hold.held())
+            return Prepared{pageError(r.sourcePath, index, QStringLiteral("cancelled"))};
+        QImage image = page->renderToImage(72.0 * target.width() / points.width(), 72.0 * target.height() / points.height(),
+                                           0, 0, target.width(), target.height());
+        if (image.isNull())
+            return Prepared{pageError(r.sourcePath, index, QStringLiteral("cannot be drawn"))};
+        if (image.size() != target) {
+            // The renderer rounds its own size: lay the page on white at exactly the target.
+            QImage exact(target, QImage::Format_RGB32);
+            exact.fill(Qt::white);
+            QPainter(&exact).drawImage(0, 0, image);
+            image = exact;
+        }
+        auto encoded = encodePage(image, code, dpi);
+        return Prepared{encoded.ok() ? encoded : Result<QByteArray>(pageError(r.sourcePath, index, encoded.error().message))};
+    };
+    // Pages are written in order, as they come, so the folder never has a gap.
+    auto write = [&](int index, const QByteArray &encoded) {
+        creditSeconds(kSecondsPerPage);
+        return FreeName::write(m_folder, PdfPages::pageBaseName(index), extension, [&](const QString &path) {
+            return AtomicFile::writeFile(path, encoded, AtomicFile::Mode::KeepExisting);
         });
-    }
-
-    // Pages are written here, in order, as they come.
-    for (int index = 0; index < pages; ++index) {
-        std::unique_lock lock(pipe.mutex);
-        // A cancel only sets a flag: look at it now and then while a page renders.
-        while (!isCancelled() && index < pipe.stopAt && pipe.ready.count(index) == 0)
-            pipe.changed.wait_for(lock, std::chrono::milliseconds(50));
-        if (isCancelled() || index >= pipe.stopAt) {
-            m_stoppedEarly = !isCancelled();
-            if (m_stoppedEarly)
-                qWarning("%s, page %d: smaller than one pixel; the pages from here on are not written",
-                         qPrintable(NativePath::forDisplay(r.sourcePath)), index + 1);
-            break;
-        }
-        const Result<QByteArray> encoded = pipe.ready.at(index);
-        pipe.ready.erase(index);
-        lock.unlock();
-
-        reportProgress(index, pages, PdfPages::pageBaseName(index));
-        if (encoded.ok()) {
-            const auto written = FreeName::write(m_folder, PdfPages::pageBaseName(index), extension, [&](const QString &path) {
-                return AtomicFile::writeFile(path, encoded.value(), AtomicFile::Mode::KeepExisting);
-            });
-            creditSeconds(kSecondsPerPage);
-            if (written.ok())
-                reportWritten(written.value());
-            else
-                reportFailure(written.error());
-        } else {
-            reportFailure(encoded.error());
-        }
-        lock.lock();
-        pipe.writtenUpTo = index + 1;
-        pipe.changed.notify_all();
-    }
-    {
-        std::lock_guard lock(pipe.mutex);
-        pipe.stop = true;
-        pipe.changed.notify_all();
-    }
-    pool.waitForDone();
-    reportProgress(pages, pages, {});
+    };
+    const int written = forEachInOrder(pages, renderers, render, write, [](int index) { return PdfPages::pageBaseName(index); });
+    m_stoppedEarly = written < pages && !isCancelled();
+    if (m_stoppedEarly)
+        qWarning("%s, page %d: smaller than one pixel; the pages from here on are not written",
+                 qPrintable(NativePath::forDisplay(r.sourcePath)), written + 1);
 }
