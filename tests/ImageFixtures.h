@@ -13,10 +13,14 @@
 #include <QByteArray>
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 #include <QImageWriter>
+#include <QPainter>
 #include <QList>
 #include <QSizeF>
 #include <QtEndian>
+
+#include <cstdlib>
 
 #include <zlib.h>
 
@@ -98,6 +102,64 @@ inline QByteArray damagedPng(const QImage &image)
     for (qsizetype i = idat + 8; i < std::min(png.size() - 16, idat + 40); ++i)
         png[i] = char(png[i] ^ 0x5A);
     return png;
+}
+
+// Four quarters of one colour each (red, green over blue, white): every turn and mirror of it differs.
+inline QImage quarters(int w, int h)
+{
+    QImage img(w, h, QImage::Format_RGB32);
+    QPainter p(&img);
+    p.fillRect(0, 0, w / 2, h / 2, Qt::red);
+    p.fillRect(w / 2, 0, w - w / 2, h / 2, Qt::green);
+    p.fillRect(0, h / 2, w / 2, h - h / 2, Qt::blue);
+    p.fillRect(w / 2, h / 2, w - w / 2, h - h / 2, Qt::white);
+    return img;
+}
+
+// The JPEG with an EXIF block of our own making ahead of its other segments, as cameras write it, that
+// states this orientation (1 upright ... 6 turn a quarter clockwise to view ... 8).
+inline QByteArray withOrientation(const QByteArray &jpeg, int orientation)
+{
+    // Little-endian TIFF header; IFD0 of one entry: tag 0x0112, type SHORT, count 1, the value; no next IFD.
+    const QByteArray tiff = QByteArray("II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0", 18) + char(orientation) +
+                            QByteArray(7, '\0');
+    const QByteArray body = QByteArray("Exif\0\0", 6) + tiff;
+    const int length = int(body.size()) + 2;
+    return jpeg.left(2) + QByteArray("\xFF\xE1", 2) + char(length >> 8) + char(length & 0xFF) + body + jpeg.mid(2);
+}
+
+// The file as a viewer shows it: Qt's own reader, with the EXIF orientation applied.
+inline QImage seenByAViewer(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    return reader.read();
+}
+
+// The pixels as stored, and whether the file asks a viewer to turn or mirror them.
+inline QImage storedPixels(const QString &path)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(false);
+    return reader.read();
+}
+inline bool statesATurn(const QString &path)
+{
+    return QImageReader(path).transformation() != QImageIOHandler::TransformationNone;
+}
+
+// Whether two pictures of quarters show each quarter in the same place.
+inline bool sameQuarters(const QImage &a, const QImage &b)
+{
+    if (a.isNull() || b.isNull())
+        return false;
+    for (const QPointF f : {QPointF(0.25, 0.25), QPointF(0.75, 0.25), QPointF(0.25, 0.75), QPointF(0.75, 0.75)}) {
+        const QColor ca = a.pixelColor(int(a.width() * f.x()), int(a.height() * f.y()));
+        const QColor cb = b.pixelColor(int(b.width() * f.x()), int(b.height() * f.y()));
+        if (std::abs(ca.red() - cb.red()) + std::abs(ca.green() - cb.green()) + std::abs(ca.blue() - cb.blue()) > 90)
+            return false;
+    }
+    return true;
 }
 
 // A PDF of pages of these sizes in points, each covered by the picture.

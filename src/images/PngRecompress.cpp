@@ -2,6 +2,7 @@
 
 #include "core/fs/AtomicFile.h"
 #include "core/fs/NativePath.h"
+#include "images/ImageErrors.h"
 #include "utils/Utils.h"
 
 #include <png.h>
@@ -14,8 +15,6 @@
 #include <vector>
 
 namespace {
-
-constexpr const char *kDomain = "PNG";
 
 // libpng reports a fatal error by a long jump back to the call that set the jump target; the
 // message is kept here on the way.
@@ -51,11 +50,9 @@ struct FileCloser
     }
 };
 
-Error failure(const QString &path, const QString &what)
-{
-    return Error{QString::fromLatin1(kDomain), 1, QStringLiteral("%1: %2").arg(NativePath::forDisplay(path), what),
-                 {{QStringLiteral("path"), path}}};
-}
+Error failure(const QString &path, const QString &what) { return ImageErrors::make(path, what); }
+
+constexpr size_t kSignatureBytes = 8;
 
 // Everything libpng allocates for the two passes, released in one place whichever way the work ends.
 struct Structs
@@ -75,15 +72,23 @@ struct Structs
 
 } // namespace
 
+bool PngRecompress::isPng(const QString &path)
+{
+    std::unique_ptr<FILE, FileCloser> in(fopen(NativePath::toNative(path).constData(), "rbe"));
+    png_byte header[kSignatureBytes];
+    return in && fread(header, 1, sizeof header, in.get()) == sizeof header && png_sig_cmp(header, 0, sizeof header) == 0;
+}
+
 Result<QByteArray> PngRecompress::recompress(const QString &source, float factor)
 {
+    if (auto unusable = ImageErrors::unusableInput(source))
+        return *unusable;
     std::unique_ptr<FILE, FileCloser> in(fopen(NativePath::toNative(source).constData(), "rbe"));
     if (!in)
         return failure(source, QString::fromLocal8Bit(strerror(errno)));
-    png_byte header[32];
-    const size_t got = fread(header, 1, sizeof header, in.get());
-    if (got < 8 || png_sig_cmp(header, 0, got) != 0)
-        return failure(source, QStringLiteral("not a PNG file"));
+    png_byte header[kSignatureBytes];
+    if (fread(header, 1, sizeof header, in.get()) != sizeof header || png_sig_cmp(header, 0, sizeof header) != 0)
+        return failure(source, QString::fromLatin1(ImageErrors::kNotAnImage));
     fseek(in.get(), 0, SEEK_SET);
 
     ErrorSink readErrors, writeErrors;
@@ -101,7 +106,7 @@ Result<QByteArray> PngRecompress::recompress(const QString &source, float factor
     std::vector<png_bytep> rows;
     QByteArray out;
     if (setjmp(png_jmpbuf(s.read)))
-        return failure(source, QStringLiteral("damaged PNG data (%1)").arg(QString::fromUtf8(readErrors.message)));
+        return ImageErrors::damaged(source, QStringLiteral("libpng: %1").arg(QString::fromUtf8(readErrors.message)));
     png_init_io(s.read, in.get());
     // Private chunks come across as well as the known ones.
     png_set_keep_unknown_chunks(s.read, PNG_HANDLE_CHUNK_ALWAYS, nullptr, 0);

@@ -15,7 +15,8 @@
 
 QString Utils::getImageExtensionString(quint64 code)
 {
-    static const char *const table[] = {"tiff", "bmp", "gif", "jpg", "png", "jpeg"};
+    // Each name says what its encoder writes: JPEG 2000 is "jp2", never a JPEG's name.
+    static const char *const table[] = {"tiff", "bmp", "gif", "jpg", "png", "jp2"};
     return code < std::size(table) ? QString::fromLatin1(table[code]) : QString();
 }
 

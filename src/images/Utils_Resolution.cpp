@@ -3,7 +3,6 @@
 #include "utils/Utils.h"
 
 #include <QGuiApplication>
-#include <QLocale>
 #include <QScreen>
 #include <QWindow>
 
@@ -44,8 +43,9 @@ double Utils::getDisplScale()
 
 QString Utils::roundedFloat(float value)
 {
-    // Half-way and beyond rounds away from zero.
-    return QLocale().toString(double(std::round(value)), 'f', 0);
+    // Any fraction rounds away from zero (2.1 is 3, -2.1 is -3), written without group separators.
+    const double away = value < 0 ? std::floor(double(value)) : std::ceil(double(value));
+    return QString::number(away == 0.0 ? 0.0 : away, 'f', 0);
 }
 
 float Utils::getcurrentDPIForImg(const BitmapImageRep &image)

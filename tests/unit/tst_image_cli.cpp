@@ -71,7 +71,7 @@ void ImageCliTest::commands_data()
     QTest::newRow("resize without a size") << QStringList{"resize", "photo.jpg"} << 2 << QStringList{} << "usage";
     QTest::newRow("convert with compression") << QStringList{"convert", "jpg", "--compression", "40", "img2.png"} << 0
                                               << QStringList{"img2.jpg"} << "converting img2.png";
-    QTest::newRow("convert to JPEG 2000") << QStringList{"convert", "jp2", "img10.png"} << 0 << QStringList{"img10.jpeg"}
+    QTest::newRow("convert to JPEG 2000") << QStringList{"convert", "jp2", "img10.png"} << 0 << QStringList{"img10.jp2"}
                                           << "";
     QTest::newRow("convert to an unknown type") << QStringList{"convert", "webp", "img2.png"} << 2 << QStringList{} << "usage";
     QTest::newRow("convert a missing file") << QStringList{"convert", "png", "nothing.jpg"} << 1 << QStringList{}
@@ -80,8 +80,9 @@ void ImageCliTest::commands_data()
                                     << QStringList{"doc/Page_1.png", "doc/Page_2.png"} << "writing Page_2 (2/2)";
     QTest::newRow("a PDF that is none") << QStringList{"pdf2img", "png", "broken.png"} << 1 << QStringList{}
                                         << "not a PDF document";
-    QTest::newRow("images merged in natural order") << QStringList{"img2pdf", "--merge", "img10.png", "img2.png"} << 0
-                                                    << QStringList{"img10.pdf"} << "";
+    QTest::newRow("images merged in natural order, named after page 1")
+        << QStringList{"img2pdf", "--merge", "img10.png", "img2.png"} << 0 << QStringList{"img2.pdf"}
+        << "adding img2.png (1/2)\nadding img10.png (2/2)";
     QTest::newRow("one PDF per image") << QStringList{"img2pdf", "--dest", "out", "photo.jpg", "img2.png"} << 0
                                        << QStringList{"out/photo.pdf", "out/img2.pdf"} << "";
 }

@@ -5,9 +5,13 @@
 
 #include "images/BitmapImageRep.h"
 #include "images/ImageTypeCode.h"
+#include "images/ResizePlan.h"
 #include "images/Thumbnails.h"
+#include "images/jobs/ConvertJob.h"
+#include "images/jobs/ResizeJob.h"
 #include "utils/Utils.h"
 
+#include <QLocale>
 #include <QMimeData>
 #include <QStandardPaths>
 #include <QTemporaryDir>
@@ -33,14 +37,16 @@ private Q_SLOTS:
     void resolutionsSnapToWholeNumbers();
     void dimensionsFromTheHeader_data();
     void dimensionsFromTheHeader();
-    void roundingToHalves_data();
-    void roundingToHalves();
+    void rounding_data();
+    void rounding();
     void pageImages_data();
     void pageImages();
     void extensionFromADrag_data();
     void extensionFromADrag();
     void thumbnails_data();
     void thumbnails();
+    void photosAreTakenAsSeen_data();
+    void photosAreTakenAsSeen();
 
 private:
     QTemporaryDir m_dir;
@@ -81,7 +87,7 @@ void ImageIdentityTest::extensionOfType_data()
     QTest::newRow("2") << quint64(2) << "gif";
     QTest::newRow("3") << quint64(3) << "jpg";
     QTest::newRow("4") << quint64(4) << "png";
-    QTest::newRow("5 is written as jpeg") << quint64(5) << "jpeg";
+    QTest::newRow("5 is written as jp2") << quint64(5) << "jp2";
     QTest::newRow("6 has none") << quint64(6) << QString();
 }
 
@@ -187,6 +193,10 @@ void ImageIdentityTest::dimensionsFromTheHeader_data()
     QTest::addColumn<QString>("dimensions");
     QTest::newRow("PNG") << ImageFixtures::encoded(ImageFixtures::picture(17, 9), "png") << "17x9";
     QTest::newRow("JPEG") << ImageFixtures::encoded(ImageFixtures::picture(33, 20), "jpeg") << "33x20";
+    QTest::newRow("a photo tagged to turn a quarter is seen on end")
+        << ImageFixtures::withOrientation(ImageFixtures::encoded(ImageFixtures::picture(33, 20), "jpeg"), 6) << "20x33";
+    QTest::newRow("a photo tagged to turn a half")
+        << ImageFixtures::withOrientation(ImageFixtures::encoded(ImageFixtures::picture(33, 20), "jpeg"), 3) << "33x20";
     QTest::newRow("a header claiming 100000 x 100000") << ImageFixtures::pngClaiming(100000, 100000) << "0x0";
     QTest::newRow("empty file") << QByteArray() << "0x0";
     QTest::newRow("random bytes") << QByteArray("\x13\x37 not an image at all", 22) << "0x0";
@@ -206,22 +216,32 @@ void ImageIdentityTest::dimensionsFromTheHeader()
     QCOMPARE(Utils::getImageDimensionsAsStringImgPath(m_dir.filePath(QStringLiteral("missing.png"))), QStringLiteral("0x0"));
 }
 
-void ImageIdentityTest::roundingToHalves_data()
+void ImageIdentityTest::rounding_data()
 {
     QTest::addColumn<float>("value");
-    QTest::addColumn<float>("rounded");
-    QTest::newRow("floor of one half") << 0.2f << 0.5f;
-    QTest::newRow("a half") << 0.5f << 0.5f;
-    QTest::newRow("down to 1.5") << 1.74f << 1.5f;
-    QTest::newRow("whole") << 2.0f << 2.0f;
-    QTest::newRow("negative") << -3.0f << 0.5f;
+    QTest::addColumn<float>("toHalves"); // roundToNearest5Des
+    QTest::addColumn<QString>("whole");  // roundedFloat: away from zero, no group separators
+    QTest::newRow("floor of one half") << 0.2f << 0.5f << "1";
+    QTest::newRow("a half") << 0.5f << 0.5f << "1";
+    QTest::newRow("down to 1.5") << 1.74f << 1.5f << "2";
+    QTest::newRow("whole") << 2.0f << 2.0f << "2";
+    QTest::newRow("just above whole") << 2.1f << 2.0f << "3";
+    QTest::newRow("negative") << -3.0f << 0.5f << "-3";
+    QTest::newRow("negative fraction") << -2.1f << 0.5f << "-3";
+    QTest::newRow("zero") << 0.0f << 0.5f << "0";
+    QTest::newRow("millions") << 1234567.0f << 1234567.0f << "1234567";
 }
 
-void ImageIdentityTest::roundingToHalves()
+void ImageIdentityTest::rounding()
 {
     QFETCH(float, value);
-    QFETCH(float, rounded);
-    QCOMPARE(Utils::roundToNearest5Des(value), rounded);
+    QFETCH(float, toHalves);
+    QFETCH(QString, whole);
+    QCOMPARE(Utils::roundToNearest5Des(value), toHalves);
+    // A locale with group separators must not put them in.
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    QCOMPARE(Utils::roundedFloat(value), whole);
+    QLocale::setDefault(QLocale::c());
 }
 
 void ImageIdentityTest::pageImages_data()
@@ -331,6 +351,65 @@ void ImageIdentityTest::thumbnails()
     QVERIFY(thumb.width() <= Thumbnails::kMaxSide && thumb.height() <= Thumbnails::kMaxSide);
     if (centre.isValid())
         QCOMPARE(QColor(thumb.pixel(thumb.width() / 2, thumb.height() / 2)), centre);
+}
+
+void ImageIdentityTest::photosAreTakenAsSeen_data()
+{
+    QTest::addColumn<QString>("action");
+    QTest::addColumn<int>("orientation");
+    QTest::addColumn<QSize>("size"); // of the result; empty: only its shape counts
+    QTest::newRow("resized to 150 wide, tagged 6") << "resize" << 6 << QSize(150, 200);
+    QTest::newRow("resized, tagged 8") << "resize" << 8 << QSize(150, 200);
+    QTest::newRow("resized, tagged 3 (a half turn)") << "resize" << 3 << QSize(150, 112);
+    QTest::newRow("resized, tagged 1 (upright)") << "resize" << 1 << QSize(150, 112);
+    QTest::newRow("converted to PNG, tagged 5 (turned and mirrored)") << "png" << 5 << QSize(300, 400);
+    QTest::newRow("converted to JPEG, tagged 6") << "jpg" << 6 << QSize(300, 400);
+    QTest::newRow("converted to BMP, tagged 2 (mirrored)") << "bmp" << 2 << QSize(400, 300);
+    QTest::newRow("thumbnail, tagged 7") << "thumbnail" << 7 << QSize();
+}
+
+void ImageIdentityTest::photosAreTakenAsSeen()
+{
+    QFETCH(QString, action);
+    QFETCH(int, orientation);
+    QFETCH(QSize, size);
+    QTemporaryDir dir;
+    const QString photo = dir.filePath(QStringLiteral("photo.jpg"));
+    QVERIFY(ImageFixtures::write(photo, ImageFixtures::withOrientation(
+                                            ImageFixtures::encoded(ImageFixtures::quarters(400, 300), "jpeg", 72, 95), orientation)));
+    const QImage seen = ImageFixtures::seenByAViewer(photo);
+    QVERIFY(ImageFixtures::sameQuarters(seen, seen) && (orientation == 1) == (seen == ImageFixtures::storedPixels(photo)));
+
+    QImage result;
+    QString written;
+    if (action == u"resize") {
+        // As the panel and the command plan it: the other side from the image's size as seen.
+        const auto tasks = ResizePlan::plan({photo}, true, QStringLiteral("150"), QString(), photo, dir.path(),
+                                            [](const QString &p) { return Utils::getImageDimensionsAtPathInSize(p); });
+        const auto out = ResizeJob::resizeOneImg(tasks.first());
+        QVERIFY2(out.ok(), qPrintable(out.ok() ? QString() : out.error().message));
+        written = out.value();
+    } else if (action == u"thumbnail") {
+        result = Thumbnails::thumbnailForFilePath(photo);
+        const int mat = 3; // the frame drawn around the picture
+        result = result.copy(mat, mat, result.width() - 2 * mat, result.height() - 2 * mat);
+        QCOMPARE(result.height() > result.width(), seen.height() > seen.width());
+    } else {
+        ConvertJob job(ConvertJob::Request{});
+        const quint64 code = action == u"png" ? ImageTypeCode::PNG : action == u"jpg" ? ImageTypeCode::JPEG : ImageTypeCode::BMP;
+        const auto out = job.convertImg2Type(code, 1.0f, photo, dir.path());
+        QVERIFY2(out.ok(), qPrintable(out.ok() ? QString() : out.error().message));
+        written = out.value();
+    }
+    if (!written.isEmpty()) {
+        // Upright pixels, and nothing left that would turn them a second time.
+        QVERIFY(!ImageFixtures::statesATurn(written));
+        result = ImageFixtures::storedPixels(written);
+        QCOMPARE(Utils::getImageDimensionsAtPathInSize(written), QSizeF(result.size()));
+    }
+    if (size.isValid())
+        QCOMPARE(result.size(), size);
+    QVERIFY(ImageFixtures::sameQuarters(result, seen));
 }
 
 QTEST_MAIN(ImageIdentityTest)

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void ownerPasswordOnlyOpensButIsEncrypted();
     void damagedPdfs_data();
     void damagedPdfs();
+    void jpegsGoInUntouched_data();
     void jpegsGoInUntouched();
     void mergedPagesFollowNaturalOrder();
     void otherImagesAreDeflatedWithTheirTransparency();
@@ -292,11 +293,21 @@ void PdfTest::damagedPdfs()
     QCOMPARE(QDir(tree.path()).entryList({QStringLiteral(".quaydrop-*")}, QDir::Files | QDir::Hidden).size(), 0);
 }
 
+void PdfTest::jpegsGoInUntouched_data()
+{
+    QTest::addColumn<int>("orientation"); // 0: no EXIF at all
+    for (int o = 0; o <= 8; ++o)
+        QTest::addRow("orientation %d", o) << o;
+}
+
 void PdfTest::jpegsGoInUntouched()
 {
+    QFETCH(int, orientation);
     TestTree tree;
     const QString jpg = tree.path() + QStringLiteral("/photo.jpg");
-    const QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::picture(600, 300), "jpeg", 300, 90);
+    QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::quarters(600, 300), "jpeg", 300, 90);
+    if (orientation > 0)
+        jpeg = ImageFixtures::withOrientation(jpeg, orientation);
     QVERIFY(ImageFixtures::write(jpg, jpeg));
     const auto pdf = ImagesToPdf::convertSingleImgToPDF(jpg, tree.path());
     QVERIFY(pdf.ok());
@@ -308,7 +319,10 @@ void PdfTest::jpegsGoInUntouched()
     const auto doc = open(pdf.value());
     QVERIFY(doc);
     QCOMPARE(doc->numPages(), 1);
-    QCOMPARE(doc->page(0)->pageSizeF(), QSizeF(144, 72)); // 600 x 300 pixels at 300 dpi
+    // 600 x 300 pixels at 300 dpi, standing as a viewer shows the photo.
+    const QImage seen = ImageFixtures::seenByAViewer(jpg);
+    QCOMPARE(doc->page(0)->pageSizeF(), orientation >= 5 ? QSizeF(72, 144) : QSizeF(144, 72));
+    QVERIFY(ImageFixtures::sameQuarters(doc->page(0)->renderToImage(300, 300), seen));
 }
 
 void PdfTest::mergedPagesFollowNaturalOrder()
@@ -330,8 +344,8 @@ void PdfTest::mergedPagesFollowNaturalOrder()
     QSignalSpy finished(&job, &ImageBatchJob::finished);
     job.start();
     QVERIFY(finished.wait(20000));
-    // Named after the first of the drop, pages in natural name order.
-    QCOMPARE(job.written(), QStringList{tree.path() + QStringLiteral("/b.pdf")});
+    // Pages in natural name order, named after page 1 whatever the order of the drop.
+    QCOMPARE(job.written(), QStringList{tree.path() + QStringLiteral("/a.pdf")});
     const auto doc = open(job.written().first());
     QCOMPARE(doc->numPages(), 3);
     QCOMPARE(doc->page(0)->pageSizeF(), QSizeF(10, 20));

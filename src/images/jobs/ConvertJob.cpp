@@ -56,7 +56,7 @@ Result<QString> ConvertJob::convertImg2Type(quint64 code, float factor, const QS
     creditSeconds(kSecondsPerImage);
     const auto parts = PathParts::splitExtension(PathParts::lastComponent(origImgPath));
     QByteArray data;
-    if (code == ImageTypeCode::PNG && parts.extension == u"png") {
+    if (code == ImageTypeCode::PNG && parts.extension == u"png" && PngRecompress::isPng(origImgPath)) {
         // A PNG stays the same pixels and chunks, deflated at the highest level.
         auto recompressed = PngRecompress::recompress(origImgPath, 1.0f);
         if (!recompressed.ok())
@@ -109,14 +109,19 @@ void ConvertJob::runToPdf(const QStringList &sources)
     if (r.multiFiles && r.mergeToPdf) {
         if (sources.isEmpty())
             return;
-        reportProgress(0, 1, PathParts::lastComponent(sources.first()));
-        // Named after the first dropped image, free beside it, written into the chosen folder.
-        const QString first = sources.first();
+        // Named after page 1, free beside its image, written into the chosen folder.
+        const QStringList pages = ImagesToPdf::pagesInOrder(sources);
+        const QString first = pages.isEmpty() ? ImagesToPdf::sortArrayInAlphabeticalOrderByFileName(sources).first()
+                                              : pages.first();
         const QString base = PathParts::splitExtension(PathParts::lastComponent(first)).name;
         const QString name = Utils::nameForNewFileOrFolder(PathParts::parent(first), base, QStringLiteral("pdf"));
         QList<Error> skipped;
         auto exportTo = [&](const QString &path) -> Status {
-            const auto made = ImagesToPdf::doExportAsPDFarr(sources, path);
+            const auto made = ImagesToPdf::doExportAsPDFarr(
+                sources, path, ImagesToPdf::UnreadableImages::Skip, [this](int page, int count, const QString &image) {
+                    reportProgress(page, count, PathParts::lastComponent(image));
+                    return !isCancelled();
+                });
             if (!made.ok())
                 return made.error();
             skipped = made.value().skipped;
@@ -133,9 +138,9 @@ void ConvertJob::runToPdf(const QStringList &sources)
             reportFailure(e);
         if (written.ok())
             reportWritten(written.value());
-        else
+        else if (!isCancelled())
             reportFailure(written.error());
-        reportProgress(1, 1, {});
+        reportProgress(int(pages.size()), int(pages.size()), {});
         return;
     }
     const int total = int(sources.size());

@@ -10,11 +10,13 @@
 #include "core/fs/PathParts.h"
 #include "fileops/FreeName.h"
 #include "images/BitmapImageRep.h"
+#include "images/ImageErrors.h"
 #include "images/ImageTypeCode.h"
 #include "utils/Utils.h"
 
 
 #include <algorithm>
+#include <cerrno>
 
 namespace {
 
@@ -25,20 +27,25 @@ QSizeF pointSize(int width, int height, double dpiX, double dpiY)
 
 Status addPage(PdfWriter &pdf, const QString &path)
 {
+    if (auto unusable = ImageErrors::unusableInput(path))
+        return *unusable;
     auto bytes = FsCalls::readWholeFile(path);
     if (!bytes.ok())
-        return VipsSupport::error(path, bytes.error().info.value(QStringLiteral("reason")).toString());
-    // A JPEG goes in as it is: no decoding, no loss, and the file's own size.
+        return ImageErrors::make(path, bytes.error().info.value(QStringLiteral("reason")).toString());
+    auto header = VipsSupport::loadFromData(bytes.value());
+    // A JPEG goes in as it is: no decoding, no loss, and the file's own size; its orientation is the
+    // page's matrix.
     if (const auto jpeg = JpegInfo::parse(bytes.value())) {
-        auto header = VipsSupport::loadFromData(bytes.value());
         const double dpiX = header.ok() ? VipsSupport::dotsPerInch(header.value()) : Resolution::kPointsPerInch;
         const double dpiY = header.ok() ? VipsSupport::verticalDotsPerInch(header.value()) : dpiX;
-        return pdf.addJpegPage(bytes.value(), *jpeg, pointSize(jpeg->width, jpeg->height, dpiX, dpiY));
+        const int orientation = header.ok() ? VipsSupport::orientation(header.value()) : 1;
+        const QSizeF stored = pointSize(jpeg->width, jpeg->height, dpiX, dpiY);
+        return pdf.addJpegPage(bytes.value(), *jpeg, VipsSupport::turnsAQuarter(orientation) ? stored.transposed() : stored,
+                               orientation);
     }
-    auto loaded = VipsSupport::loadFromData(bytes.value());
-    if (!loaded.ok())
-        return VipsSupport::error(path, QStringLiteral("not an image this program can read"));
-    auto image = VipsSupport::decoded(loaded.value(), path);
+    if (!header.ok())
+        return ImageErrors::make(path, header.error().info.value(QStringLiteral("reason")).toString());
+    auto image = VipsSupport::decoded(header.value(), path);
     if (!image.ok())
         return image.error();
     auto pixels = VipsSupport::toQImage(image.value());
@@ -97,8 +104,17 @@ QStringList ImagesToPdf::sortArrayInAlphabeticalOrderByFileName(QStringList path
     return paths;
 }
 
+QStringList ImagesToPdf::pagesInOrder(const QStringList &paths)
+{
+    QStringList pages;
+    for (const QString &path : sortArrayInAlphabeticalOrderByFileName(paths))
+        if (PageImageTypes::isPageImage(path))
+            pages.append(path);
+    return pages;
+}
+
 Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &paths, const QString &destPath,
-                                                           UnreadableImages unreadable)
+                                                           UnreadableImages unreadable, const PageStarted &pageStarted)
 {
     Outcome outcome;
     AtomicFile file(destPath);
@@ -106,16 +122,17 @@ Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &pa
     Status s = file.open();
     if (s.ok())
         s = pdf.begin();
-    for (const QString &path : sortArrayInAlphabeticalOrderByFileName(paths)) {
-        if (!s.ok())
+    const QStringList pages = pagesInOrder(paths);
+    for (int i = 0; i < pages.size() && s.ok(); ++i) {
+        if (pageStarted && !pageStarted(i, int(pages.size()), pages.at(i))) {
+            s = Error{QStringLiteral("PDF"), ECANCELED, QStringLiteral("cancelled")};
             break;
-        if (!PageImageTypes::isPageImage(path))
-            continue;
-        const Status page = addPage(pdf, path);
+        }
+        const Status page = addPage(pdf, pages.at(i));
         if (page.ok())
             continue;
         // An unreadable image may only lose its page; a failed write is the document's failure.
-        if (page.error().domain == QLatin1String(VipsSupport::kErrorDomain) && unreadable == UnreadableImages::Skip)
+        if (page.error().domain == QLatin1String(ImageErrors::kDomain) && unreadable == UnreadableImages::Skip)
             outcome.skipped.append(page.error());
         else
             s = page;
@@ -125,10 +142,8 @@ Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &pa
     if (s.ok())
         s = file.commit(AtomicFile::Mode::KeepExisting);
     if (!s.ok()) {
-        Error failed = s.error();
-        failed.message = QStringLiteral("Failed to save image as PDF to path> %1 (%2)")
-                             .arg(NativePath::forDisplay(destPath), failed.message);
-        return failed;
+        qWarning("Failed to save image as PDF to path> %s", qPrintable(NativePath::forDisplay(destPath)));
+        return s.error();
     }
     outcome.pages = pdf.pageCount();
     return outcome;
@@ -136,8 +151,10 @@ Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &pa
 
 Result<QString> ImagesToPdf::convertSingleImgToPDF(const QString &imagePath, const QString &folder)
 {
+    if (auto unusable = ImageErrors::unusableInput(imagePath))
+        return *unusable;
     if (!PageImageTypes::isPageImage(imagePath))
-        return VipsSupport::error(imagePath, QStringLiteral("this type of file cannot become a page of a PDF"));
+        return ImageErrors::make(imagePath, QStringLiteral("this type of file cannot become a page of a PDF"));
     const QString name = PathParts::splitExtension(PathParts::lastComponent(imagePath)).name;
     return FreeName::write(folder, name, QStringLiteral("pdf"), [&imagePath](const QString &path) -> Status {
         const auto made = doExportAsPDFarr({imagePath}, path, UnreadableImages::Fail);

@@ -1,5 +1,7 @@
 #include "PdfPages.h"
 
+#include "images/ImageErrors.h"
+
 #include "core/fs/PathParts.h"
 #include "utils/Utils.h"
 
@@ -66,7 +68,7 @@ PdfPages::LockState PdfPages::inspect(const QByteArray &pdf)
     LockState state;
     const auto document = Poppler::Document::loadFromData(pdf);
     if (!document) {
-        state.problem = QStringLiteral("not a PDF document, or a damaged one");
+        state.problem = QString::fromLatin1(ImageErrors::kNotAPdf);
         return state;
     }
     state.readable = true;

@@ -25,6 +25,26 @@ Result<QByteArray> deflated(const QByteArray &raw)
     return out;
 }
 
+// The matrix that lays the image's unit square over a page of w x h points as an EXIF orientation
+// asks: 2 to 4 mirror or turn by a half, 5 to 8 turn by a quarter (the page is then the image's
+// sides swapped).
+QByteArray placement(const QByteArray &w, const QByteArray &h, int orientation)
+{
+    const QByteArray z = "0", mw = "-" + w, mh = "-" + h;
+    QList<QByteArray> m;
+    switch (orientation) {
+    case 2: m = {mw, z, z, h, w, z}; break;
+    case 3: m = {mw, z, z, mh, w, h}; break;
+    case 4: m = {w, z, z, mh, z, h}; break;
+    case 5: m = {z, mh, mw, z, w, h}; break;
+    case 6: m = {z, mh, w, z, z, h}; break;
+    case 7: m = {z, h, w, z, z, z}; break;
+    case 8: m = {z, h, mw, z, w, z}; break;
+    default: m = {w, z, z, h, z, z}; break;
+    }
+    return m.join(' ');
+}
+
 } // namespace
 
 PdfWriter::PdfWriter(AtomicFile &out) : m_out(out) {}
@@ -64,13 +84,13 @@ Status PdfWriter::begin()
     return success();
 }
 
-Status PdfWriter::addPage(int imageObject, const QSizeF &pagePoints)
+Status PdfWriter::addPage(int imageObject, const QSizeF &pagePoints, int orientation)
 {
     const int contents = reserve();
     const int page = reserve();
     const QByteArray w = number(pagePoints.width());
     const QByteArray h = number(pagePoints.height());
-    const QByteArray draw = "q " + w + " 0 0 " + h + " 0 0 cm /Im0 Do Q\n";
+    const QByteArray draw = "q " + placement(w, h, orientation) + " cm /Im0 Do Q\n";
     if (Status s = putStream(contents, {}, draw); !s.ok())
         return s;
     if (Status s = startObject(page); !s.ok())
@@ -84,7 +104,7 @@ Status PdfWriter::addPage(int imageObject, const QSizeF &pagePoints)
     return success();
 }
 
-Status PdfWriter::addJpegPage(const QByteArray &jpeg, const JpegInfo &info, const QSizeF &pagePoints)
+Status PdfWriter::addJpegPage(const QByteArray &jpeg, const JpegInfo &info, const QSizeF &pagePoints, int orientation)
 {
     const int image = reserve();
     QByteArray dict = "/Type /XObject /Subtype /Image /Width " + QByteArray::number(info.width) + " /Height " +
@@ -94,7 +114,7 @@ Status PdfWriter::addJpegPage(const QByteArray &jpeg, const JpegInfo &info, cons
         dict += " /Decode [1 0 1 0 1 0 1 0]";
     if (Status s = putStream(image, dict, jpeg); !s.ok())
         return s;
-    return addPage(image, pagePoints);
+    return addPage(image, pagePoints, orientation);
 }
 
 Status PdfWriter::addImagePage(const QImage &source, const QSizeF &pagePoints)

@@ -19,8 +19,9 @@ public:
     explicit PdfWriter(AtomicFile &out);
 
     Status begin();
-    // The page is `pagePoints` large and the image is drawn over all of it.
-    Status addJpegPage(const QByteArray &jpeg, const JpegInfo &info, const QSizeF &pagePoints);
+    // The page is `pagePoints` large and the image is drawn over all of it. A JPEG's EXIF orientation
+    // (1 to 8) is drawn as the page's matrix, so the data goes in untouched and shows upright.
+    Status addJpegPage(const QByteArray &jpeg, const JpegInfo &info, const QSizeF &pagePoints, int orientation = 1);
     Status addImagePage(const QImage &image, const QSizeF &pagePoints);
     Status finish();
     int pageCount() const { return int(m_pages.size()); }
@@ -30,7 +31,7 @@ private:
     Status startObject(int number);
     Status put(const QByteArray &bytes);
     Status putStream(int number, const QByteArray &dictionary, const QByteArray &data);
-    Status addPage(int imageObject, const QSizeF &pagePoints);
+    Status addPage(int imageObject, const QSizeF &pagePoints, int orientation = 1);
 
     AtomicFile &m_out;
     QList<qint64> m_offsets; // by object number - 1; -1 until written

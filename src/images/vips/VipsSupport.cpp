@@ -47,10 +47,7 @@ Error error(const QString &path, const QString &what)
     ensureStarted();
     vips_error_clear();
     // libvips reports several lines; one line reads better in a log and a message.
-    const QString line = what.simplified();
-    return Error{QString::fromLatin1(kErrorDomain), 1,
-                 path.isEmpty() ? line : QStringLiteral("%1: %2").arg(NativePath::forDisplay(path), line),
-                 {{QStringLiteral("path"), path}}};
+    return ImageErrors::make(path, what.simplified());
 }
 
 namespace {
@@ -79,6 +76,8 @@ Result<VImage> checked(const QString &path, VImage image)
 Result<VImage> load(const QString &path, Access access)
 {
     ensureStarted();
+    if (auto unusable = ImageErrors::unusableInput(path))
+        return *unusable;
     // The file is opened by its bytes here; the library's own opening would parse options out of a
     // name with brackets in it.
     const int fd = ::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC);
@@ -92,7 +91,8 @@ Result<VImage> load(const QString &path, Access access)
     if (loader) {
         vips::VSource wrapped(source, vips::STEAL);
         auto opened = guarded<VImage>(path, [&] { return VImage::new_from_source(wrapped, "", accessOption(access)); });
-        return opened.ok() ? checked(path, opened.value()) : opened;
+        // A loader knew the first bytes, so what it could not read is damage.
+        return opened.ok() ? checked(path, opened.value()) : ImageErrors::damaged(path, opened.error().info.value(QStringLiteral("reason")).toString());
     }
     g_object_unref(source);
     vips_error_clear();
@@ -100,11 +100,9 @@ Result<VImage> load(const QString &path, Access access)
     auto bytes = FsCalls::readWholeFile(path);
     if (!bytes.ok())
         return error(path, bytes.error().info.value(QStringLiteral("reason")).toString());
-    if (bytes.value().isEmpty())
-        return error(path, QStringLiteral("the file is empty"));
     auto opened = loadFromData(bytes.value(), access);
     if (!opened.ok())
-        return error(path, QStringLiteral("not an image this program can read"));
+        return ImageErrors::make(path, opened.error().info.value(QStringLiteral("reason")).toString());
     return opened;
 }
 
@@ -114,7 +112,7 @@ Result<VImage> loadFromData(const QByteArray &data, Access access)
     const char *loader = vips_foreign_find_load_buffer(data.constData(), size_t(data.size()));
     if (!loader) {
         vips_error_clear();
-        return error(QStringLiteral("data"), QStringLiteral("not an image this program can read"));
+        return error(QString(), QString::fromLatin1(ImageErrors::kNotAnImage));
     }
     // libvips reads lazily: the loader keeps its own reference to a copy of the bytes.
     VipsBlob *blob = vips_blob_copy(data.constData(), size_t(data.size()));
@@ -125,8 +123,8 @@ Result<VImage> loadFromData(const QByteArray &data, Access access)
     });
     vips_area_unref(VIPS_AREA(blob));
     if (!opened.ok())
-        return opened;
-    return checked(QStringLiteral("data"), opened.value());
+        return ImageErrors::damaged(QString(), opened.error().message);
+    return checked(QString(), opened.value());
 }
 
 Result<VImage> decoded(const VImage &image, const QString &path)
@@ -134,7 +132,25 @@ Result<VImage> decoded(const VImage &image, const QString &path)
     const qint64 bytes = qint64(VIPS_IMAGE_SIZEOF_IMAGE(image.get_image()));
     if (bytes > kMaxDecodedBytes)
         return error(path, QStringLiteral("the image is too large to decode (%1 MiB of pixels)").arg(bytes >> 20));
-    return guarded<VImage>(path, [&] { return image.copy_memory(); });
+    auto pixels = guarded<VImage>(path, [&] { return image.copy_memory(); });
+    if (!pixels.ok())
+        return ImageErrors::damaged(path, pixels.error().info.value(QStringLiteral("reason")).toString());
+    if (orientation(pixels.value()) == 1)
+        return pixels;
+    // Turned from memory, where any pixel can be read in any order; the orientation becomes 1.
+    return guarded<VImage>(path, [&] { return pixels.value().autorot(); });
+}
+
+int orientation(const VImage &image)
+{
+    if (vips_image_get_typeof(image.get_image(), VIPS_META_ORIENTATION) == 0)
+        return 1;
+    int value = 1;
+    if (vips_image_get_int(image.get_image(), VIPS_META_ORIENTATION, &value) != 0) {
+        vips_error_clear();
+        return 1;
+    }
+    return value >= 1 && value <= 8 ? value : 1;
 }
 
 Result<QSize> headerSize(const QString &path)
@@ -142,7 +158,8 @@ Result<QSize> headerSize(const QString &path)
     auto image = load(path, Access::Sequential);
     if (!image.ok())
         return image.error();
-    return QSize(image.value().width(), image.value().height());
+    const QSize stored(image.value().width(), image.value().height());
+    return turnsAQuarter(orientation(image.value())) ? stored.transposed() : stored;
 }
 
 namespace {

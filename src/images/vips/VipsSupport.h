@@ -6,6 +6,7 @@
 
 #include <vips/vips8>
 
+#include "images/ImageErrors.h"
 #include "utils/Result.h"
 
 #include <QImage>
@@ -13,7 +14,7 @@
 
 namespace VipsSupport {
 
-inline constexpr const char *kErrorDomain = "Image";
+inline constexpr const char *kErrorDomain = ImageErrors::kDomain;
 // Larger images are refused before a pixel is decoded: a header may claim anything.
 inline constexpr qint64 kMaxPixels = qint64(1) << 28; // 268 megapixels, 16384 x 16384
 
@@ -28,13 +29,19 @@ enum class Access { Sequential, Random };
 Result<vips::VImage> load(const QString &path, Access access = Access::Sequential);
 Result<vips::VImage> loadFromData(const QByteArray &data, Access access = Access::Sequential);
 
-// The pixels decoded into memory. A damaged file fails here, every time: a streamed decode can lose the
-// decoder's error in the library's worker threads and pass on blank pixels instead.
+// The pixels decoded into memory and turned upright: an EXIF orientation is applied, and the image
+// states none any more, so nothing written from it is turned a second time. A damaged file fails here,
+// every time: a streamed decode can lose the decoder's error in the library's worker threads and pass
+// on blank pixels instead.
 Result<vips::VImage> decoded(const vips::VImage &image, const QString &path);
 inline constexpr qint64 kMaxDecodedBytes = qint64(1) << 30;
 
-// The file's pixel size from its header alone.
+// The file's pixel size from its header alone, as the image is seen: a photo whose orientation turns
+// it by a quarter has its sides swapped.
 Result<QSize> headerSize(const QString &path);
+// The EXIF orientation, 1 (upright) to 8; 1 when the image states none.
+int orientation(const vips::VImage &image);
+inline bool turnsAQuarter(int orientation) { return orientation >= 5 && orientation <= 8; }
 
 // Horizontal resolution in dots per inch (72 when the file says nothing).
 double dotsPerInch(const vips::VImage &image);
