@@ -180,7 +180,7 @@ int main(int argc, char **argv)
     save(delegate.window, out, QStringLiteral("overlay-convert"));
     delegate.closeVisibleModalOverlay();
     overlayOn({w + QStringLiteral("/Invoice.pdf")}, QStringLiteral("convrtPDFToImgBtn"), QStringLiteral("overlay-pdf-to-images"));
-    LockedPDFEnterPass sheet(QStringLiteral("Invoice.pdf"), delegate.window);
+    LockedPDFEnterPass sheet(QStringLiteral("Invoice.pdf"), [](const QString &) { return false; }, delegate.window);
     sheet.show();
     save(&sheet, out, QStringLiteral("pdf-password"));
     sheet.reject();

@@ -48,20 +48,22 @@ void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
         return;
     }
     qInfo("%s - isLocked or encrypted", qPrintable(shown));
-    if (!enterLockedPDFPass)
-        enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), window);
     const QByteArray pdf = data.value();
+    if (!enterLockedPDFPass) {
+        // A wrong password is said on the sheet, which stays for another try.
+        enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), [pdf, shown](const QString &password) {
+            const bool opens = PdfPages::unlockWithPassword(pdf, password.toUtf8());
+            if (!opens)
+                qWarning("the password does not open %s", qPrintable(shown));
+            return opens;
+        }, window);
+    }
     connect(enterLockedPDFPass, &QDialog::finished, this, [this, tag, dpi, pdf](int code) {
         const QString password = enterLockedPDFPass->password();
         enterLockedPDFPass->deleteLater();
         enterLockedPDFPass = nullptr;
         if (code == 0) {
             qInfo("Cancel button tapped");
-            return;
-        }
-        // A wrong password changes nothing; the user may press a type button again.
-        if (!PdfPages::unlockWithPassword(pdf, password.toUtf8())) {
-            qWarning("the password does not open %s", qPrintable(NativePath::forDisplay(filePathsArr.value(0))));
             return;
         }
         pdf2ImgCompletionAction(tag, dpi, pdf, password.toUtf8());

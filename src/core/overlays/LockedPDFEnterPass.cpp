@@ -8,7 +8,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-LockedPDFEnterPass::LockedPDFEnterPass(const QString &documentName, QWidget *sheetParent) : QDialog(sheetParent)
+LockedPDFEnterPass::LockedPDFEnterPass(const QString &documentName, Check opens, QWidget *sheetParent)
+    : QDialog(sheetParent), m_opens(std::move(opens))
 {
     setObjectName(QStringLiteral("LockedPDFEnterPass"));
     setWindowTitle(Texts::localized("lockedPdfTitle"));
@@ -31,6 +32,14 @@ LockedPDFEnterPass::LockedPDFEnterPass(const QString &documentName, QWidget *she
     pasHintTxtFld->setObjectName(QStringLiteral("pasHintTxtFld"));
     pasHintTxtFld->hide();
     layout->addWidget(pasHintTxtFld);
+    wrongPassLbl = new QLabel(Texts::localized("wrongPdfPassword"), this);
+    wrongPassLbl->setObjectName(QStringLiteral("wrongPassLbl"));
+    wrongPassLbl->setWordWrap(true);
+    QPalette warning = wrongPassLbl->palette();
+    warning.setColor(QPalette::WindowText, QColor(0xc0, 0x39, 0x2b));
+    wrongPassLbl->setPalette(warning);
+    wrongPassLbl->hide();
+    layout->addWidget(wrongPassLbl);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch(1);
     auto *cancel = new QPushButton(Texts::localized("Cancel"), this);
@@ -48,4 +57,14 @@ LockedPDFEnterPass::LockedPDFEnterPass(const QString &documentName, QWidget *she
 
 QString LockedPDFEnterPass::password() const { return pdfPassTxtFld->text(); }
 
-void LockedPDFEnterPass::unlockCancleAction(qint64 tag) { done(tag != 0 ? 1 : 0); }
+void LockedPDFEnterPass::unlockCancleAction(qint64 tag)
+{
+    if (tag != 0 && m_opens && !m_opens(password())) {
+        wrongPassLbl->show();
+        pdfPassTxtFld->selectAll();
+        pdfPassTxtFld->setFocus();
+        adjustSize();
+        return;
+    }
+    done(tag != 0 ? 1 : 0);
+}
