@@ -663,5 +663,13 @@
         <source>slide4Text</source>
         <translation>Legen Sie auf „Verschieben“ ab, um sofort ein Ziel zu wählen, oder auf „Alias“ für Verknüpfungen neben den Dateien. Das Symbol im Infobereich führt zu den Optionen, etwa dem Öffnen mit Strg+Alt+F.</translation>
     </message>
+    <message>
+        <source>sizeUnreadableTitle</source>
+        <translation>Die Größe dieses Bildes lässt sich nicht lesen</translation>
+    </message>
+    <message>
+        <source>wrongPdfPassword</source>
+        <translation>Mit diesem Kennwort lässt sich das PDF nicht öffnen. Versuchen Sie es noch einmal.</translation>
+    </message>
 </context>
 </TS>

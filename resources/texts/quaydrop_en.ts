@@ -663,5 +663,13 @@
         <source>slide4Text</source>
         <translation>Drop on Move to pick a destination at once, or on Alias to put links beside the files. The tray icon holds the options, such as opening the window with Ctrl+Alt+F instead.</translation>
     </message>
+    <message>
+        <source>sizeUnreadableTitle</source>
+        <translation>The size of this image cannot be read</translation>
+    </message>
+    <message>
+        <source>wrongPdfPassword</source>
+        <translation>This password does not open the PDF. Try again.</translation>
+    </message>
 </context>
 </TS>

@@ -107,7 +107,7 @@ QImage decodedThumbnail(const QString &path)
             if (auto pixels = VipsSupport::toQImage(small.value()); pixels.ok())
                 return pixels.value();
     }
-    if (PdfFiles::isPdfName(path)) {
+    if (PdfFiles::hasPdfContent(path)) {
         PdfPages::quietReader();
         if (const auto read = FsCalls::readWholeFile(path); read.ok()) {
             const QByteArray &data = read.value();

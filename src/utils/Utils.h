@@ -46,6 +46,9 @@ public:
     static void overWriteSavePanelLastSaveURL(const QString &path);
     static QString getOpenPanelURL();
     static void overWriteOpenPanelLastSaveURL(const QString &path);
+    // Where a folder or save panel opens: `remembered` if it still is a folder, else the desktop
+    // folder, else the home folder; never a folder that is gone.
+    static QString existingStartFolder(const QString &remembered);
     static bool checkIfQDactionHappened();
     static void someQDactionHappened();
     static QDateTime setFutureDevHappyAlertDate();
@@ -69,6 +72,8 @@ public:
     static QString createTempFileOperationsFolderIfneeded(); // nil on the call that creates it
     static QString tempFileOperationsFolder(); // the same, but never nil for a folder it could make
     static void cleanUPTepmFileOperationsFolder();
+    // Below the temp folder: what another application handed us, not a file of the user's.
+    static bool isInTempFileOperationsFolder(const QString &path);
     static QString checkAndReturnHomeFolderPath(const QString &path);
 
     // ---- promised files (core/intake/Utils_PromisedFiles.cpp) ----
@@ -116,7 +121,7 @@ public:
     static BitmapImageRep combineBgIm(const BitmapImageRep &background, const BitmapImageRep &foreground);
 
     // ---- PDF (images/pdf) ----
-    static bool isThisPDFFile(const QString &path); // by the name's extension
+    static bool isThisPDFFile(const QString &path); // by the content, not the name
     // A text document laid out on pages into a PDF at `destPath`; false, and logged, when it fails.
     static bool saveAsPDF(const QString &sourcePath, const QString &destPath);
 
@@ -135,6 +140,7 @@ public:
     static bool checkifFilePrintable(const QString &path);
     static bool isThisAFolderHere(const QString &path);
     static bool isFilePackageAtPath(const QString &path);
+    static bool isArchiveFile(const QString &path); // zip, tar, 7z, ... by name: zipping it again makes no sense
     static bool isFileOrFolderInVisible(const QString &path);
     static bool isFileOrFolderReadable(const QString &path);
     static bool isFileOrFolderWritable(const QString &path);

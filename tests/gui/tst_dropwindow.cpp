@@ -45,7 +45,9 @@ private Q_SLOTS:
     void aDropChoosesThePanel();
     void libraryImageDisablesWhatWouldChangeIt();
     void severalFilesWithOneImage();
-    void filesOfATemporaryFolderAreAnotherApplications();
+    void defaultPanelFollowsTheFile_data();
+    void defaultPanelFollowsTheFile();
+    void onlyOurTempFolderHoldsAnotherApplicationsFiles();
     void textPanelCountsAndRereads();
     void windowStatesFollowTheTable();
     void busyViewSecondCallChangesNothing();
@@ -186,6 +188,40 @@ void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
         QDir().rmdir(library);
 }
 
+void DropWindowTest::defaultPanelFollowsTheFile_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("pdfButtons");
+    QTest::addColumn<bool>("zip");
+    QTest::newRow("PDF") << "report.pdf" << QByteArray("%PDF-1.7\n%%EOF\n") << true << true;
+    QTest::newRow("PDF without extension") << "scan" << QByteArray("%PDF-1.4\n") << true << true;
+    QTest::newRow("PDF after a mailer's junk") << "mailed.pdf" << QByteArray("junk\r\n%PDF-1.4\n") << true << true;
+    QTest::newRow("text named like a PDF") << "fake.pdf" << QByteArray("just words") << false << true;
+    QTest::newRow("folder named like a PDF") << "papers.pdf/" << QByteArray() << false << true;
+    QTest::newRow("archive") << "photos.zip" << QByteArray("PK\x03\x04") << false << false;
+}
+
+void DropWindowTest::defaultPanelFollowsTheFile()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, pdfButtons);
+    QFETCH(bool, zip);
+    QString path = m_dir.path() + QLatin1Char('/') + name.chopped(name.endsWith(QLatin1Char('/')) ? 1 : 0);
+    if (name.endsWith(QLatin1Char('/')))
+        QVERIFY(QDir().mkpath(path));
+    else
+        path = makeFile(name, bytes);
+    drop({path});
+    QCOMPARE(current()->objectName(), QStringLiteral("defaultActionPanel"));
+    for (const char *b : {"printPrTbleFileBtn", "convrtPDFToImgBtn"}) {
+        QCOMPARE(current()->button(QLatin1String(b))->isVisible(), pdfButtons);
+        QCOMPARE(current()->button(QLatin1String(b))->isEnabled(), pdfButtons);
+    }
+    QCOMPARE(current()->button(QStringLiteral("zipBtn"))->isEnabled(), zip);
+}
+
 void DropWindowTest::severalFilesWithOneImage()
 {
     QImage img(2, 2, QImage::Format_RGB32);
@@ -202,20 +238,20 @@ void DropWindowTest::severalFilesWithOneImage()
     QVERIFY(!m_app->multiFilesActionPanelShown);
 }
 
-void DropWindowTest::filesOfATemporaryFolderAreAnotherApplications()
+void DropWindowTest::onlyOurTempFolderHoldsAnotherApplicationsFiles()
 {
-    drop({makeFile(QStringLiteral("handed-out.bin"))}); // the test's folder lies in the system's temp folder
-    QVERIFY(m_app->droppedImageFromOtherApp);
-    QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
-    // Outside any temporary folder: the real home (the test's own home may lie below /tmp).
-    QTemporaryDir inHome(Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/quaydrop-test-XXXXXX"));
-    QVERIFY(inHome.isValid());
-    const QString own = inHome.path() + QStringLiteral("/own.bin");
-    QFile(own).open(QIODevice::WriteOnly);
-    m_app->showDropTargetAt(QPointF(400, 300));
-    drop({own});
+    // The test's folder lies below /tmp: a file there is the user's like any other.
+    drop({makeFile(QStringLiteral("under-tmp.bin"))});
     QVERIFY(!m_app->droppedImageFromOtherApp);
     QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
+    // What another application handed out is kept in our own temp folder.
+    const QString handedOut = Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin");
+    QFile(handedOut).open(QIODevice::WriteOnly);
+    m_app->showDropTargetAt(QPointF(400, 300));
+    drop({handedOut});
+    QVERIFY(m_app->droppedImageFromOtherApp);
+    QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
+    QFile::remove(handedOut);
 }
 
 void DropWindowTest::textPanelCountsAndRereads()

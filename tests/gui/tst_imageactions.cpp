@@ -18,6 +18,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -63,9 +64,7 @@ private:
     QPushButton *tagButton(QWidget *overlay, qint64 tag) const;
     void waitForNotification(int count);
 
-    // In the real home (the test's own may lie below /tmp): files of a temporary folder count as
-    // another application's.
-    QTemporaryDir m_dir{Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/image-actions-XXXXXX")};
+    QTemporaryDir m_dir;
     std::unique_ptr<FakePlatform> m_fakes;
     std::unique_ptr<AppDelegate> m_app;
 };
@@ -300,6 +299,10 @@ void ImageActionsTest::imagesFromAnotherApplicationAskForAFolder()
     QFileDialog *panel = nullptr;
     QTRY_VERIFY((panel = m_app->window->findChild<QFileDialog *>(QStringLiteral("chooseFolderPanel"))));
     QCOMPARE(panel->windowTitle(), QStringLiteral("Save result to…"));
+    // It opens where a folder is, with its button ready: this test's home has no desktop folder.
+    QVERIFY(panel->directory().exists());
+    QDialogButtonBox *buttons = panel->findChild<QDialogButtonBox *>();
+    QVERIFY(buttons && buttons->button(QDialogButtonBox::Open)->isEnabled());
     QVERIFY(m_app->isModalOverlayVisible()); // until a folder is chosen
     const QString chosen = m_dir.path() + QStringLiteral("/chosen");
     QVERIFY(QDir().mkpath(chosen));
@@ -389,23 +392,28 @@ void ImageActionsTest::lockedPdfAsksForItsPassword()
     drop({pdf});
     button(QStringLiteral("convrtPDFToImgBtn"))->click();
     auto sheet = [this] { return m_app->window->findChild<LockedPDFEnterPass *>(); };
-    for (const QString &attempt : {QStringLiteral("cancel"), QStringLiteral("wrong"), QStringLiteral("quay")}) {
-        tagButton(m_app->pdfToImgConvVC, 2)->click();
-        QTRY_VERIFY(sheet() && sheet()->isVisible());
-        QCOMPARE(sheet()->pdfPassTxtFld->echoMode(), QLineEdit::Password);
-        if (attempt == u"cancel") {
-            sheet()->findChild<QPushButton *>(QStringLiteral("cancelBtn"))->click();
-        } else {
-            sheet()->pdfPassTxtFld->setText(attempt);
-            sheet()->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click();
-        }
-        QTRY_VERIFY(!m_app->enterLockedPDFPass);
-        if (attempt != u"quay") {
-            // Nothing visible happens: the overlay waits for another try.
-            QVERIFY(m_app->isModalOverlayVisible());
-            QVERIFY(!QFileInfo::exists(m_dir.path() + QStringLiteral("/Locked")));
-        }
-    }
+    auto unlock = [&](const QString &password) {
+        sheet()->pdfPassTxtFld->setText(password);
+        sheet()->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click();
+    };
+    // Cancel: the overlay waits for another try.
+    tagButton(m_app->pdfToImgConvVC, 2)->click();
+    QTRY_VERIFY(sheet() && sheet()->isVisible());
+    QCOMPARE(sheet()->pdfPassTxtFld->echoMode(), QLineEdit::Password);
+    QVERIFY(!sheet()->wrongPassLbl->isVisible());
+    sheet()->findChild<QPushButton *>(QStringLiteral("cancelBtn"))->click();
+    QTRY_VERIFY(!m_app->enterLockedPDFPass);
+    QVERIFY(m_app->isModalOverlayVisible());
+    // A wrong password is said, and the same sheet takes the right one.
+    tagButton(m_app->pdfToImgConvVC, 2)->click();
+    QTRY_VERIFY(sheet() && sheet()->isVisible());
+    unlock(QStringLiteral("wrong"));
+    QVERIFY(sheet() && sheet()->isVisible());
+    QVERIFY(sheet()->wrongPassLbl->isVisible());
+    QCOMPARE(sheet()->wrongPassLbl->text(), QStringLiteral("This password does not open the PDF. Try again."));
+    QVERIFY(!QFileInfo::exists(m_dir.path() + QStringLiteral("/Locked")));
+    unlock(QStringLiteral("quay"));
+    QTRY_VERIFY(!m_app->enterLockedPDFPass);
     waitForNotification(1);
     QVERIFY(QFileInfo::exists(m_dir.path() + QStringLiteral("/Locked/Page_1.jpg")));
 }
@@ -472,6 +480,21 @@ void ImageActionsTest::failuresAreShown()
     QVERIFY(alert->informativeText().contains(QStringLiteral("bad.png")));
     QVERIFY(m_fakes->notifications.delivered.isEmpty());
     QVERIFY(!QFileInfo::exists(m_dir.path() + QStringLiteral("/bad_10x10.png")));
+    delete alert;
+
+    // No image behind the name at all: no overlay at 0 x 0, but the reason.
+    const QString words = m_dir.path() + QStringLiteral("/words.png");
+    ImageFixtures::write(words, "just words");
+    drop({words});
+    button(QStringLiteral("resizeImgBtn"))->click();
+    QVERIFY(!m_app->isModalOverlayVisible());
+    alert = nullptr;
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (auto *box = qobject_cast<QMessageBox *>(w); box && box->isVisible())
+            alert = box;
+    QVERIFY(alert);
+    QCOMPARE(alert->text(), QStringLiteral("The size of this image cannot be read"));
+    QVERIFY(alert->informativeText().contains(QStringLiteral("words.png")));
 }
 
 QTEST_MAIN(ImageActionsTest)

@@ -209,8 +209,10 @@ void MoveCopyUiTest::clashAsksAndKeepsBoth()
     ConflictDialog *dialog = m_app->conflictResolver()->openDialog();
     QVERIFY(dialog && dialog->isVisible());
     QVERIFY(m_app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
+    QVERIFY(m_app->windowIsVsbl()); // held by the question
     dialog->keepBothButton->click();
     QTRY_VERIFY(!m_app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
+    QVERIFY(!m_app->windowIsVsbl()); // and gone with the answer, picker and all
     QFile old(dest + QStringLiteral("/same.txt")), kept(dest + QStringLiteral("/same 1.txt"));
     QVERIFY(old.open(QIODevice::ReadOnly) && kept.open(QIODevice::ReadOnly));
     QCOMPARE(old.readAll(), QByteArray("old"));

@@ -34,32 +34,37 @@ void ClassificationTest::fileTypeByName_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<quint64>("code");
+    QTest::addColumn<bool>("archive");
     // None of these files exist: the name alone decides.
-    QTest::newRow("png") << "photo.png" << quint64(1);
-    QTest::newRow("upper-case JPG") << "IMG_0001.JPG" << quint64(1);
-    QTest::newRow("heic") << "shot.heic" << quint64(1);
-    QTest::newRow("tiff") << "scan.tiff" << quint64(1);
-    QTest::newRow("svg kept out") << "logo.svg" << quint64(777);
-    QTest::newRow("illustrator kept out") << "poster.ai" << quint64(777);
-    QTest::newRow("photoshop kept out") << "layers.psd" << quint64(777);
-    QTest::newRow("plain text") << "notes.txt" << quint64(2);
-    QTest::newRow("markdown") << "README.md" << quint64(2);
-    QTest::newRow("html") << "page.html" << quint64(2);
-    QTest::newRow("c++ source") << "main.cpp" << quint64(2);
-    QTest::newRow("rtf") << "letter.rtf" << quint64(2);
-    QTest::newRow("pdf") << "paper.pdf" << quint64(777);
-    QTest::newRow("word document") << "report.docx" << quint64(777);
-    QTest::newRow("zip") << "archive.zip" << quint64(777);
-    QTest::newRow("no extension") << "Makefile-like" << quint64(777);
-    QTest::newRow("dot file") << ".bashrc" << quint64(777);
-    QTest::newRow("unknown extension") << "thing.qqqzzz" << quint64(777);
+    QTest::newRow("png") << "photo.png" << quint64(1) << false;
+    QTest::newRow("upper-case JPG") << "IMG_0001.JPG" << quint64(1) << false;
+    QTest::newRow("heic") << "shot.heic" << quint64(1) << false;
+    QTest::newRow("tiff") << "scan.tiff" << quint64(1) << false;
+    QTest::newRow("svg kept out") << "logo.svg" << quint64(777) << false;
+    QTest::newRow("illustrator kept out") << "poster.ai" << quint64(777) << false;
+    QTest::newRow("photoshop kept out") << "layers.psd" << quint64(777) << false;
+    QTest::newRow("plain text") << "notes.txt" << quint64(2) << false;
+    QTest::newRow("markdown") << "README.md" << quint64(2) << false;
+    QTest::newRow("html") << "page.html" << quint64(2) << false;
+    QTest::newRow("c++ source") << "main.cpp" << quint64(2) << false;
+    QTest::newRow("rtf") << "letter.rtf" << quint64(2) << false;
+    QTest::newRow("pdf") << "paper.pdf" << quint64(777) << false;
+    QTest::newRow("word document") << "report.docx" << quint64(777) << false;
+    QTest::newRow("zip") << "archive.zip" << quint64(777) << true;
+    QTest::newRow("compressed tar") << "backup.tar.gz" << quint64(777) << true;
+    QTest::newRow("7-zip") << "photos.7z" << quint64(777) << true;
+    QTest::newRow("no extension") << "Makefile-like" << quint64(777) << false;
+    QTest::newRow("dot file") << ".bashrc" << quint64(777) << false;
+    QTest::newRow("unknown extension") << "thing.qqqzzz" << quint64(777) << false;
 }
 
 void ClassificationTest::fileTypeByName()
 {
     QFETCH(QString, name);
     QFETCH(quint64, code);
+    QFETCH(bool, archive);
     QCOMPARE(Utils::determineFileType(m_tree.path() + QStringLiteral("/missing/") + name), code);
+    QCOMPARE(Utils::isArchiveFile(m_tree.path() + QStringLiteral("/missing/") + name), archive);
 }
 
 void ClassificationTest::foldersAndPackages_data()
@@ -70,6 +75,7 @@ void ClassificationTest::foldersAndPackages_data()
     QTest::newRow("plain folder") << QByteArray("Photos") << quint64(333) << false;
     QTest::newRow("folder with a dot") << QByteArray("v1.2") << quint64(333) << false;
     QTest::newRow("folder named like an image") << QByteArray("shots.png") << quint64(333) << false;
+    QTest::newRow("folder named like an archive") << QByteArray("old.zip") << quint64(333) << false;
     QTest::newRow("rtfd package") << QByteArray("Letter.rtfd") << quint64(2) << true;
     QTest::newRow("app package") << QByteArray("Tool.app") << quint64(777) << true;
     QTest::newRow("pages package") << QByteArray("Essay.pages") << quint64(777) << true;
@@ -85,6 +91,7 @@ void ClassificationTest::foldersAndPackages()
     QVERIFY(Utils::isThisAFolderHere(path));
     QCOMPARE(Utils::isFilePackageAtPath(path), package);
     QCOMPARE(Utils::determineFileType(path), code);
+    QVERIFY(!Utils::isArchiveFile(path)); // a folder is zipped whatever its name
 }
 
 void ClassificationTest::imagesOnlyKeepOrder()

@@ -29,9 +29,10 @@ using States = QHash<QString, ButtonState>;
 Q_DECLARE_METATYPE(PanelInputs)
 
 namespace {
-PanelInputs inputs(bool lib, bool other, int images = 0, bool pdf = false)
+PanelInputs inputs(bool lib, bool other, int images = 0, bool pdf = false, bool archive = false)
 {
     PanelInputs in;
+    in.firstPathIsArchive = archive;
     in.libraryFolderFile = lib;
     in.droppedImageFromOtherApp = other;
     in.imageCount = images;
@@ -61,12 +62,17 @@ void PanelsTest::enablingRules_data()
     QTest::newRow("folder, library") << quint64(333) << inputs(true, false) << QStringList() << folder << pdfButtons;
     QTest::newRow("folder named like a PDF") << quint64(333) << inputs(false, false, 0, true) << folder + pdfButtons
                                              << QStringList() << QStringList();
-    QTest::newRow("other file") << quint64(777) << inputs(false, false) << QStringList{"trashFileBtn", "createNewBtn"}
-                                << QStringList() << pdfButtons;
-    QTest::newRow("other file from another app") << quint64(777) << inputs(false, true) << QStringList()
+    QTest::newRow("other file") << quint64(777) << inputs(false, false)
+                                << QStringList{"trashFileBtn", "createNewBtn", "zipBtn"} << QStringList() << pdfButtons;
+    QTest::newRow("other file from another app") << quint64(777) << inputs(false, true) << QStringList{"zipBtn"}
                                                  << QStringList{"trashFileBtn", "createNewBtn"} << pdfButtons;
+    QTest::newRow("other file, library") << quint64(777) << inputs(true, false) << QStringList()
+                                         << QStringList{"trashFileBtn", "createNewBtn", "zipBtn"} << pdfButtons;
+    QTest::newRow("archive is not zipped again") << quint64(777) << inputs(false, false, 0, false, true)
+                                                 << QStringList{"trashFileBtn", "createNewBtn"} << QStringList{"zipBtn"}
+                                                 << pdfButtons;
     QTest::newRow("PDF file") << quint64(777) << inputs(false, false, 0, true)
-                              << QStringList{"trashFileBtn", "createNewBtn", "printPrTbleFileBtn", "convrtPDFToImgBtn"}
+                              << QStringList{"trashFileBtn", "createNewBtn", "zipBtn", "printPrTbleFileBtn", "convrtPDFToImgBtn"}
                               << QStringList() << QStringList();
     const QStringList multi = {"moveToOneFoldBtn", "createFileMultiBtn", "trashMultiBtn", "revealInfinderMultibtn"};
     const QStringList imageButtons = {"multiConvrtImg", "multiResizeImg"};
@@ -100,7 +106,8 @@ void PanelsTest::enablingRules()
 
 void PanelsTest::panel777KeepsWhatPanel333Left()
 {
-    // The two share one view: applying 777 after a library folder on 333 leaves zip and reveal off.
+    // The two share one view: applying 777 after a library folder on 333 leaves reveal off; zip
+    // follows the file of 777 itself.
     States view;
     for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(DropPanelFolder))
         view.insert(QString::fromLatin1(spec.outlet), ButtonState{});
@@ -111,8 +118,11 @@ void PanelsTest::panel777KeepsWhatPanel333Left()
     };
     apply(DropPanelFolder, inputs(true, false));
     apply(DropPanelDefault, inputs(false, false));
-    QCOMPARE(view.value("zipBtn").enabled, false);
+    QCOMPARE(view.value("zipBtn").enabled, true);
     QCOMPARE(view.value("revealInFinderBtn").enabled, false);
+    apply(DropPanelDefault, inputs(false, false, 0, false, true));
+    apply(DropPanelDefault, inputs(false, false));
+    QCOMPARE(view.value("zipBtn").enabled, true); // an archive before leaves nothing behind
     QCOMPARE(view.value("trashFileBtn").enabled, true);
 }
 

@@ -89,6 +89,30 @@ quint64 Utils::determineFileType(const QString &path)
     return 777;
 }
 
+bool Utils::isArchiveFile(const QString &path)
+{
+    // Packed or compressed as a whole; formats that are zip inside (office documents, jars) are documents.
+    static const QSet<QString> archives{
+        QStringLiteral("application/zip"),          QStringLiteral("application/x-tar"),
+        QStringLiteral("application/x-compressed-tar"), QStringLiteral("application/x-bzip-compressed-tar"),
+        QStringLiteral("application/x-bzip2-compressed-tar"), QStringLiteral("application/x-xz-compressed-tar"),
+        QStringLiteral("application/x-zstd-compressed-tar"), QStringLiteral("application/x-lzma-compressed-tar"),
+        QStringLiteral("application/x-lz4-compressed-tar"), QStringLiteral("application/x-lzip-compressed-tar"),
+        QStringLiteral("application/x-tarz"),       QStringLiteral("application/gzip"),
+        QStringLiteral("application/x-bzip"),       QStringLiteral("application/x-bzip2"),
+        QStringLiteral("application/x-xz"),         QStringLiteral("application/zstd"),
+        QStringLiteral("application/x-lzma"),       QStringLiteral("application/x-lz4"),
+        QStringLiteral("application/x-lzip"),       QStringLiteral("application/x-compress"),
+        QStringLiteral("application/x-7z-compressed"), QStringLiteral("application/vnd.rar"),
+        QStringLiteral("application/x-rar"),        QStringLiteral("application/x-arj"),
+        QStringLiteral("application/vnd.ms-cab-compressed"), QStringLiteral("application/x-cpio")};
+    if (isThisAFolderHere(path))
+        return false;
+    static const QMimeDatabase db;
+    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(PathParts::lastComponent(path)), QMimeDatabase::MatchExtension);
+    return archives.contains(type.name());
+}
+
 QStringList Utils::getImagesOnlyFromArrPaths(const QStringList &paths)
 {
     QStringList images;

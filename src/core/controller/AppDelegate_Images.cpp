@@ -11,6 +11,7 @@
 #include "images/Thumbnails.h"
 #include "images/jobs/ConvertJob.h"
 #include "images/jobs/ResizeJob.h"
+#include "images/vips/VipsSupport.h"
 #include "utils/Utils.h"
 
 
@@ -21,7 +22,18 @@ constexpr quint64 kResizeFromOtherAppCredit = 200;
 
 QImage AppDelegate::thumbnailForFilePath(const QString &path) const { return Thumbnails::thumbnailForFilePath(path); }
 
-void AppDelegate::quickResizeBtnAction(ActionButton *) { showOverlayPanel(imgResizeVC); }
+void AppDelegate::quickResizeBtnAction(ActionButton *)
+{
+    // One image whose size cannot be read would open the fields at 0 x 0: say why instead.
+    if (!multiFilesActionPanelShown) {
+        if (const auto size = VipsSupport::headerSize(filePathsArr.value(0)); !size.ok()) {
+            qWarning("%s", qPrintable(size.error().message));
+            Utils::showBasicAlertwithTitle(Texts::localized("sizeUnreadableTitle"), size.error().message);
+            return;
+        }
+    }
+    showOverlayPanel(imgResizeVC);
+}
 
 void AppDelegate::convertImgAction(ActionButton *) { showOverlayPanel(imgConvrtVC); }
 

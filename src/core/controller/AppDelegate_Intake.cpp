@@ -63,10 +63,9 @@ bool AppDelegate::takePromisedFiles(const QStringList &promisedPaths, bool quick
 void AppDelegate::takeDroppedFileNames(const QStringList &paths)
 {
     filePathsArr = paths;
-    // Files that live in a temporary folder are no files of the user's: applications put what they
-    // hand out by drag there.
-    const QString parent = PathParts::parent(paths.first());
-    if (parent.startsWith(QDir::tempPath()))
+    // Only our own temp folder holds what other applications handed out; a file under /tmp that the
+    // user drags from a file manager is as much the user's as any other.
+    if (Utils::isInTempFileOperationsFolder(paths.first()))
         droppedImageFromOtherApp = true;
     libraryFolderFile = Utils::checkIfFileIsFromLibraryFolder(paths.first());
 }
@@ -194,8 +193,7 @@ void AppDelegate::cancelAllPromisedImportOperations()
     delete m_promiseImport; // its settle checks stop with it
     // Only ever a folder of the temp folder: a drop of the user's own files is never removed.
     const QString folder = filePathsArr.isEmpty() ? QString() : PathParts::parent(filePathsArr.first());
-    const QString temp = Utils::tempFileOperationsFolder();
-    const bool ours = !folder.isEmpty() && !temp.isEmpty() && folder.startsWith(temp + QLatin1Char('/'));
+    const bool ours = !folder.isEmpty() && Utils::isInTempFileOperationsFolder(folder);
     if (!ours || !QDir(folder).removeRecursively())
         qWarning("error deleting TempDir for promised files %s", qPrintable(NativePath::forDisplay(folder)));
     QTimer::singleShot(1000, this, [this] {

@@ -120,8 +120,11 @@ void AppDelegate::modalOverlayDidShow(JMModalOverlay *overlay)
     QWidget *controller = overlay->contentViewController;
     if (controller == imgResizeVC) {
         const QVariantMap dims = Utils::getImageDimensionsAtPath(filePathsArr.value(0));
-        imgResizeVC->setOldSizeValues(QSizeF(dims.value(QStringLiteral("kImgWidth")).toFloat(),
-                                             dims.value(QStringLiteral("kImgHeight")).toFloat()));
+        const QSizeF old(dims.value(QStringLiteral("kImgWidth")).toFloat(), dims.value(QStringLiteral("kImgHeight")).toFloat());
+        // No size to start from (the resize button said why): the fields are not filled with 0 x 0.
+        if (old.isEmpty() && !multiFilesActionPanelShown)
+            return;
+        imgResizeVC->setOldSizeValues(old);
         imgResizeVC->widthTextField->setText(QString::number(qint64(imgResizeVC->oldSizeValues().width())));
         imgResizeVC->heightTextField->setText(QString::number(qint64(imgResizeVC->oldSizeValues().height())));
         focusLater(imgResizeVC->widthTextField);

@@ -57,6 +57,8 @@ void AppDelegate::buildWindow()
                                           [this](const FileCopyParamsPtr &job) { m_moveCopy->cancelCopyProgress(job); });
     m_moveCopy = new MoveCopyOrchestrator(m_conflicts, m_alerts, moveFilesProgress, m_platform.trash, this);
     connect(m_moveCopy, &MoveCopyOrchestrator::orderOutTheWindow, this, &AppDelegate::orderOutTheWindow);
+    // After a name clash was answered the window goes, as it does at once without one.
+    connect(m_moveCopy, &MoveCopyOrchestrator::operationEnded, this, &AppDelegate::orderOutTheWindow);
     connect(this, &QObject::destroyed, moveFilesProgress, &QObject::deleteLater);
 }
 
@@ -120,7 +122,8 @@ void AppDelegate::showPanelWithIndex(quint64 index)
     PanelInputs inputs;
     inputs.libraryFolderFile = libraryFolderFile;
     inputs.droppedImageFromOtherApp = droppedImageFromOtherApp;
-    inputs.firstPathIsPdf = !filePathsArr.isEmpty() && filePathsArr.first().endsWith(QLatin1String(".pdf"), Qt::CaseInsensitive);
+    inputs.firstPathIsPdf = !filePathsArr.isEmpty() && Utils::isThisPDFFile(filePathsArr.first());
+    inputs.firstPathIsArchive = !filePathsArr.isEmpty() && Utils::isArchiveFile(filePathsArr.first());
     inputs.zipRunning = zippingTask && zippingTask->state() != QProcess::NotRunning;
     if (panel == DropPanelMultiFiles) {
         imgsOnlyPathsArr = Utils::getImagesOnlyFromArrPaths(filePathsArr);
@@ -242,9 +245,7 @@ void AppDelegate::activatePrevFrontMostApp()
 
 void AppDelegate::chooseFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen)
 {
-    QString start = Utils::getOpenPanelURL();
-    if (start.isEmpty() || !QFileInfo(start).isDir())
-        start = Utils::getDesktopFolderPath();
+    const QString start = Utils::existingStartFolder(Utils::getOpenPanelURL());
     auto *panel = new QFileDialog(asSheet ? window : nullptr, title, start);
     panel->setObjectName(QStringLiteral("chooseFolderPanel"));
     panel->setFileMode(QFileDialog::Directory);

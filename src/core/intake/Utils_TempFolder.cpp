@@ -3,6 +3,7 @@
 #include "utils/Utils.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <dirent.h>
@@ -79,6 +80,26 @@ void Utils::cleanUPTepmFileOperationsFolder()
         if (!TreeWalk::removeRecursively(entry, [](const QByteArray &, int) {}))
             qWarning("Failed to clean up temp dir");
     }
+}
+
+bool Utils::isInTempFileOperationsFolder(const QString &path)
+{
+    // Both spellings: promised files come with the folder's links resolved.
+    const QString folder = tempFolderPath();
+    const QString resolved = QDir(folder).canonicalPath();
+    for (const QString &root : {folder, resolved})
+        if (!root.isEmpty() && path.startsWith(root + QLatin1Char('/')))
+            return true;
+    return false;
+}
+
+QString Utils::existingStartFolder(const QString &remembered)
+{
+    for (const QString &candidate : {remembered, QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+                                     QDir::homePath()})
+        if (!candidate.isEmpty() && QFileInfo(candidate).isDir())
+            return candidate;
+    return QDir::rootPath();
 }
 
 QString Utils::checkAndReturnHomeFolderPath(const QString &)

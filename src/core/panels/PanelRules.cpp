@@ -35,6 +35,7 @@ QHash<QString, ButtonState> buttonStatesFor(DropPanel panel, const PanelInputs &
         break;
     case DropPanelDefault:
         setAll(states, {"trashFileBtn", "createNewBtn"}, !libOrOther);
+        setAll(states, {"zipBtn"}, !lib && !in.firstPathIsArchive);
         setAll(states, {"printPrTbleFileBtn", "convrtPDFToImgBtn"}, in.firstPathIsPdf, in.firstPathIsPdf);
         break;
     case DropPanelMultiFiles:

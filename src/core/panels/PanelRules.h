@@ -19,13 +19,15 @@ struct PanelInputs
     bool droppedImageFromOtherApp = false; // OTHER
     int imageCount = 0;                    // images among the dropped paths
     bool firstPathIsPdf = false;
+    bool firstPathIsArchive = false;
     bool zipRunning = false;
 };
 
 namespace PanelRules {
 
 // The buttons a panel's rules touch when it opens, with their new state. Buttons not in the answer
-// keep what they had: panel 777 shares its view with 333 and leaves the reveal and zip buttons alone.
+// keep what they had: panel 777 shares its view with 333 and leaves the reveal button alone. Its zip
+// button follows the file itself: an archive is not zipped again (a.zip would become a.zip).
 QHash<QString, ButtonState> buttonStatesFor(DropPanel panel, const PanelInputs &in);
 
 // On panel 888: the resize overlay works on several files unless exactly one image is among them.

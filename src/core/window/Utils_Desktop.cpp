@@ -35,9 +35,7 @@ void Utils::showBasicAlertwithTitle(const QString &title, const QString &informa
 void Utils::openSavePanelWithCurrentFilePath(const QString &path, const QString &allowedFileType,
                                              const QString &defFileName, std::function<void(QString)> done)
 {
-    QString folder = getSavePanelURL();
-    if (folder.isEmpty() || !QFileInfo(folder).isDir())
-        folder = getDesktopFolderPath();
+    const QString folder = existingStartFolder(getSavePanelURL());
     QString suffix = QFileInfo(path).suffix();
     if (suffix.isEmpty() && allowedFileType != QLatin1String("img"))
         suffix = allowedFileType;

@@ -47,9 +47,10 @@ ConflictDialog::ConflictDialog(const ConflictQuestion &question, QWidget *parent
     outer->addLayout(buttons);
     setMinimumWidth(420);
 
+    // Gone before the answer is acted on: a window that closes on the answer is no longer held by it.
     auto answer = [this](ConflictAnswer a) {
-        Q_EMIT answered(ConflictReply{a, applyToAllBox->isChecked()});
         QDialog::accept();
+        Q_EMIT answered(ConflictReply{a, applyToAllBox->isChecked()});
     };
     connect(replaceButton, &QPushButton::clicked, this, [answer] { answer(ConflictAnswer::Replace); });
     connect(skipButton, &QPushButton::clicked, this, [answer] { answer(ConflictAnswer::Skip); });
@@ -58,8 +59,8 @@ ConflictDialog::ConflictDialog(const ConflictQuestion &question, QWidget *parent
 
 void ConflictDialog::reject()
 {
-    Q_EMIT answered(ConflictReply{ConflictAnswer::Skip, applyToAllBox->isChecked()});
     QDialog::reject();
+    Q_EMIT answered(ConflictReply{ConflictAnswer::Skip, applyToAllBox->isChecked()});
 }
 
 void WidgetConflictResolver::ask(const ConflictQuestion &question, std::function<void(ConflictReply)> reply)

@@ -2,12 +2,13 @@
 
 #include "images/ImageErrors.h"
 
-#include "core/fs/PathParts.h"
+#include "core/fs/FsCalls.h"
+#include "core/fs/NativePath.h"
 #include "utils/Utils.h"
 
 #include <poppler-qt6.h>
 
-#include <QMimeDatabase>
+#include <sys/stat.h>
 
 #include <cmath>
 #include <mutex>
@@ -85,11 +86,16 @@ bool PdfPages::unlockWithPassword(const QByteArray &pdf, const QByteArray &passw
     return document && !document->isLocked();
 }
 
-bool PdfFiles::isPdfName(const QString &path)
+bool PdfFiles::hasPdfContent(const QString &path)
 {
-    static const QMimeDatabase mimes;
-    return mimes.mimeTypeForFile(PathParts::lastComponent(path), QMimeDatabase::MatchExtension)
-        .inherits(QStringLiteral("application/pdf"));
+    // Readers accept the header anywhere in the first kilobyte, after junk a mail program left.
+    const FsCalls::UniqueFd file(::open(NativePath::toNative(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat st;
+    if (!file || ::fstat(file.fd, &st) != 0 || !S_ISREG(st.st_mode))
+        return false;
+    char head[1024];
+    const ssize_t got = ::read(file.fd, head, sizeof head);
+    return got > 0 && QByteArrayView(head, got).contains("%PDF-");
 }
 
-bool Utils::isThisPDFFile(const QString &path) { return PdfFiles::isPdfName(path); }
+bool Utils::isThisPDFFile(const QString &path) { return PdfFiles::hasPdfContent(path); }

@@ -36,6 +36,6 @@ bool unlockWithPassword(const QByteArray &pdf, const QByteArray &password);
 } // namespace PdfPages
 
 namespace PdfFiles {
-// By the name's extension alone: the contents are not looked at.
-bool isPdfName(const QString &path);
+// By what the file holds, whatever its name: a regular file with the PDF header in its first kilobyte.
+bool hasPdfContent(const QString &path);
 } // namespace PdfFiles
