@@ -1,4 +1,5 @@
 #include "cli/CommandLine.h"
+#include "cli/Console.h"
 #include "core/controller/AppDelegate.h"
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
@@ -14,10 +15,11 @@
 
 #include <QApplication>
 #include <QCoreApplication>
-#include <QTextStream>
+#include <QFile>
 
 #include <cstdio>
 #include <cstdlib>
+#include <unistd.h>
 
 namespace {
 
@@ -47,9 +49,12 @@ int runCommandLine(int argc, char **argv)
     Platform services;
     services.volumes = &volumes;
     Platform::install(services);
-    QTextStream out(stdout);
-    QTextStream err(stderr);
-    return CommandLine::run(argumentsAsPaths(argc, argv), out, err);
+    // Unbuffered: each line goes out whole and in order, and a path keeps its bytes.
+    QFile out, err;
+    out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    err.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    Console console(out, err);
+    return CommandLine::run(argumentsAsPaths(argc, argv), console);
 }
 
 int runResident(int argc, char **argv)

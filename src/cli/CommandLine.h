@@ -1,27 +1,21 @@
 #pragma once
 
-#include <QStringList>
-#include <QTextStream>
+#include "CommandTable.h"
 
-#include <functional>
+#include <QStringList>
+
+class Console;
+struct Invocation;
 
 // "quaydrop COMMAND ARGS...": the actions without the tray, for scripts and file-manager menus.
-// Results go to `out`, errors to `err`; the answer is the process's exit code.
 namespace CommandLine {
 
-struct Command
-{
-    QString name;
-    QString arguments;
-    QString summary;
-    std::function<int(const QStringList &args, QTextStream &out, QTextStream &err)> run;
-};
-
-const QList<Command> &commands();
-// True when argv asks for a command or for help rather than the resident program.
+// True when argv asks for a command, for help or for the version rather than the resident program.
 bool wantsCommandLine(const QStringList &args);
-int run(const QStringList &args, QTextStream &out, QTextStream &err);
+// The process's exit code.
+int run(const QStringList &args, Console &console);
 
-inline constexpr int kUsageError = 2;
+// A handler's own usage error ("give --width, --height or both"): the line, the usage, and 2.
+int usageError(const Cli::Command &command, Console &console, const QString &what);
 
 } // namespace CommandLine

@@ -1,63 +1,52 @@
 #include "CoreCommands.h"
 
+#include "ArgumentParser.h"
 #include "CliPaths.h"
-#include "CommandLine.h"
-#include "core/fs/NativePath.h"
+#include "Console.h"
 #include "core/ledger/TimeSavedLedger.h"
 #include "utils/Utils.h"
 
-
-
-
-
-// Classification goes by name, so a path that does not exist still has a code; it is reported all the same.
-int runTypeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
+// A path that is not there gets its error line and nothing on standard output.
+int runTypeCommand(const Invocation &invocation, Console &console)
 {
-    if (paths.isEmpty()) {
-        err << "usage: quaydrop type PATH...\n";
-        return CommandLine::kUsageError;
-    }
     int status = 0;
-    for (const QString &p : paths) {
+    for (const QString &p : invocation.arguments) {
         const QString path = CliPaths::absolute(p);
-        if (CliPaths::reportMissing(path, err))
-            status = 1;
-        out << Utils::determineFileType(path) << '\t' << NativePath::forDisplay(p) << '\n';
+        if (const auto missing = CliPaths::missing(path)) {
+            console.fail(*missing);
+            status = Cli::kFailed;
+            continue;
+        }
+        console.out << Utils::determineFileType(path) << '\t' << p << '\n';
     }
     return status;
 }
 
-int runSizeCommand(const QStringList &paths, QTextStream &out, QTextStream &err)
+int runSizeCommand(const Invocation &invocation, Console &console)
 {
-    if (paths.isEmpty()) {
-        err << "usage: quaydrop size PATH...\n";
-        return CommandLine::kUsageError;
-    }
     QStringList absolutePaths;
     int status = 0;
-    for (const QString &p : paths) {
+    for (const QString &p : invocation.arguments) {
         absolutePaths.append(CliPaths::absolute(p));
-        if (CliPaths::reportMissing(absolutePaths.last(), err))
-            status = 1;
+        if (const auto missing = CliPaths::missing(absolutePaths.last())) {
+            console.fail(*missing);
+            status = Cli::kFailed;
+        }
     }
     // One walk: the readable text is the same as getTheSizeOfItemsInArr's for a non-empty list.
     const quint64 bytes = Utils::sizeOfItemsInArr(absolutePaths);
-    out << Utils::getHumanReadableSizeFrom(bytes) << '\t' << bytes << " bytes\n";
+    console.out << Utils::getHumanReadableSizeFrom(bytes) << '\t' << bytes << " bytes\n";
     return status;
 }
 
-int runLedgerCommand(const QStringList &args, QTextStream &out, QTextStream &err)
+int runLedgerCommand(const Invocation &, Console &console)
 {
-    if (!args.isEmpty()) {
-        err << "usage: quaydrop ledger\n";
-        return CommandLine::kUsageError;
-    }
     const auto values = Utils::getTimeSavedDictionaryValues();
     if (!values) {
-        err << "quaydrop: the time-saved ledger " << Utils::getTimeSavedPlistPath() << " cannot be read\n";
-        return 1;
+        console.fail(QStringLiteral("%1: cannot be read").arg(Utils::getTimeSavedPlistPath()));
+        return Cli::kFailed;
     }
-    out << "This week: " << relativeTime(values->value(QStringLiteral("weeklySecSaved")).toULongLong()) << '\n'
-        << "Total:     " << relativeTime(values->value(QStringLiteral("totalSecSaved")).toULongLong()) << '\n';
+    console.out << "This week: " << relativeTime(values->value(QStringLiteral("weeklySecSaved")).toULongLong()) << '\n'
+                << "Total:     " << relativeTime(values->value(QStringLiteral("totalSecSaved")).toULongLong()) << '\n';
     return 0;
 }

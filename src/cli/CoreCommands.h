@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QStringList>
-#include <QTextStream>
+class Console;
+struct Invocation;
 
-int runTypeCommand(const QStringList &paths, QTextStream &out, QTextStream &err);
-int runSizeCommand(const QStringList &paths, QTextStream &out, QTextStream &err);
-int runLedgerCommand(const QStringList &args, QTextStream &out, QTextStream &err);
+int runTypeCommand(const Invocation &invocation, Console &console);
+int runSizeCommand(const Invocation &invocation, Console &console);
+int runLedgerCommand(const Invocation &invocation, Console &console);

@@ -1,61 +1,61 @@
 #include "FileCommands.h"
 
+#include "ArgumentParser.h"
 #include "CliPaths.h"
 #include "CommandLine.h"
+#include "Console.h"
 #include "ConsoleFrontEnd.h"
-#include "core/fs/NativePath.h"
 #include "fileops/orchestration/MoveCopyOrchestrator.h"
+#include "platform/Platform.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/posix/UnixSignalWatcher.h"
 #include "utils/Utils.h"
 
 #include <QEventLoop>
 
-
+#include <unistd.h>
 
 namespace {
 
-constexpr int kCancelledExit = 130; // as a shell reports Ctrl+C
+QString items(qsizetype n) { return n == 1 ? QStringLiteral("1 item") : QStringLiteral("%1 items").arg(n); }
 
-int runTransfer(bool copy, const QStringList &args, QTextStream &out, QTextStream &err)
+int runTransfer(bool copy, const Invocation &invocation, Console &console)
 {
-    const char *usage = copy ? "usage: quaydrop copy SRC... DESTDIR [--keep-both|--skip|--replace]\n"
-                             : "usage: quaydrop move SRC... DESTDIR [--keep-both|--skip|--replace]\n";
     std::optional<ConflictAnswer> policy;
+    int chosen = 0;
+    for (const auto &[flag, answer] : {std::pair{"--keep-both", ConflictAnswer::KeepBoth},
+                                        std::pair{"--skip", ConflictAnswer::Skip},
+                                        std::pair{"--replace", ConflictAnswer::Replace}}) {
+        if (invocation.has(flag)) {
+            policy = answer;
+            ++chosen;
+        }
+    }
+    if (chosen > 1)
+        return CommandLine::usageError(*invocation.command, console,
+                                       QStringLiteral("choose one of --keep-both, --skip and --replace"));
     QStringList paths;
-    for (const QString &a : args) {
-        if (a == u"--keep-both")
-            policy = ConflictAnswer::KeepBoth;
-        else if (a == u"--skip")
-            policy = ConflictAnswer::Skip;
-        else if (a == u"--replace")
-            policy = ConflictAnswer::Replace;
-        else if (a.startsWith(u"--")) {
-            err << "quaydrop: unknown option " << a << '\n' << usage;
-            return CommandLine::kUsageError;
-        } else
-            paths.append(CliPaths::absolute(a));
-    }
-    if (paths.size() < 2) {
-        err << usage;
-        return CommandLine::kUsageError;
-    }
+    for (const QString &a : invocation.arguments)
+        paths.append(CliPaths::absolute(a));
     const QString dest = paths.takeLast();
-    if (!Utils::isThisAFolderHere(dest)) {
-        err << "quaydrop: " << NativePath::forDisplay(dest) << " is not a folder\n";
-        return 1;
+    if (const auto wrong = CliPaths::notAFolder(dest)) {
+        console.fail(*wrong);
+        return Cli::kFailed;
     }
-    for (const QString &p : std::as_const(paths))
-        if (CliPaths::reportMissing(p, err, " (nothing was done)"))
-            return 1;
+    for (const QString &p : std::as_const(paths)) {
+        if (const auto missing = CliPaths::missing(p)) {
+            console.fail(*missing, " (nothing was done)");
+            return Cli::kFailed;
+        }
+    }
 
-    ConsoleResolver resolver(policy, err);
-    ConsoleAlerts alerts(err);
-    ConsoleProgress progress(err);
-    ConsoleNotifications notifications(out);
+    ConsoleResolver resolver(policy, console);
+    ConsoleAlerts alerts(console);
+    ConsoleProgress progress(console, ::isatty(STDERR_FILENO));
     FreedesktopTrash trash;
+    // The result is this command's own line; a notification would only repeat it.
     Platform services = Platform::current();
-    services.notifications = &notifications;
+    services.notifications = nullptr;
     services.trash = &trash;
     Platform::install(services);
 
@@ -72,29 +72,34 @@ int runTransfer(bool copy, const QStringList &args, QTextStream &out, QTextStrea
     }
     Platform::install({});
 
-    switch (outcome) {
-    case MoveCopyOrchestrator::Outcome::Refused:
-        return 1;
-    case MoveCopyOrchestrator::Outcome::NothingToDo:
-        err << "quaydrop: every item was skipped; nothing was done\n";
-        return 0;
-    case MoveCopyOrchestrator::Outcome::Moved:
-        return engine.lastRenameFailures() > 0 ? 1 : 0;
-    default:
-        break;
+    if (outcome == MoveCopyOrchestrator::Outcome::Refused)
+        return Cli::kFailed; // the alert has said why
+    if (progress.firstError) {
+        if (progress.firstError->code == 1001) {
+            console.fail(copy ? QStringLiteral("cancelled; nothing is half-written")
+                              : QStringLiteral("cancelled; every source is where it was"));
+            return Cli::kCancelled;
+        }
+        if (!alerts.shown)
+            console.fail(*progress.firstError);
+        return Cli::kFailed;
     }
-    if (!progress.firstError)
-        return 0;
-    if (progress.firstError->code == 1001) {
-        err << "quaydrop: cancelled; every source is where it was\n";
-        return kCancelledExit;
-    }
-    if (!alerts.shown)
-        err << "quaydrop: " << progress.firstError->message << '\n';
-    return 1;
+    const qsizetype skipped = engine.lastSkipped().size();
+    const qsizetype done = paths.size() - skipped - engine.lastRenameFailures();
+    if (done > 0)
+        console.out << (copy ? "copied " : "moved ") << items(done) << " to " << dest << '\n';
+    else
+        console.fail(QStringLiteral("every item was skipped; nothing was done"));
+    if (engine.lastRenameFailures() > 0)
+        console.fail(QStringLiteral("%1 could not be moved (QUAYDROP_VERBOSE=1 shows why)").arg(items(engine.lastRenameFailures())));
+    if (resolver.unasked() > 0)
+        console.fail(QStringLiteral("%1 skipped: the name is taken and there was nobody to ask; "
+                                    "choose with --keep-both, --skip or --replace")
+                         .arg(items(resolver.unasked())));
+    return engine.lastRenameFailures() > 0 || resolver.unasked() > 0 ? Cli::kFailed : 0;
 }
 
 } // namespace
 
-int runCopyCommand(const QStringList &args, QTextStream &out, QTextStream &err) { return runTransfer(true, args, out, err); }
-int runMoveCommand(const QStringList &args, QTextStream &out, QTextStream &err) { return runTransfer(false, args, out, err); }
+int runCopyCommand(const Invocation &invocation, Console &console) { return runTransfer(true, invocation, console); }
+int runMoveCommand(const Invocation &invocation, Console &console) { return runTransfer(false, invocation, console); }

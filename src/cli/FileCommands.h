@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QStringList>
-#include <QTextStream>
+class Console;
+struct Invocation;
 
-// quaydrop copy|move SRC... DESTDIR [--keep-both|--skip|--replace]
-int runCopyCommand(const QStringList &args, QTextStream &out, QTextStream &err);
-int runMoveCommand(const QStringList &args, QTextStream &out, QTextStream &err);
+int runCopyCommand(const Invocation &invocation, Console &console);
+int runMoveCommand(const Invocation &invocation, Console &console);

@@ -1,10 +1,12 @@
 #include "ImageCommands.h"
 
+#include "ArgumentParser.h"
 #include "CliPaths.h"
 #include "CommandLine.h"
+#include "Console.h"
 #include "core/fs/FsCalls.h"
-#include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
+#include "images/ImageErrors.h"
 #include "images/ImageTypeCode.h"
 #include "images/ResizePlan.h"
 #include "images/jobs/ConvertJob.h"
@@ -17,42 +19,7 @@
 #include <QEventLoop>
 #include <QHash>
 
-
 namespace {
-
-constexpr int kCancelledExit = 130;
-
-struct Options
-{
-    QHash<QString, QString> values;
-    QStringList flags;
-    QStringList positional;
-};
-
-// "--name value" for the names in `withValue`, "--name" for those in `flags`, the rest positional.
-std::optional<Options> parse(const QStringList &args, const QStringList &withValue, const QStringList &flags,
-                             QTextStream &err)
-{
-    Options o;
-    for (qsizetype i = 0; i < args.size(); ++i) {
-        const QString &a = args.at(i);
-        if (withValue.contains(a)) {
-            if (i + 1 >= args.size()) {
-                err << "quaydrop: " << a << " needs a value\n";
-                return std::nullopt;
-            }
-            o.values.insert(a, args.at(++i));
-        } else if (flags.contains(a)) {
-            o.flags.append(a);
-        } else if (a.startsWith(u"--")) {
-            err << "quaydrop: unknown option " << a << '\n';
-            return std::nullopt;
-        } else {
-            o.positional.append(a);
-        }
-    }
-    return o;
-}
 
 // The type names of the commands, to the tags of the panels' buttons.
 const QHash<QString, qint64> &typeTags()
@@ -62,30 +29,43 @@ const QHash<QString, qint64> &typeTags()
     return tags;
 }
 
-std::optional<QStringList> existingFiles(const QStringList &arguments, QTextStream &err)
+// The files as absolute paths; nothing, with the line said, when one is not there.
+std::optional<QStringList> existingFiles(const QStringList &arguments, Console &console)
 {
     QStringList paths;
     for (const QString &a : arguments) {
-        const QString path = CliPaths::absolute(a);
-        if (CliPaths::reportMissing(path, err, " (nothing was done)"))
+        paths.append(CliPaths::absolute(a));
+        if (const auto missing = CliPaths::missing(paths.last())) {
+            console.fail(*missing, " (nothing was done)");
             return std::nullopt;
-        paths.append(path);
+        }
     }
     return paths;
 }
 
-// Runs the job to its end with a line per item on stderr and each written path on stdout. Ctrl+C
-// cancels between items. The exit code says whether everything was written.
-int runJob(ImageBatchJob &job, const char *verb, QTextStream &out, QTextStream &err)
+// --dest when given, else `fallback`; nothing, with the line said, when --dest is no folder.
+std::optional<QString> destinationFolder(const Invocation &invocation, const QString &fallback, Console &console)
+{
+    if (!invocation.has("--dest"))
+        return fallback;
+    const QString dest = CliPaths::absolute(invocation.value("--dest"));
+    if (const auto wrong = CliPaths::notAFolder(dest)) {
+        console.fail(*wrong);
+        return std::nullopt;
+    }
+    return dest;
+}
+
+// Runs the job to its end with a line per item on standard error and each written path on standard
+// output. Ctrl+C cancels between items. The exit code says whether everything was written.
+int runJob(ImageBatchJob &job, const char *verb, Console &console)
 {
     QObject::connect(&job, &ImageBatchJob::progress, &job, [&](int done, int total, const QString &item) {
         if (!item.isEmpty())
-            err << verb << ' ' << NativePath::forDisplay(item) << " (" << done + 1 << '/' << total << ")\n" << Qt::flush;
+            console.err << verb << ' ' << item << " (" << done + 1 << '/' << total << ")\n";
     });
-    QObject::connect(&job, &ImageBatchJob::itemWritten, &job,
-                     [&](const QString &path) { out << NativePath::forDisplay(path) << '\n' << Qt::flush; });
-    QObject::connect(&job, &ImageBatchJob::itemFailed, &job,
-                     [&](const Error &e) { err << "quaydrop: " << e.message << '\n' << Qt::flush; });
+    QObject::connect(&job, &ImageBatchJob::itemWritten, &job, [&](const QString &path) { console.out << path << '\n'; });
+    QObject::connect(&job, &ImageBatchJob::itemFailed, &job, [&](const Error &e) { console.fail(e); });
     UnixSignalWatcher interrupts;
     QObject::connect(&interrupts, &UnixSignalWatcher::terminationRequested, &job, &ImageBatchJob::cancel);
     QEventLoop loop;
@@ -93,165 +73,117 @@ int runJob(ImageBatchJob &job, const char *verb, QTextStream &out, QTextStream &
     job.start();
     loop.exec();
     if (job.isCancelled()) {
-        err << "quaydrop: cancelled; what was written stays, nothing is half-written\n";
-        return kCancelledExit;
+        console.fail(QStringLiteral("cancelled; what was written stays, nothing is half-written"));
+        return Cli::kCancelled;
     }
-    return job.failures().isEmpty() && !job.written().isEmpty() ? 0 : 1;
-}
-
-std::optional<QString> destinationFolder(const Options &o, const QString &fallback, QTextStream &err)
-{
-    if (!o.values.contains(QStringLiteral("--dest")))
-        return fallback;
-    const QString dest = CliPaths::absolute(o.values.value(QStringLiteral("--dest")));
-    if (!Utils::isThisAFolderHere(dest)) {
-        err << "quaydrop: " << NativePath::forDisplay(dest) << " is not a folder\n";
-        return std::nullopt;
-    }
-    return dest;
+    return job.failures().isEmpty() && !job.written().isEmpty() ? 0 : Cli::kFailed;
 }
 
 } // namespace
 
-int runResizeCommand(const QStringList &args, QTextStream &out, QTextStream &err)
+int runResizeCommand(const Invocation &invocation, Console &console)
 {
-    const char *usage = "usage: quaydrop resize [--width W] [--height H] [--dest DIR] FILE...\n"
-                        "  one image: a missing side follows the proportions; several: one output per side given\n";
-    const auto o = parse(args, {QStringLiteral("--width"), QStringLiteral("--height"), QStringLiteral("--dest")}, {}, err);
-    QString width = o ? o->values.value(QStringLiteral("--width")) : QString();
-    QString height = o ? o->values.value(QStringLiteral("--height")) : QString();
-    if (!o || o->positional.isEmpty() || (width.isEmpty() && height.isEmpty())) {
-        err << usage;
-        return CommandLine::kUsageError;
-    }
-    const auto paths = existingFiles(o->positional, err);
+    const QString width = invocation.value("--width");
+    const QString height = invocation.value("--height");
+    if (width.isEmpty() && height.isEmpty())
+        return CommandLine::usageError(*invocation.command, console, QStringLiteral("give --width, --height or both"));
+    const auto paths = existingFiles(invocation.arguments, console);
     if (!paths)
-        return 1;
-    const auto dest = destinationFolder(*o, PathParts::parent(paths->first()), err);
+        return Cli::kFailed;
+    const auto dest = destinationFolder(invocation, PathParts::parent(paths->first()), console);
     if (!dest)
-        return 1;
-    const bool multi = paths->size() > 1;
-    if (!multi && (width.isEmpty() || height.isEmpty())) {
-        // As the overlay does while typing with its proportion box on.
-        const QSizeF size = Utils::getImageDimensionsAtPathInSize(paths->first());
-        if (size.isEmpty()) {
-            err << "quaydrop: " << NativePath::forDisplay(paths->first()) << ": not an image this program can read\n";
-            return 1;
-        }
-        if (height.isEmpty())
-            height = ResizePlan::proportional(float(size.width()), float(size.height()), width);
-        else
-            width = ResizePlan::proportional(float(size.height()), float(size.width()), height);
-    }
-    ResizeJob job(ResizePlan::plan(*paths, multi, width, height, paths->first(), *dest,
+        return Cli::kFailed;
+    // One side given: the other follows each image's proportions, as the overlay does while typing.
+    // Both sides and one image: exactly that size; several images: one output per side.
+    const bool perSide = paths->size() > 1 || width.isEmpty() || height.isEmpty();
+    ResizeJob job(ResizePlan::plan(*paths, perSide, width, height, paths->first(), *dest,
                                    [](const QString &p) { return Utils::getImageDimensionsAtPathInSize(p); }));
-    return runJob(job, "resizing", out, err);
+    return runJob(job, "resizing", console);
 }
 
-int runConvertCommand(const QStringList &args, QTextStream &out, QTextStream &err)
+int runConvertCommand(const Invocation &invocation, Console &console)
 {
-    const char *usage = "usage: quaydrop convert png|jpg|bmp|tiff|jp2 [--compression PERCENT] [--dest DIR] FILE...\n"
-                        "  PERCENT from 0 (best) to 100 (smallest), in steps of 5; jp2 is written as .jpeg\n";
-    const auto o = parse(args, {QStringLiteral("--compression"), QStringLiteral("--dest")}, {}, err);
-    const QHash<QString, qint64> &tags = typeTags();
-    if (!o || o->positional.size() < 2 || (!tags.contains(o->positional.first()) && o->positional.first() != u"jp2")) {
-        err << usage;
-        return CommandLine::kUsageError;
-    }
-    bool ok = true;
-    const float percent = o->values.value(QStringLiteral("--compression"), QStringLiteral("0")).toFloat(&ok);
-    if (!ok || percent < 0 || percent > 100) {
-        err << "quaydrop: --compression takes a number from 0 to 100\n" << usage;
-        return CommandLine::kUsageError;
-    }
-    const auto paths = existingFiles(o->positional.mid(1), err);
+    const QString type = invocation.arguments.first();
+    const auto paths = existingFiles(invocation.arguments.mid(1), console);
     if (!paths)
-        return 1;
-    const auto dest = destinationFolder(*o, PathParts::parent(paths->first()), err);
+        return Cli::kFailed;
+    const auto dest = destinationFolder(invocation, PathParts::parent(paths->first()), console);
     if (!dest)
-        return 1;
+        return Cli::kFailed;
     ConvertJob::Request request;
     request.paths = *paths;
     request.multiFiles = true;
     request.folder = *dest;
     request.srcImgPath = paths->first();
     // The slider's snapping and arithmetic: 0 % is factor 1.0.
-    request.factor = ConvertJob::factorForSlider(percent);
-    request.tag = tags.value(o->positional.first(), 0);
-    if (o->positional.first() == u"jp2")
+    request.factor = ConvertJob::factorForSlider(invocation.value("--compression").toFloat());
+    request.tag = typeTags().value(type, 0);
+    if (type == u"jp2")
         request.imageType = ImageTypeCode::JPEG2000;
     ConvertJob job(request);
-    return runJob(job, "converting", out, err);
+    return runJob(job, "converting", console);
 }
 
-int runPdfToImagesCommand(const QStringList &args, QTextStream &out, QTextStream &err)
+int runPdfToImagesCommand(const Invocation &invocation, Console &console)
 {
-    const char *usage = "usage: quaydrop pdf2img png|jpg|bmp|tiff [--dpi N] [--password P] FILE.pdf\n"
-                        "  N from 30 to 1000 (150 when left out); the pages go to a new folder beside the PDF\n";
-    const auto o = parse(args, {QStringLiteral("--dpi"), QStringLiteral("--password")}, {}, err);
-    const QHash<QString, qint64> &tags = typeTags();
-    if (!o || o->positional.size() != 2 || !tags.contains(o->positional.first())) {
-        err << usage;
-        return CommandLine::kUsageError;
-    }
-    const auto paths = existingFiles(o->positional.mid(1), err);
+    const auto paths = existingFiles(invocation.arguments.mid(1), console);
     if (!paths)
-        return 1;
+        return Cli::kFailed;
     const QString source = paths->first();
+    const auto dest = destinationFolder(invocation, PathParts::parent(source), console);
+    if (!dest)
+        return Cli::kFailed;
+    if (const auto unusable = ImageErrors::unusableInput(source)) {
+        console.fail(*unusable);
+        return Cli::kFailed;
+    }
     const auto pdf = FsCalls::readWholeFile(source);
     if (!pdf.ok()) {
-        err << "quaydrop: " << pdf.error().message << '\n';
-        return 1;
+        console.fail(pdf.error());
+        return Cli::kFailed;
     }
     PdfToImagesJob::Request request;
     request.sourcePath = source;
     request.pdfData = pdf.value();
-    request.password = o->values.value(QStringLiteral("--password")).toUtf8();
-    request.destParentFolder = PathParts::parent(source);
-    request.imgType = tags.value(o->positional.first());
-    request.dpi = o->values.value(QStringLiteral("--dpi")).toFloat();
+    request.password = invocation.value("--password").toUtf8();
+    request.destParentFolder = *dest;
+    request.imgType = typeTags().value(invocation.arguments.first());
+    request.dpi = invocation.has("--dpi") ? invocation.value("--dpi").toFloat() : 150.0f;
     const PdfPages::LockState state = PdfPages::inspect(request.pdfData);
     if (!state.readable) {
-        err << "quaydrop: " << NativePath::forDisplay(source) << ": " << state.problem << '\n';
-        return 1;
+        console.fail(ImageErrors::make(source, state.problem));
+        return Cli::kFailed;
     }
     if (state.locked && !PdfPages::unlockWithPassword(request.pdfData, request.password)) {
-        err << "quaydrop: " << NativePath::forDisplay(source)
-            << (request.password.isEmpty() ? ": is locked; give its password with --password\n"
-                                           : ": the password does not open it\n");
-        return 1;
+        console.fail(ImageErrors::make(source, request.password.isEmpty()
+                                                   ? QStringLiteral("is locked; give its password with --password")
+                                                   : QStringLiteral("the password does not open it")));
+        return Cli::kFailed;
     }
     PdfToImagesJob job(request);
-    const int status = runJob(job, "writing", out, err);
+    const int status = runJob(job, "writing", console);
     if (job.stoppedEarly())
-        err << "quaydrop: stopped at a page smaller than one pixel\n";
-    if (status == 1 && job.failures().isEmpty() && job.pageCount() == 0)
+        console.fail(QStringLiteral("stopped at a page smaller than one pixel"));
+    if (status == Cli::kFailed && job.failures().isEmpty() && job.pageCount() == 0)
         return 0; // a PDF with no pages gives an empty folder, as it should
-    return status == 0 && job.stoppedEarly() ? 1 : status;
+    return status == 0 && job.stoppedEarly() ? Cli::kFailed : status;
 }
 
-int runImagesToPdfCommand(const QStringList &args, QTextStream &out, QTextStream &err)
+int runImagesToPdfCommand(const Invocation &invocation, Console &console)
 {
-    const char *usage = "usage: quaydrop img2pdf [--merge] [--dest DIR] FILE...\n"
-                        "  one PDF per image, or with --merge one PDF of all in natural name order\n";
-    const auto o = parse(args, {QStringLiteral("--dest")}, {QStringLiteral("--merge")}, err);
-    if (!o || o->positional.isEmpty()) {
-        err << usage;
-        return CommandLine::kUsageError;
-    }
-    const auto paths = existingFiles(o->positional, err);
+    const auto paths = existingFiles(invocation.arguments, console);
     if (!paths)
-        return 1;
-    const auto dest = destinationFolder(*o, PathParts::parent(paths->first()), err);
+        return Cli::kFailed;
+    const auto dest = destinationFolder(invocation, PathParts::parent(paths->first()), console);
     if (!dest)
-        return 1;
+        return Cli::kFailed;
     ConvertJob::Request request;
     request.paths = *paths;
     request.multiFiles = true;
-    request.mergeToPdf = o->flags.contains(QStringLiteral("--merge"));
+    request.mergeToPdf = invocation.has("--merge");
     request.folder = *dest;
     request.srcImgPath = paths->first();
     request.tag = ConvertJob::kPdfTag;
     ConvertJob job(request);
-    return runJob(job, "adding", out, err);
+    return runJob(job, "adding", console);
 }

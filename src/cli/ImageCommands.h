@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QStringList>
-#include <QTextStream>
+class Console;
+struct Invocation;
 
-int runResizeCommand(const QStringList &args, QTextStream &out, QTextStream &err);
-int runConvertCommand(const QStringList &args, QTextStream &out, QTextStream &err);
-int runPdfToImagesCommand(const QStringList &args, QTextStream &out, QTextStream &err);
-int runImagesToPdfCommand(const QStringList &args, QTextStream &out, QTextStream &err);
+int runResizeCommand(const Invocation &invocation, Console &console);
+int runConvertCommand(const Invocation &invocation, Console &console);
+int runPdfToImagesCommand(const Invocation &invocation, Console &console);
+int runImagesToPdfCommand(const Invocation &invocation, Console &console);

@@ -41,6 +41,7 @@ private Q_SLOTS:
     void interruptCancelsAMoveCleanly();
     void killInTheMiddleOfAMoveKeepsTheSource();
     void copyAndMoveFromTheShell();
+    void progressOnATerminalEndsBeforeTheResult();
 
 private:
     QString m_bin = QStringLiteral(QD_QUAYDROP_BINARY);
@@ -107,11 +108,22 @@ void CliProcessTest::copyAndMoveFromTheShell()
     QVERIFY(p.waitForFinished(10000));
     QCOMPARE(p.exitCode(), 0);
     QVERIFY(QFileInfo::exists(t.path() + "/out/a 1.txt"));
+    QCOMPARE(p.readAllStandardOutput(), "copied 1 item to " + t.native() + "/out\n");
 
     p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/a.txt", t.path() + "/out", QStringLiteral("--skip")});
     QVERIFY(p.waitForFinished(10000));
     QCOMPARE(p.exitCode(), 0);
     QVERIFY(QFileInfo::exists(t.path() + "/in/a.txt"));
+    QVERIFY(p.readAllStandardError().contains("every item was skipped"));
+
+    // A taken name and nobody to ask (no terminal): skipped, and said by the exit status.
+    p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/a.txt", t.path() + "/out"});
+    QVERIFY(p.waitForFinished(10000));
+    QCOMPARE(p.exitCode(), 1);
+    QVERIFY(QFileInfo::exists(t.path() + "/in/a.txt"));
+    const QByteArray said = p.readAllStandardError();
+    QVERIFY2(said.contains(t.native() + "/out/a.txt: the name is taken; skipped") && said.contains("nobody to ask"),
+             said.constData());
 
     p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/nope.txt", t.path() + "/out"});
     QVERIFY(p.waitForFinished(10000));
@@ -121,6 +133,27 @@ void CliProcessTest::copyAndMoveFromTheShell()
     p.start(m_bin, {QStringLiteral("move"), t.path() + "/in/a.txt", t.path() + "/in"});
     QVERIFY(p.waitForFinished(10000));
     QCOMPARE(p.exitCode(), 1); // onto itself: refused
+}
+
+void CliProcessTest::progressOnATerminalEndsBeforeTheResult()
+{
+    // script(1) gives the copy a terminal: the bar is redrawn in place, then ended with the final
+    // figures before the plain result line.
+    TestTree t;
+    const QString out = QString::fromUtf8(t.folder("out"));
+    QProcess p;
+    p.start(QStringLiteral("script"), {QStringLiteral("-qec"), QStringLiteral("%1 copy %2 %3").arg(m_bin, m_big, out),
+                                       QStringLiteral("/dev/null")});
+    QVERIFY(p.waitForFinished(60000));
+    QCOMPARE(p.exitCode(), 0);
+    const QByteArray shown = p.readAllStandardOutput();
+    QVERIFY2(QRegularExpression(QStringLiteral("\\r\\x1b\\[K\\[#{20}\\] 100%  ([0-9.]+ MB) of \\1 [^\\r\\n]+\\r\\n"
+                                               "copied 1 item to %1\\r\\n$").arg(QRegularExpression::escape(out)))
+                 .match(QString::fromUtf8(shown))
+                 .hasMatch(),
+             shown.right(300).constData());
+    QVERIFY(shown.count("\r\x1b[K") >= 2); // at least the start and the end, in place
+    QCOMPARE(checksum(out + "/big.bin"), m_bigSum);
 }
 
 QTEST_GUILESS_MAIN(CliProcessTest)

@@ -36,6 +36,8 @@ private Q_SLOTS:
     void initTestCase();
     void commands_data();
     void commands();
+    void theSameBadInputGetsTheSameWords_data();
+    void theSameBadInputGetsTheSameWords();
 
 private:
     TestTree m_tree;
@@ -51,6 +53,14 @@ void ImageCliTest::initTestCase()
     QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/broken.png"), QByteArray(200, 'b')));
     QVERIFY(ImageFixtures::pdfWithPages(m_tree.path() + QStringLiteral("/doc.pdf"), {QSizeF(72, 144), QSizeF(72, 72)}));
     QVERIFY(QDir().mkpath(m_tree.path() + QStringLiteral("/out")));
+    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/turned.jpg"),
+                                 ImageFixtures::withOrientation(ImageFixtures::encoded(pic, "jpeg"), 6)));
+    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/-dash.png"), ImageFixtures::encoded(pic, "png")));
+    // Bad inputs, each under a name that promises an image.
+    QVERIFY(QDir().mkpath(m_tree.path() + QStringLiteral("/folder.png")));
+    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/empty.png"), {}));
+    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/words.png"), "some words, no picture"));
+    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/damaged.png"), ImageFixtures::damagedPng(pic)));
 }
 
 void ImageCliTest::commands_data()
@@ -69,10 +79,16 @@ void ImageCliTest::commands_data()
         << QStringList{"resize", "--width", "20", "broken.png", "img2.png"} << 1 << QStringList{"img2_20x15.png"}
         << "broken.png: not an image";
     QTest::newRow("resize without a size") << QStringList{"resize", "photo.jpg"} << 2 << QStringList{} << "usage";
+    QTest::newRow("a photo tagged to turn a quarter is sized as seen")
+        << QStringList{"resize", "--width", "150", "turned.jpg"} << 0 << QStringList{"turned_150x200.jpg"} << "";
+    QTest::newRow("into a folder that is none") << QStringList{"resize", "--width", "9", "--dest", "photo.jpg", "img2.png"}
+                                                << 1 << QStringList{} << "photo.jpg: not a folder";
     QTest::newRow("convert with compression") << QStringList{"convert", "jpg", "--compression", "40", "img2.png"} << 0
                                               << QStringList{"img2.jpg"} << "converting img2.png";
     QTest::newRow("convert to JPEG 2000") << QStringList{"convert", "jp2", "img10.png"} << 0 << QStringList{"img10.jp2"}
                                           << "";
+    QTest::newRow("a name like an option after --") << QStringList{"convert", "jpg", "--", "-dash.png"} << 0
+                                                    << QStringList{"-dash.jpg"} << "converting -dash.png (1/1)";
     QTest::newRow("convert to an unknown type") << QStringList{"convert", "webp", "img2.png"} << 2 << QStringList{} << "usage";
     QTest::newRow("convert a missing file") << QStringList{"convert", "png", "nothing.jpg"} << 1 << QStringList{}
                                             << "nothing was done";
@@ -105,6 +121,29 @@ void ImageCliTest::commands()
     if (args.first() == u"resize" && code == 0)
         QCOMPARE(Utils::getImageDimensionsAsStringImgPath(expected.first()),
                  QFileInfo(expected.first()).completeBaseName().section(QChar('_'), -1));
+}
+
+void ImageCliTest::theSameBadInputGetsTheSameWords_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("a folder") << "folder.png" << "a folder, not a file";
+    QTest::newRow("an empty file") << "empty.png" << "the file is empty";
+    QTest::newRow("words") << "words.png" << "not an image this program can read";
+    QTest::newRow("damaged data") << "damaged.png" << "damaged image data";
+}
+
+void ImageCliTest::theSameBadInputGetsTheSameWords()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    const QString line = QStringLiteral("quaydrop: %1/%2: %3\n").arg(m_tree.path(), name, reason);
+    const QList<QStringList> commands{{"resize", "--width", "20"}, {"convert", "jpg"}, {"convert", "png"}, {"img2pdf"}};
+    for (const QStringList &command : commands) {
+        const Run run = quaydrop(command + QStringList{name}, m_tree.path());
+        QVERIFY2(run.code == 1 && run.out.isEmpty(), qPrintable(command.join(' ')));
+        QVERIFY2(run.err.contains(line), qPrintable(command.join(' ') + ": " + run.err));
+    }
 }
 
 QTEST_MAIN(ImageCliTest)

@@ -19,7 +19,7 @@ Error AtomicFile::failure(int err, const char *what) const
     return Error{QString::fromLatin1(kErrorDomain), err,
                  QStringLiteral("%1 %2: %3")
                      .arg(QString::fromLatin1(what), NativePath::forDisplay(m_final), QString::fromLocal8Bit(strerror(err))),
-                 {{QStringLiteral("path"), m_final}}};
+                 {{QStringLiteral("path"), m_final}, {QStringLiteral("reason"), QString::fromLocal8Bit(strerror(err))}}};
 }
 
 void AtomicFile::discard()

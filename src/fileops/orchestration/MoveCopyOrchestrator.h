@@ -34,6 +34,8 @@ public:
     static QString progressText(const FileCopyParams &job, const QString &fileName);
     // Items of the last same-volume move that could not be renamed (logged one by one).
     int lastRenameFailures() const { return m_lastRenameFailures; }
+    // Items the last operation left out because their name was taken in the destination.
+    const QStringList &lastSkipped() const { return filesToSkip; }
     QStringList pathsBeingMovedToBeDeletedAfter;
     bool alertOrSaveOrOpenPanelIsShown = false;
     bool copyingFilesToOtherVolume = false;

@@ -1,0 +1,103 @@
+#include "CommandTable.h"
+
+#include "CoreCommands.h"
+#include "FileCommands.h"
+#include "ImageCommands.h"
+
+namespace Cli {
+
+namespace {
+
+const Option kDest{"--dest", ValueKind::Folder, "DIR", "write into DIR instead of beside the first file"};
+const QStringList kPageTypes{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp"), QStringLiteral("tiff")};
+
+} // namespace
+
+const std::vector<Command> &commands()
+{
+    static const std::vector<Command> table{
+        {"type",
+         {{"PATH", ArgumentKind::Path, true}},
+         {},
+         "print the panel code of each path (1 image, 2 text, 333 folder, 777 other)",
+         "One line per path: the code, a tab, the path as given.",
+         &runTypeCommand},
+        {"size",
+         {{"PATH", ArgumentKind::Path, true}},
+         {},
+         "print the size on disk of the paths together, readable and in bytes",
+         "",
+         &runSizeCommand},
+        {"ledger", {}, {}, "print the time saved this week and in total", "", &runLedgerCommand},
+        {"copy",
+         {{"SRC", ArgumentKind::Path, true}, {"DESTDIR", ArgumentKind::Folder}},
+         {{"--keep-both", ValueKind::None, "", "when a name is taken, keep both: the copy gets a free name"},
+          {"--skip", ValueKind::None, "", "when a name is taken, leave that item out"},
+          {"--replace", ValueKind::None, "", "when a name is taken, replace it once the copy is complete"}},
+         "copy into DESTDIR, with progress on standard error",
+         "Without one of the three options a taken name is asked about on a terminal; with no terminal to\n"
+         "ask, the item is skipped and the exit status is 1. Ctrl+C stops and keeps everything as it was.",
+         &runCopyCommand},
+        {"move",
+         {{"SRC", ArgumentKind::Path, true}, {"DESTDIR", ArgumentKind::Folder}},
+         {{"--keep-both", ValueKind::None, "", "when a name is taken, keep both: the moved item gets a free name"},
+          {"--skip", ValueKind::None, "", "when a name is taken, leave that item where it is"},
+          {"--replace", ValueKind::None, "", "when a name is taken, replace it once the new one is complete"}},
+         "move into DESTDIR: a rename on one device, else a copy whose sources go once it is complete",
+         "A taken name is settled as for copy.",
+         &runMoveCommand},
+        {"resize",
+         {{"FILE", ArgumentKind::File, true}},
+         {{"--width", ValueKind::Pixels, "W", "the width of the result, in pixels"},
+          {"--height", ValueKind::Pixels, "H", "the height of the result, in pixels"},
+          kDest},
+         "write resized copies NAME_WxH.EXT (Lanczos-3), the source's type and resolution kept",
+         "Give --width, --height or both. One image with one side given keeps its proportions; several\n"
+         "images get one copy per side given, each fitted with its own proportions. A photo is sized as\n"
+         "it is seen (its EXIF orientation applied).",
+         &runResizeCommand},
+        {"convert",
+         {{"TYPE", ArgumentKind::Choice, false, kPageTypes + QStringList{QStringLiteral("jp2")}},
+          {"FILE", ArgumentKind::File, true}},
+         {{"--compression", ValueKind::Percent, "PERCENT", "from 0 (best, the default) to 100 (smallest), in steps of 5"},
+          kDest},
+         "write each image in another type, under a free name",
+         "jp2 writes JPEG 2000 (NAME.jp2). A PNG converted to PNG is rewritten losslessly.",
+         &runConvertCommand},
+        {"pdf2img",
+         {{"TYPE", ArgumentKind::Choice, false, kPageTypes}, {"PDF", ArgumentKind::File}},
+         {{"--dpi", ValueKind::Dpi, "N", "dots per inch, from 30 to 1000 (150 when left out)"},
+          {"--password", ValueKind::Text, "P", "the password that opens a locked PDF"},
+          {"--dest", ValueKind::Folder, "DIR", "make the new folder in DIR instead of beside the PDF"}},
+         "write each page as an image, Page_1 ..., into a new folder named after the PDF",
+         "",
+         &runPdfToImagesCommand},
+        {"img2pdf",
+         {{"FILE", ArgumentKind::File, true}},
+         {{"--merge", ValueKind::None, "", "one PDF of all the images, in natural name order, named after page 1"},
+          kDest},
+         "write a PDF of each image, JPEGs embedded as they are",
+         "",
+         &runImagesToPdfCommand},
+    };
+    return table;
+}
+
+const Command *find(const QString &name)
+{
+    for (const Command &c : commands())
+        if (name == QLatin1String(c.name))
+            return &c;
+    return nullptr;
+}
+
+const std::vector<Option> &commonOptions()
+{
+    static const std::vector<Option> options{
+        {"--help", ValueKind::None, "", "show the commands; after a command, its own help", "-h"},
+        {"--version", ValueKind::None, "", "print the version"},
+    };
+    return options;
+}
+
+} // namespace Cli

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "CommandTable.h"
+
+#include <QString>
+
+class ConsoleStream;
+
+// "quaydrop --help" and "quaydrop COMMAND --help", written from the table of commands.
+namespace HelpText {
+
+// "resize [--width W] [--height H] [--dest DIR] FILE...", and the same after "quaydrop ".
+QString call(const Cli::Command &command);
+QString synopsis(const Cli::Command &command);
+void printOverview(ConsoleStream &out);
+void printCommand(const Cli::Command &command, ConsoleStream &out);
+QString versionLine();
+
+} // namespace HelpText
