@@ -181,8 +181,10 @@ public:
     // ---- destinations (fileops/destinations) ----
     static QString moveCopyPathsPlistPath();   // "pathsToMove.plist"
     static QString pathForRecentDestnsPlist(); // "recentDest.plist", made (as an empty dictionary) if missing
+    // The picker's rows: stored destinations (or the standard folders that exist), removable media
+    // first, no folder twice. Writes the list back unless the file is damaged.
     static QStringList createMoveDestArr();
-    static void updateMoveCopyPaths(const QStringList &paths);
+    static Status updateMoveCopyPaths(const QStringList &paths); // a failed write leaves the file as it was
     static std::optional<QVariantList> movePathsDicsWithPathsAndNames();
     static QStringList movePathsFromPlistOfDics();
     static void updateRecentDestnsPlistWithPath(const QString &path);

@@ -1,3 +1,4 @@
+#include "DestinationsFile.h"
 #include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
@@ -5,6 +6,7 @@
 #include "utils/Utils.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 #include <sys/stat.h>
@@ -12,8 +14,6 @@
 
 namespace {
 
-const QString kName = QStringLiteral("destPname");
-const QString kPath = QStringLiteral("destPath");
 constexpr int kRecentCount = 3;
 
 // Destinations are folders: a link to one counts as one.
@@ -25,21 +25,23 @@ QString supportFile(const QString &name)
     return Utils::QDappSupportPath() + QChar('/') + name;
 }
 
-QVariantList readArray(const QString &path)
-{
-    const auto read = Plist::readFile(path);
-    return read.ok() ? read.value().toList() : QVariantList();
-}
-
-void writeList(const QString &path, const QVariant &value)
-{
-    if (const Status s = Plist::writeFileAtomically(path, value); !s.ok())
-        qWarning("could not write %s: %s", qPrintable(path), qPrintable(s.error().message));
-}
-
 QString standardFolder(QStandardPaths::StandardLocation location)
 {
+    // The XDG user folders (~/.config/user-dirs.dirs), so "~/Dokumente" on a German system.
     return QStandardPaths::writableLocation(location);
+}
+
+// One row per folder: "/a/b/" and "/a/b" are the same destination, and the first place wins.
+QStringList withoutDuplicates(const QStringList &paths)
+{
+    QStringList out;
+    for (QString p : paths) {
+        while (p.size() > 1 && p.endsWith(QLatin1Char('/')))
+            p.chop(1);
+        if (!p.isEmpty() && !out.contains(p))
+            out.append(p);
+    }
+    return out;
 }
 
 } // namespace
@@ -49,61 +51,59 @@ QString Utils::moveCopyPathsPlistPath() { return supportFile(QStringLiteral("pat
 QString Utils::pathForRecentDestnsPlist()
 {
     const QString path = supportFile(QStringLiteral("recentDest.plist"));
-    if (!exists(path))
-        writeList(path, QVariantMap());
+    if (!QFileInfo::exists(path))
+        (void)Plist::writeFileAtomically(path, QVariantMap());
     return path;
 }
 
 std::optional<QVariantList> Utils::movePathsDicsWithPathsAndNames()
 {
-    const auto read = Plist::readFile(moveCopyPathsPlistPath());
-    if (!read.ok() || read.value().metaType().id() != QMetaType::QVariantList)
+    const DestinationsFile::Stored stored = DestinationsFile::readPaths();
+    if (stored.state != DestinationsFile::State::Read)
         return std::nullopt;
-    return read.value().toList();
+    QVariantList list;
+    for (const DestinationsFile::Entry &e : stored.entries)
+        list.append(QVariantMap{{QStringLiteral("destPname"), e.name}, {QStringLiteral("destPath"), e.path}});
+    return list;
 }
 
 QStringList Utils::movePathsFromPlistOfDics()
 {
-    const QVariantList stored = movePathsDicsWithPathsAndNames().value_or(QVariantList());
-    QStringList paths;
-    if (!stored.isEmpty() && stored.first().metaType().id() == QMetaType::QString) {
-        // The older form: plain paths, turned into named entries once.
-        QVariantList converted;
-        for (const QVariant &v : stored) {
-            paths.append(v.toString());
-            converted.append(QVariantMap{{kName, PathParts::lastComponent(v.toString())}, {kPath, v.toString()}});
-        }
-        writeList(moveCopyPathsPlistPath(), converted);
-        return paths;
-    }
-    for (const QVariant &v : stored)
-        paths.append(v.toMap().value(kPath).toString());
-    return paths;
+    const DestinationsFile::Stored stored = DestinationsFile::readPaths();
+    // The older form: plain paths, turned into named entries once.
+    if (stored.state == DestinationsFile::State::Read && stored.olderForm)
+        (void)DestinationsFile::writePaths(stored.entries);
+    return stored.paths();
 }
 
-void Utils::updateMoveCopyPaths(const QStringList &paths)
+Status Utils::updateMoveCopyPaths(const QStringList &paths)
 {
-    QStringList kept;
-    for (const QString &p : paths)
-        if (exists(p) || isUnderVolumesRoot(p)) // a destination on an unmounted volume stays stored
-            kept.append(p);
-    QHash<QString, QString> names;
-    for (const QVariant &v : movePathsDicsWithPathsAndNames().value_or(QVariantList())) {
-        const QVariantMap entry = v.toMap();
-        if (entry.contains(kPath))
-            names.insert(entry.value(kPath).toString(), entry.value(kName).toString());
+    QList<DestinationsFile::Entry> entries;
+    const DestinationsFile::Stored stored = DestinationsFile::readPaths();
+    for (const QString &p : withoutDuplicates(paths)) {
+        if (!exists(p) && !isUnderVolumesRoot(p)) // a destination on an unmounted volume stays stored
+            continue;
+        QString name = PathParts::lastComponent(p);
+        for (const DestinationsFile::Entry &e : stored.entries)
+            if (e.path == p)
+                name = e.name;
+        entries.append({name, p});
     }
-    QVariantList entries;
-    for (const QString &p : kept)
-        entries.append(QVariantMap{{kName, names.value(p, PathParts::lastComponent(p))}, {kPath, p}});
-    writeList(moveCopyPathsPlistPath(), entries);
+    return DestinationsFile::writePaths(entries);
 }
 
 QStringList Utils::createMoveDestArr()
 {
-    const QStringList stored = movePathsFromPlistOfDics();
-    QStringList list = (exists(moveCopyPathsPlistPath()) && !stored.isEmpty()) ? stored : defFileMoveDestPaths(true) + stored;
-    updateMoveCopyPaths(list);
+    // Read once, so that a damaged file is reported once.
+    const DestinationsFile::Stored read = DestinationsFile::readPaths();
+    if (read.state == DestinationsFile::State::Read && read.olderForm)
+        (void)DestinationsFile::writePaths(read.entries);
+    const QStringList stored = read.paths();
+    QStringList list = withoutDuplicates(
+        (read.state == DestinationsFile::State::Read && !stored.isEmpty()) ? stored : defFileMoveDestPaths(true) + stored);
+    // A damaged file is kept for the user to mend; it is rewritten only once the list is changed.
+    if (read.state != DestinationsFile::State::Damaged)
+        (void)updateMoveCopyPaths(list);
 
     const QStringList removable = getListOfEjectableMediaPathsOnly();
     const QStringList snapshot = list;
@@ -123,20 +123,14 @@ QStringList Utils::createMoveDestArr()
     return list;
 }
 
-QStringList Utils::recentDestinations()
-{
-    QStringList recent;
-    for (const QVariant &v : readArray(pathForRecentDestnsPlist()))
-        recent.append(v.toString());
-    return recent;
-}
+QStringList Utils::recentDestinations() { return DestinationsFile::readRecent(); }
 
 void Utils::updateRecentDestnsPlistWithPath(const QString &path)
 {
     QStringList recent = recentDestinations();
-    const QVariantList stored = movePathsDicsWithPathsAndNames().value_or(QVariantList());
-    // Only the older plain-string form can hold the path itself.
-    if (recent.contains(path) || stored.contains(QVariant(path)))
+    // Only the older plain-string form of the favourites could hold the path itself.
+    const DestinationsFile::Stored stored = DestinationsFile::readPaths();
+    if (recent.contains(path) || (stored.olderForm && stored.paths().contains(path)))
         return;
     if (defFileMoveDestPaths(true).contains(path) || defFileMoveDestPaths(false).contains(path))
         return;
@@ -147,7 +141,7 @@ void Utils::updateRecentDestnsPlistWithPath(const QString &path)
     for (int i = 0; i < recent.size(); ++i)
         if (!exists(recent.at(i)))
             recent.removeAt(i);
-    writeList(pathForRecentDestnsPlist(), recent);
+    (void)DestinationsFile::writeRecent(recent);
 }
 
 QStringList Utils::defFileMoveDestPaths(bool asTheyAre)
@@ -173,7 +167,7 @@ QString Utils::getMeMoveDirPathByIndex(quint64 index)
 }
 
 QString Utils::getDesktopFolderPath() { return standardFolder(QStandardPaths::DesktopLocation); }
-QString Utils::getDocumentsFodlerPath() { return nonSandboxPathFor(QStringLiteral("Documents")); }
+QString Utils::getDocumentsFodlerPath() { return standardFolder(QStandardPaths::DocumentsLocation); }
 QString Utils::getMoviesFolderPath() { return standardFolder(QStandardPaths::MoviesLocation); }
 QString Utils::getMusicFolderPath() { return standardFolder(QStandardPaths::MusicLocation); }
 QString Utils::getPicturesFolderPath() { return standardFolder(QStandardPaths::PicturesLocation); }
