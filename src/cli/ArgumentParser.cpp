@@ -33,14 +33,17 @@ std::optional<ArgumentParser::UsageError> checkPositional(const Cli::Command &co
 {
     const auto &wanted = command.arguments;
     qsizetype fixed = 0;
+    qsizetype required = 0;
     bool repeated = false;
     for (const Cli::Argument &a : wanted) {
         if (a.repeated)
             repeated = true;
         else
             ++fixed;
+        if (!a.optional)
+            ++required;
     }
-    const qsizetype least = fixed + (repeated ? 1 : 0);
+    const qsizetype least = required;
     if (given.size() < least) {
         // Name the first argument that is missing.
         const Cli::Argument &missing = wanted.at(size_t(std::min<qsizetype>(given.size(), qsizetype(wanted.size()) - 1)));
@@ -49,7 +52,7 @@ std::optional<ArgumentParser::UsageError> checkPositional(const Cli::Command &co
     if (!repeated && given.size() > fixed)
         return ArgumentParser::UsageError{QStringLiteral("unexpected argument %1").arg(quoted(given.at(fixed)))};
     // Only arguments before the repeated one stand at a fixed place from the start.
-    for (qsizetype i = 0; i < qsizetype(wanted.size()) && !wanted.at(size_t(i)).repeated; ++i) {
+    for (qsizetype i = 0; i < qsizetype(wanted.size()) && i < given.size() && !wanted.at(size_t(i)).repeated; ++i) {
         const Cli::Argument &a = wanted.at(size_t(i));
         if (a.kind == ArgumentKind::Choice && !a.choices.contains(given.at(i)))
             return ArgumentParser::UsageError{QStringLiteral("%1 is one of %2, not %3")

@@ -1,6 +1,7 @@
 #include "CommandTable.h"
 
 #include "CoreCommands.h"
+#include "DestinationsCommand.h"
 #include "FileCommands.h"
 #include "ImageCommands.h"
 
@@ -9,6 +10,8 @@ namespace Cli {
 namespace {
 
 const Option kDest{"--dest", ValueKind::Folder, "DIR", "write into DIR instead of beside the first file"};
+const QStringList kDestinationActions{QStringLiteral("list"), QStringLiteral("add"), QStringLiteral("remove"),
+                                      QStringLiteral("rename")};
 const QStringList kPageTypes{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp"), QStringLiteral("tiff")};
 
 } // namespace
@@ -79,6 +82,17 @@ const std::vector<Command> &commands()
          "write a PDF of each image, JPEGs embedded as they are",
          "",
          &runImagesToPdfCommand},
+        {"destinations",
+         {{"ACTION", ArgumentKind::Choice, false, kDestinationActions, true},
+          {"DIR", ArgumentKind::Folder, false, {}, true},
+          {"NAME", ArgumentKind::Text, false, {}, true}},
+         {},
+         "list or change the move picker's destinations",
+         "list (the default): one line per destination, its name, a tab, its path.\n"
+         "add DIR: DIR becomes the first destination. remove DIR: it leaves the list (the folder stays).\n"
+         "rename DIR NAME: the destination shows as NAME; an empty NAME gives it back the folder's name.\n"
+         "quaydrop --destinations opens the same list in a window.",
+         &runDestinationsCommand},
     };
     return table;
 }

@@ -34,7 +34,7 @@ struct Option
 };
 
 // What a positional argument names, for help and completion.
-enum class ArgumentKind { Path, File, Folder, Choice };
+enum class ArgumentKind { Path, File, Folder, Choice, Text };
 
 struct Argument
 {
@@ -42,6 +42,7 @@ struct Argument
     ArgumentKind kind;
     bool repeated = false;   // "FILE...": one or more
     QStringList choices = {}; // for a Choice: the words it takes
+    bool optional = false;   // "[NAME]": may be left out, as may every argument after it
 };
 
 using Handler = int (*)(const Invocation &invocation, Console &console);

@@ -41,7 +41,7 @@ QString HelpText::call(const Cli::Command &command)
     for (const Cli::Argument &a : command.arguments) {
         // A choice stands before the options: its words say more than a name would.
         if (a.kind == Cli::ArgumentKind::Choice)
-            parts << a.choices.join(QChar('|'));
+            parts << (a.optional ? QStringLiteral("[%1]") : QStringLiteral("%1")).arg(a.choices.join(QChar('|')));
     }
     for (const Cli::Option &o : command.options) {
         const QString call = QLatin1String(o.name) +
@@ -50,7 +50,8 @@ QString HelpText::call(const Cli::Command &command)
     }
     for (const Cli::Argument &a : command.arguments) {
         if (a.kind != Cli::ArgumentKind::Choice)
-            parts << QLatin1String(a.name) + (a.repeated ? QStringLiteral("...") : QString());
+            parts << (a.optional ? QStringLiteral("[%1]") : QStringLiteral("%1"))
+                         .arg(QLatin1String(a.name) + (a.repeated ? QStringLiteral("...") : QString()));
     }
     return parts.join(QChar(' '));
 }

@@ -14,9 +14,11 @@ namespace {
 
 using DestinationsFile::Entry;
 
-Error failure(ErrorCode code, const QString &message, const QString &path)
+// "PATH: REASON", as the command line writes every error that names a file.
+Error failure(ErrorCode code, const QString &reason, const QString &path)
 {
-    return Error{QString::fromLatin1(kErrorDomain), code, message, {{QStringLiteral("path"), path}}};
+    return Error{QString::fromLatin1(kErrorDomain), code, NativePath::forDisplay(path) + QStringLiteral(": ") + reason,
+                 {{QStringLiteral("path"), path}, {QStringLiteral("reason"), reason}}};
 }
 
 QString trimmed(QString path)
@@ -68,7 +70,7 @@ Status rename(const QString &path, const QString &name)
         e.name = typed.isEmpty() ? PathParts::lastComponent(path) : typed;
         return DestinationsFile::writePaths(entries);
     }
-    return failure(NotADestination, QStringLiteral("%1 is not a stored destination").arg(NativePath::forDisplay(path)), path);
+    return failure(NotADestination, QStringLiteral("not a stored destination"), path);
 }
 
 Status add(const QString &given, const QStringList &shownRows)
@@ -76,10 +78,10 @@ Status add(const QString &given, const QStringList &shownRows)
     const QString path = trimmed(given);
     const QFileInfo info(path);
     if (!info.isDir())
-        return failure(NoSuchFolder, QStringLiteral("no folder at %1").arg(NativePath::forDisplay(path)), path);
+        return failure(NoSuchFolder, QStringLiteral("no such folder"), path);
     QList<Entry> entries = editableEntries();
     if (pathsOf(entries).contains(path) || shownRows.contains(path))
-        return failure(AlreadyADestination, QStringLiteral("%1 is already a destination").arg(NativePath::forDisplay(path)), path);
+        return failure(AlreadyADestination, QStringLiteral("already a destination"), path);
     entries.insert(0, {PathParts::lastComponent(path), path});
     // Folders that are gone leave; those on a volume that is not mounted stay for its return.
     entries.removeIf([](const Entry &e) { return !FsCalls::exists(e.path, true) && !Utils::isUnderVolumesRoot(e.path); });
@@ -90,7 +92,7 @@ Status remove(const QString &path)
 {
     QStringList paths = pathsOf(editableEntries());
     if (!paths.contains(path))
-        return failure(NotADestination, QStringLiteral("%1 is not a destination").arg(NativePath::forDisplay(path)), path);
+        return failure(NotADestination, QStringLiteral("not a destination"), path);
     paths.removeAll(path);
     return Utils::updateMoveCopyPaths(paths);
 }
