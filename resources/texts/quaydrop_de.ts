@@ -670,6 +670,68 @@
     <message>
         <source>wrongPdfPassword</source>
         <translation>Mit diesem Kennwort lässt sich das PDF nicht öffnen. Versuchen Sie es noch einmal.</translation>
+        <source>destFolderDoesntExistMsg</source>
+        <translation>Dieser Zielordner existiert nicht mehr. Soll er aus der Liste entfernt werden?</translation>
+    </message>
+    <message>
+        <source>destFolderDoesntExistTitle</source>
+        <translation>Vielleicht wurde er gelöscht oder umbenannt, oder er liegt auf einem Laufwerk, das nicht eingehängt ist.</translation>
+    </message>
+    <message>
+        <source>removeUserDestAlrtMsg</source>
+        <translation>Dieses Ziel aus der Liste entfernen? Der Ordner selbst bleibt erhalten.</translation>
+    </message>
+    <message>
+        <source>chooseUserDest</source>
+        <translation>Ordner als Ziel auswählen</translation>
+    </message>
+    <message>
+        <source>- Empty -</source>
+        <translation>- Leer -</translation>
+    </message>
+    <message>
+        <source>noSubfoldersMsg</source>
+        <translation>Keine Unterordner</translation>
+    </message>
+    <message>
+        <source>addSubfolderToDest</source>
+        <translation>Zu den Zielen hinzufügen</translation>
+    </message>
+    <message>
+        <source>destWriteFailedMsg</source>
+        <translation>Die Liste der Ziele konnte nicht gespeichert werden; sie bleibt, wie sie war.</translation>
+    </message>
+    <message>
+        <source>destAlreadyThereMsg</source>
+        <translation>Dieser Ordner ist schon ein Ziel.</translation>
+    </message>
+    <message>
+        <source>recentDestTip</source>
+        <translation>Zuletzt verwendete Ziele</translation>
+    </message>
+    <message>
+        <source>editDestTip</source>
+        <translation>Ziele bearbeiten</translation>
+    </message>
+    <message>
+        <source>doneEditingDestTip</source>
+        <translation>Bearbeiten beenden</translation>
+    </message>
+    <message>
+        <source>addDestTip</source>
+        <translation>Ordner hinzufügen …</translation>
+    </message>
+    <message>
+        <source>manageDestTitle</source>
+        <translation>Ziele</translation>
+    </message>
+    <message>
+        <source>manageDestIntro</source>
+        <translation>Wohin „Verschieben“ Dateien bringt. Klicken Sie auf einen Namen, um ihn umzubenennen, ziehen Sie eine Zeile an eine andere Stelle, oder öffnen Sie einen Ordner mit seinem Pfeil, um einen seiner Unterordner hinzuzufügen.</translation>
+    </message>
+    <message>
+        <source>addDestBtn</source>
+        <translation>Ordner hinzufügen …</translation>
     </message>
 </context>
 </TS>

@@ -670,6 +670,68 @@
     <message>
         <source>wrongPdfPassword</source>
         <translation>This password does not open the PDF. Try again.</translation>
+        <source>destFolderDoesntExistMsg</source>
+        <translation>This destination folder no longer exists. Remove it from the list?</translation>
+    </message>
+    <message>
+        <source>destFolderDoesntExistTitle</source>
+        <translation>It may have been deleted or renamed, or it lies on a volume that is not mounted.</translation>
+    </message>
+    <message>
+        <source>removeUserDestAlrtMsg</source>
+        <translation>Remove this destination from the list? The folder itself stays.</translation>
+    </message>
+    <message>
+        <source>chooseUserDest</source>
+        <translation>Choose a folder to add as a destination</translation>
+    </message>
+    <message>
+        <source>- Empty -</source>
+        <translation>- Empty -</translation>
+    </message>
+    <message>
+        <source>noSubfoldersMsg</source>
+        <translation>No subfolders</translation>
+    </message>
+    <message>
+        <source>addSubfolderToDest</source>
+        <translation>Add to Destinations</translation>
+    </message>
+    <message>
+        <source>destWriteFailedMsg</source>
+        <translation>The list of destinations could not be saved; it stays as it was.</translation>
+    </message>
+    <message>
+        <source>destAlreadyThereMsg</source>
+        <translation>This folder is already a destination.</translation>
+    </message>
+    <message>
+        <source>recentDestTip</source>
+        <translation>Recent destinations</translation>
+    </message>
+    <message>
+        <source>editDestTip</source>
+        <translation>Edit destinations</translation>
+    </message>
+    <message>
+        <source>doneEditingDestTip</source>
+        <translation>Done editing</translation>
+    </message>
+    <message>
+        <source>addDestTip</source>
+        <translation>Add a folder…</translation>
+    </message>
+    <message>
+        <source>manageDestTitle</source>
+        <translation>Destinations</translation>
+    </message>
+    <message>
+        <source>manageDestIntro</source>
+        <translation>Where Move sends files. Click a name to rename it, drag a row to change the order, or open a folder with its arrow to add one of its subfolders.</translation>
+    </message>
+    <message>
+        <source>addDestBtn</source>
+        <translation>Add Folder…</translation>
     </message>
 </context>
 </TS>

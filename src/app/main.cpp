@@ -3,6 +3,7 @@
 #include "core/controller/AppDelegate.h"
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
+#include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "platform/SingleInstance.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
@@ -55,6 +56,27 @@ int runCommandLine(int argc, char **argv)
     err.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
     Console console(out, err);
     return CommandLine::run(argumentsAsPaths(argc, argv), console);
+}
+
+// `quaydrop --destinations`: the destination manager as a window of its own process, on the same
+// stored list as the running program's picker (which follows the file).
+int runDestinationManager(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")) {
+        std::fprintf(stderr, "quaydrop: no display to show the destinations on (DISPLAY is not set)\n");
+        return 1;
+    }
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quaydrop"));
+    QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));
+    Texts::setLanguage(Texts::startupLanguage());
+    LinuxVolumeService volumes;
+    Platform services;
+    services.volumes = &volumes;
+    Platform::install(services);
+    ManageDestinationsWC manager;
+    manager.show();
+    return app.exec();
 }
 
 int runResident(int argc, char **argv)
@@ -127,6 +149,8 @@ int runResident(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    if (argc == 2 && qstrcmp(argv[1], "--destinations") == 0)
+        return runDestinationManager(argc, argv);
     if (argc > 1)
         return runCommandLine(argc, argv);
     return runResident(argc, argv);

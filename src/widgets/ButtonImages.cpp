@@ -58,6 +58,11 @@ QString themeIconName(const QString &stem)
         {"15.in.folder", "folder-new"},             {"16.add", "document-new"},
         {"trash", "user-trash"},                    {"convertImg", "view-refresh"},
         {"searchInFinder", "edit-find"},            {"rename", "insert-text"},
+        {"NSFolder", "folder"},                     {"folder3", "folder"},
+        {"Drive2", "drive-removable-media"},        {"expand", "go-next"},
+        {"Black_Remove", "list-remove"},            {"NSActionTemplate", "document-edit"},
+        {"done", "dialog-ok"},                      {"recentDest", "document-open-recent"},
+        {"addDest", "list-add"},
     };
     return names.value(stem);
 }

@@ -10,7 +10,11 @@
 #include "core/window/BusyView.h"
 #include "core/window/DropWindow.h"
 #include "fileops/ui/ConflictDialog.h"
+#include "fileops/destinations/DestinationEdits.h"
 #include "fileops/ui/ProgressPanel.h"
+#include "fileops/ui/destinations/DestinationList.h"
+#include "fileops/ui/destinations/ManageDestinationsWC.h"
+#include "fileops/ui/destinations/SubfolderPopup.h"
 #include "menubar/ExclusionListWC.h"
 #include "menubar/statusitem/CCNStatusItem.h"
 #include "menubar/tutorial/MIHSliderView.h"
@@ -26,6 +30,8 @@
 #include <QImage>
 #include <QMimeData>
 #include <QPainter>
+#include <QScreen>
+#include <QSignalSpy>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QLineEdit>
@@ -49,6 +55,14 @@ void save(QWidget *w, const QString &dir, const QString &name)
 {
     settle();
     w->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
+}
+
+// What the screen shows over a window and the popups beside it.
+void saveScreenArea(const QRect &area, const QString &dir, const QString &name)
+{
+    settle(300);
+    QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height())
+        .save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
 }
 
 QMimeData *filesDrop(const QStringList &paths)
@@ -191,6 +205,63 @@ int main(int argc, char **argv)
     delegate.showQuickMovePanel();
     save(delegate.window, out, QStringLiteral("quick-move-picker"));
     delegate.orderOutTheWindow();
+
+    // The destinations: the standard folders of the home, a folder of the user's renamed, a stick.
+    {
+        const QString home = QDir::homePath();
+        for (const char *f : {"Desktop", "Documents/Invoices", "Documents/Letters", "Documents/Taxes 2025",
+                              "Documents/Taxes 2026/Receipts", "Music", "Pictures", "Downloads", "Videos"})
+            QDir(home).mkpath(QString::fromLatin1(f));
+        writeFile(home + QStringLiteral("/Documents/Offer.pdf"), "%PDF-1.4\n%%EOF\n");
+        Utils::createMoveDestArr();
+        DestinationEdits::add(w + QStringLiteral("/Projects"));
+        DestinationEdits::rename(w + QStringLiteral("/Projects"), QStringLiteral("Quay work"));
+        VolumeInfo stick;
+        stick.mountPoint = QStringLiteral("/media/%1/STICK").arg(QString::fromLocal8Bit(qgetenv("USER")));
+        stick.name = QStringLiteral("STICK");
+        stick.removable = stick.ejectable = true;
+        stick.internal = false;
+        fakes.volumes.plugIn(stick);
+
+        auto pickerFor = [&](const QString &dropped) {
+            delegate.showDropTargetAt(QPointF(300, 500));
+            auto *files = filesDrop({dropped});
+            delegate.mycustomviewDidGetDrop(files);
+            delete files;
+            settle(300);
+            delegate.moveToBtnAction();
+            settle(200);
+        };
+        // A PDF of Documents: its own folder is grey.
+        pickerFor(home + QStringLiteral("/Documents/Offer.pdf"));
+        save(delegate.window, out, QStringLiteral("destinations-picker"));
+        delegate.moveFileVC->enterEditMode();
+        save(delegate.window, out, QStringLiteral("destinations-edit"));
+        delegate.moveFileVC->enterEditMode();
+        DestinationList *list = delegate.moveFileVC->destList;
+        QSignalSpy loaded(list->subfolderPopup(), &SubfolderPopup::levelLoaded);
+        list->showSubfolders(list->indexOfPath(home + QStringLiteral("/Documents")));
+        loaded.wait(3000);
+        list->subfolderPopup()->expandPath(home + QStringLiteral("/Documents/Taxes 2026"));
+        loaded.wait(3000);
+        const QRect area = delegate.window->frameGeometry().united(list->subfolderPopup()->frameGeometry()).adjusted(-8, -8, 8, 8);
+        saveScreenArea(area, out, QStringLiteral("destinations-subfolders"));
+        list->subfolderPopup()->hide();
+        delegate.closeVisibleModalOverlay();
+
+        ManageDestinationsWC manager;
+        manager.show();
+        save(&manager, out, QStringLiteral("destinations-manager"));
+        app.setPalette(darkPalette());
+        manager.hide();
+        manager.show();
+        save(&manager, out, QStringLiteral("destinations-manager-dark"));
+        pickerFor(home + QStringLiteral("/Documents/Offer.pdf"));
+        save(delegate.window, out, QStringLiteral("destinations-picker-dark"));
+        delegate.closeVisibleModalOverlay();
+        delegate.orderOutTheWindow();
+        app.setPalette(QApplication::style()->standardPalette());
+    }
 
     // The exclusion list with applications of the machine's kind, and the picker that adds them.
     const QList<QPair<QString, QString>> installed = {{"org.gimp.GIMP", "GNU Image Manipulation Program"},

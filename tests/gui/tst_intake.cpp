@@ -238,7 +238,7 @@ void IntakeTest::quickMoveShowsThePickerAlone()
     QVERIFY(!m_app->emptyContviewIsShown);
     QVERIFY(m_app->moveFileVC->goBackBtn->isHidden());
     QCOMPARE(m_app->window->frameYUp().size(), QSizeF(210, 300));
-    QCOMPARE(m_app->moveFileVC->destParentFldrPath, m_app->filePathsArr.first());
+    QCOMPARE(m_app->moveFileVC->destParentFldrPath(), m_app->filePathsArr.first());
 }
 
 void IntakeTest::aliasesAreLinksBesideTheFiles()

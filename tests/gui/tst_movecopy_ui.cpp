@@ -13,12 +13,14 @@
 #include "fileops/ui/ProgressPanel.h"
 #include "fileops/ui/ProgressRow.h"
 #include "fileops/ui/WidgetAlerts.h"
+#include "fileops/ui/destinations/DestinationList.h"
+#include "fileops/ui/destinations/DestinationListModel.h"
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 
 #include <QCheckBox>
 #include <QLabel>
-#include <QListWidget>
+#include <QListView>
 #include <QMimeData>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -95,9 +97,10 @@ void MoveCopyUiTest::dropAndPick(const QStringList &paths, const QString &destin
     QVERIFY(m_app->isModalOverlayVisible());
     // A stored destination is a row of the picker like any other.
     m_app->moveFileVC->setDestinationsArr({destination});
-    QListWidget *rows = m_app->moveFileVC->destTablView;
-    QCOMPARE(rows->item(0)->data(Qt::UserRole).toString(), destination);
-    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualItemRect(rows->item(0)).center());
+    QListView *rows = m_app->moveFileVC->destTablView;
+    const QModelIndex first = rows->model()->index(0, 0);
+    QCOMPARE(first.data(DestinationListModel::PathRole).toString(), destination);
+    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualRect(first).center());
 }
 
 void MoveCopyUiTest::progressPanelGrowsAndShrinksByRows()
@@ -191,6 +194,11 @@ void MoveCopyUiTest::droppingOnItsOwnFolderIsRefusedWithAnAlert()
     const QString folder = m_dir.path() + QStringLiteral("/here");
     const QString source = makeFile(folder, QStringLiteral("stay.txt"), "unchanged");
     dropAndPick({source}, folder);
+    // The picker greys the item's own folder out: the click chose nothing.
+    QVERIFY(m_app->isModalOverlayVisible());
+    QVERIFY(!m_app->alerts()->lastAlert());
+    // Another way there (Other...) meets the guard.
+    m_app->copyitemsForFileCopy({source}, folder, true);
     QMessageBox *alert = m_app->alerts()->lastAlert();
     QVERIFY(alert && alert->isVisible());
     QCOMPARE(alert->informativeText(), Texts::localized("FilesAlreadyBeingoved"));

@@ -2,6 +2,7 @@
 
 #include "core/NotificationCenter.h"
 #include "core/overlays/MoveFileViewController.h"
+#include "fileops/ui/destinations/DestinationList.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/texts/Texts.h"
 #include "core/window/DropWindow.h"
@@ -9,20 +10,23 @@
 #include "utils/Utils.h"
 
 #include <QCheckBox>
-#include <QListWidget>
+#include <QListView>
 #include <QPushButton>
 
 void AppDelegate::loadMovePicker()
 {
-    moveFileVC->setDestinationsArr(Utils::createMoveDestArr());
+    // The dropped item first: the rows' rules depend on it.
     moveFileVC->setDefDestArr(Utils::defFileMoveDestPaths(true));
     moveFileVC->setDestParentFldrPath(filePathsArr.value(0));
+    moveFileVC->setDestinationsArr(Utils::createMoveDestArr());
     applyPanelFrame(PanelCatalog::kTallPanelHeight);
 }
 
 void AppDelegate::settleMovePickerControls()
 {
     moveFileVC->destTablView->scrollToTop();
+    if (moveFileVC->isEditMode()) // each showing starts in the normal mode
+        moveFileVC->enterEditMode();
     // A file of the Library folder is only ever copied.
     if (libraryFolderFile) {
         moveFileVC->shouldCopyCheckB->setChecked(true);
@@ -43,6 +47,10 @@ void AppDelegate::moveToBtnAction()
 
 void AppDelegate::moveFileCompletion(qint64 tag, bool copy, const QString &path)
 {
+    if (tag == OverlayController::kCloseTag) { // Escape where there is no panel to go back to
+        orderOutTheWindow();
+        return;
+    }
     // Credited whatever the tag, the back button included.
     Utils::saveChangesToTimeSavedPlistByAddingSec(15);
     if (tag < MoveFileViewController::kOtherFolderTag) {

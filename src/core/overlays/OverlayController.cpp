@@ -20,7 +20,10 @@ OverlayController::OverlayController(const char *titleKey, QWidget *parent)
     f.setBold(true);
     m_title->setFont(f);
     m_title->setWordWrap(true);
-    outer->addWidget(m_title);
+    m_titleRow = new QHBoxLayout;
+    m_titleRow->setSpacing(2);
+    m_titleRow->addWidget(m_title, 1);
+    outer->addLayout(m_titleRow);
     m_body = new QVBoxLayout;
     m_body->setSpacing(6);
     outer->addLayout(m_body, 1);
@@ -29,6 +32,8 @@ OverlayController::OverlayController(const char *titleKey, QWidget *parent)
     outer->addLayout(m_buttons);
     retranslate();
 }
+
+void OverlayController::addTitleWidget(QWidget *widget) { m_titleRow->addWidget(widget, 0, Qt::AlignTop); }
 
 QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bool primary)
 {

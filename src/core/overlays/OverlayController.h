@@ -24,6 +24,8 @@ public:
 
 protected:
     QBoxLayout *body() const { return m_body; }
+    // A small control at the right end of the title's row.
+    void addTitleWidget(QWidget *widget);
     QPushButton *addTagButton(const char *textKey, qint64 tag, bool primary = false);
     // A label, or a button or label of the controller's own, whose text follows the language.
     QLabel *addLabel(const char *textKey);
@@ -38,6 +40,7 @@ private:
 
     QByteArray m_titleKey;
     QLabel *m_title;
+    QBoxLayout *m_titleRow;
     QBoxLayout *m_body;
     QBoxLayout *m_buttons;
     TranslatedTexts m_texts;

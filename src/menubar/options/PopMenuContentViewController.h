@@ -1,5 +1,6 @@
 #pragma once
 
+#include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "menubar/ExclusionListWC.h"
 #include "widgets/TranslatedTexts.h"
 
@@ -72,6 +73,7 @@ public:
     void quitQuaydrop();
 
     ExclusionListWC *exclListWC() const { return m_exclList; }
+    ManageDestinationsWC *destManagerWC() const { return m_destManager; }
     QMessageBox *hideIconAlert() const { return m_hideAlert; }
     // Whether the desktop session is Wayland, where drags of native windows cannot be watched.
     static bool isWaylandSession();
@@ -93,6 +95,7 @@ private:
 
     QPointer<CCNStatusItem> m_statusItem;
     QPointer<ExclusionListWC> m_exclList;
+    QPointer<ManageDestinationsWC> m_destManager;
     QPointer<QMessageBox> m_hideAlert;
     TranslatedTexts m_texts;
     QLabel *m_summonTitle = nullptr;

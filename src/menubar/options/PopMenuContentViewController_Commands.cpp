@@ -44,7 +44,12 @@ void PopMenuContentViewController::showExclusionList()
 
 void PopMenuContentViewController::showFavDestinationManagerWindow()
 {
-    qWarning("the destination manager is not part of this build yet");
+    if (!m_destManager)
+        m_destManager = new ManageDestinationsWC;
+    m_destManager->setAttribute(Qt::WA_DeleteOnClose);
+    m_destManager->show();
+    m_destManager->raise();
+    m_destManager->activateWindow();
 }
 
 void PopMenuContentViewController::showHelpScreenshot()
