@@ -16,14 +16,15 @@
 class ScratchMount
 {
 public:
-    explicit ScratchMount(const QByteArray &size = "16m")
+    // Mounted on a temporary folder of its own, or over the folder `at` (which must exist).
+    explicit ScratchMount(const QByteArray &size = "16m", const QString &at = QString()) : m_at(at)
     {
-        if (!m_dir.isValid()) {
+        if (m_at.isEmpty() && !m_dir.isValid()) {
             m_reason = QStringLiteral("no temporary folder");
             return;
         }
         const QByteArray options = "size=" + size + ",mode=0755";
-        if (::mount("tmpfs", m_dir.path().toUtf8().constData(), "tmpfs", 0, options.constData()) != 0) {
+        if (::mount("tmpfs", path().toUtf8().constData(), "tmpfs", 0, options.constData()) != 0) {
             m_reason = QStringLiteral("cannot mount a tmpfs here (%1); run the tests as root").arg(QString::fromLocal8Bit(strerror(errno)));
             return;
         }
@@ -32,13 +33,14 @@ public:
     ~ScratchMount()
     {
         if (m_mounted)
-            ::umount2(m_dir.path().toUtf8().constData(), MNT_DETACH);
+            ::umount2(path().toUtf8().constData(), MNT_DETACH);
     }
     bool isValid() const { return m_mounted; }
     QString reason() const { return m_reason; }
-    QString path() const { return m_dir.path(); }
+    QString path() const { return m_at.isEmpty() ? m_dir.path() : m_at; }
 
 private:
+    QString m_at;
     QTemporaryDir m_dir;
     bool m_mounted = false;
     QString m_reason;

@@ -1,6 +1,12 @@
 #include "TestTree.h"
 #include "ScratchMount.h"
+#include "core/fs/FsCalls.h"
+#include "core/fs/NativePath.h"
 #include "core/plist/Plist.h"
+#include "fileops/destinations/DestinationEdits.h"
+#include "fileops/destinations/DestinationRows.h"
+#include "fileops/destinations/DestinationsFile.h"
+#include "fileops/destinations/SubfolderListing.h"
 #include "platform/fake/FakePlatform.h"
 #include "platform/linux/LinuxVolumeService.h"
 #include "platform/linux/MountTable.h"
@@ -22,8 +28,20 @@ private Q_SLOTS:
     void volumeNameTests();
     void mountTableParsing();
     void mountChangesAreSignalled();
+    void damagedListsAreReadAsEmptyAndLeftAlone_data();
+    void damagedListsAreReadAsEmptyAndLeftAlone();
+    void namesThatAreNotUtf8KeepTheirBytes();
+    void aFailedWriteLeavesTheOldList();
+    void editsAreWrittenAndReadBack();
+    void reorderKeepsThePlacesOfUnmountedVolumes();
+    void dragReorder_data();
+    void dragReorder();
+    void rowRules_data();
+    void rowRules();
+    void subfoldersOneLevel();
 
 private:
+    QByteArray fileBytes(const QString &path);
     QString m_home;
     std::unique_ptr<FakePlatform> m_platform;
     std::unique_ptr<TestTree> m_tree;
@@ -165,6 +183,226 @@ void DestinationsTest::mountChangesAreSignalled()
     }
     changed.clear();
     QVERIFY(changed.wait(3000)); // and again when it goes
+}
+
+QByteArray DestinationsTest::fileBytes(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+namespace {
+QStringList g_warnings;
+void collectWarnings(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtWarningMsg)
+        g_warnings.append(message);
+}
+} // namespace
+
+void DestinationsTest::damagedListsAreReadAsEmptyAndLeftAlone_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<int>("lines"); // logged: the recent list's own form, a dictionary, is no damage
+    const QByteArray head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\">\n";
+    QTest::newRow("garbage") << QByteArray("\x89PNG\r\n\x1a\n not a list at all") << 2;
+    QTest::newRow("truncated") << head + "<array>\n<dict><key>destPath</key><string>/tm" << 2;
+    QTest::newRow("wrong type") << head + "<dict><key>destPath</key><string>/tmp</string></dict></plist>" << 1;
+    QTest::newRow("entries of the wrong kind") << head + "<array><integer>7</integer></array></plist>" << 2;
+    QTest::newRow("bytes that are not UTF-8") << head + "<array><string>/tmp/caf\xe9</string></array></plist>" << 2;
+}
+
+void DestinationsTest::damagedListsAreReadAsEmptyAndLeftAlone()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(int, lines);
+    QStringList standard;
+    for (const QString &f : Utils::defFileMoveDestPaths(true))
+        if (QFileInfo(f).isDir())
+            standard.append(f);
+    for (const QString &file : {Utils::moveCopyPathsPlistPath(), Utils::pathForRecentDestnsPlist()}) {
+        QFile f(file);
+        QVERIFY(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
+        f.write(content);
+    }
+    g_warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(collectWarnings);
+    const QStringList rows = Utils::createMoveDestArr();
+    const QStringList recent = Utils::recentDestinations();
+    qInstallMessageHandler(previous);
+    QCOMPARE(rows, standard); // the picker still opens, with the standard folders
+    QCOMPARE(recent, QStringList());
+    QCOMPARE(g_warnings.size(), lines); // one line per damaged file
+    QVERIFY(g_warnings.first().contains(QStringLiteral("pathsToMove.plist is damaged")));
+    QCOMPARE(fileBytes(Utils::moveCopyPathsPlistPath()), content);
+    QCOMPARE(fileBytes(Utils::pathForRecentDestnsPlist()), content);
+
+    // The user's first change writes a sound list: the new folder, then what was shown.
+    const QString added = QString::fromUtf8(m_tree->folder("added"));
+    QVERIFY(DestinationEdits::add(added, rows).ok());
+    QCOMPARE(Utils::createMoveDestArr(), QStringList{added} + standard);
+}
+
+void DestinationsTest::namesThatAreNotUtf8KeepTheirBytes()
+{
+    const QByteArray bytes = m_tree->folder("caf\xe9");
+    const QString path = NativePath::fromNative(bytes);
+    const Status added = DestinationEdits::add(path);
+    QVERIFY2(added.ok(), qPrintable(added.ok() ? QString() : added.error().message));
+    QVERIFY(fileBytes(Utils::moveCopyPathsPlistPath()).contains("<data>"));
+    QCOMPARE(DestinationsFile::readPaths().entries.first().path, path);
+    QCOMPARE(NativePath::toNative(Utils::createMoveDestArr().first()), bytes);
+    Utils::updateRecentDestnsPlistWithPath(path);
+    QCOMPARE(Utils::recentDestinations(), QStringList{path});
+}
+
+void DestinationsTest::aFailedWriteLeavesTheOldList()
+{
+    const QString kept = QString::fromUtf8(m_tree->folder("kept"));
+    const QString later = QString::fromUtf8(m_tree->folder("later"));
+    ScratchMount full("64k", Utils::QDappSupportPath());
+    REQUIRE_SCRATCH_MOUNT(full);
+    QVERIFY(DestinationEdits::add(kept).ok());
+    const QByteArray before = fileBytes(Utils::moveCopyPathsPlistPath());
+    {
+        // Every last byte taken.
+        FsCalls::UniqueFd filler(::open((full.path() + QStringLiteral("/filler")).toUtf8().constData(), O_WRONLY | O_CREAT, 0644));
+        QVERIFY(bool(filler));
+        const QByteArray block(4096, 'x');
+        while (::write(filler.fd, block.constData(), size_t(block.size())) > 0) {
+        }
+        while (::write(filler.fd, "x", 1) > 0) {
+        }
+    }
+    const Status s = DestinationEdits::add(later);
+    QVERIFY(!s.ok());
+    QVERIFY2(s.error().message.contains(QStringLiteral("No space left")), qPrintable(s.error().message));
+    QCOMPARE(fileBytes(Utils::moveCopyPathsPlistPath()), before);
+}
+
+void DestinationsTest::editsAreWrittenAndReadBack()
+{
+    const QString work = QString::fromUtf8(m_tree->folder("work"));
+    const QString gone = QString::fromUtf8(m_tree->folder("gone"));
+    Utils::createMoveDestArr();
+    QVERIFY(DestinationEdits::add(gone).ok());
+    QVERIFY(QDir(gone).removeRecursively());
+    QVERIFY(DestinationEdits::add(work).ok());
+    QCOMPARE(Utils::movePathsFromPlistOfDics().first(), work);
+    QVERIFY(!Utils::movePathsFromPlistOfDics().contains(gone)); // a folder that is gone leaves on the next add
+    QCOMPARE(DestinationEdits::add(work + "/").error().code, int(DestinationEdits::AlreadyADestination));
+    QCOMPARE(DestinationEdits::add(m_tree->path() + "/none").error().code, int(DestinationEdits::NoSuchFolder));
+    QCOMPARE(DestinationEdits::add("/media/u/STICK", {"/media/u/STICK"}).error().code, int(DestinationEdits::NoSuchFolder));
+
+    QVERIFY(DestinationEdits::rename(work, QStringLiteral("  Quay work ")).ok());
+    QCOMPARE(DestinationEdits::destNameForDestPath(work), QStringLiteral("Quay work"));
+    QVERIFY(DestinationEdits::rename(work, QString()).ok());
+    QCOMPARE(DestinationEdits::destNameForDestPath(work), QStringLiteral("work"));
+    QCOMPARE(DestinationEdits::rename(gone, QStringLiteral("x")).error().code, int(DestinationEdits::NotADestination));
+
+    // Removing every destination brings the standard folders back.
+    for (const QString &p : Utils::movePathsFromPlistOfDics())
+        QVERIFY(DestinationEdits::remove(p).ok());
+    QCOMPARE(DestinationEdits::remove(work).error().code, int(DestinationEdits::NotADestination));
+    QVERIFY(Utils::createMoveDestArr().contains(m_home + "/Desktop"));
+}
+
+void DestinationsTest::reorderKeepsThePlacesOfUnmountedVolumes()
+{
+    const QString a = QString::fromUtf8(m_tree->folder("a"));
+    const QString b = QString::fromUtf8(m_tree->folder("b"));
+    const QString c = QString::fromUtf8(m_tree->folder("c"));
+    const QString away = QStringLiteral("/media/%1/AWAY").arg(QString::fromLocal8Bit(qgetenv("USER")));
+    QVERIFY(DestinationsFile::writePaths({{"a", a}, {"AWAY", away}, {"b", b}, {"c", c}}).ok());
+    // Another stick is mounted meanwhile: its row is shown, the stored one is not.
+    const QString stick = QStringLiteral("/media/%1/STICK").arg(QString::fromLocal8Bit(qgetenv("USER")));
+    m_platform->volumes.plugIn({stick, "STICK", "/dev/sdz1", "usb", true, true, false, true});
+    const QStringList rows = Utils::createMoveDestArr();
+    QCOMPARE(rows, (QStringList{stick, a, b, c}));
+    QVERIFY(DestinationEdits::reorder(DestinationEdits::performDragReorder(rows, 3, 1)).ok());
+    QCOMPARE(Utils::movePathsFromPlistOfDics(), (QStringList{stick, away, c, a, b}));
+}
+
+void DestinationsTest::dragReorder_data()
+{
+    QTest::addColumn<int>("source");
+    QTest::addColumn<int>("target");
+    QTest::addColumn<QStringList>("result");
+    QTest::newRow("down") << 0 << 2 << QStringList{"b", "a", "c"};
+    QTest::newRow("to the end") << 0 << 3 << QStringList{"b", "c", "a"};
+    QTest::newRow("up") << 2 << 0 << QStringList{"c", "a", "b"};
+    QTest::newRow("onto its own place") << 1 << 1 << QStringList{"a", "b", "c"};
+    QTest::newRow("onto the gap below it") << 1 << 2 << QStringList{"a", "b", "c"};
+}
+
+void DestinationsTest::dragReorder()
+{
+    QFETCH(int, source);
+    QFETCH(int, target);
+    QFETCH(QStringList, result);
+    QCOMPARE(DestinationEdits::performDragReorder({"a", "b", "c"}, source, target), result);
+    QCOMPARE(DestinationEdits::isRealMove(source, target), result != QStringList({"a", "b", "c"}));
+}
+
+void DestinationsTest::rowRules_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::addColumn<QString>("dropped");
+    QTest::addColumn<bool>("inactive");
+    QTest::addColumn<bool>("buttonHidden");
+    QTest::newRow("the dropped folder") << "/t/a/item" << "/t/a/item" << true << true;
+    QTest::newRow("inside it") << "/t/a/item/sub" << "/t/a/item" << true << true;
+    QTest::newRow("its own folder") << "/t/a" << "/t/a/item" << true << false;
+    QTest::newRow("a name that only begins alike") << "/t/a/items" << "/t/a/item" << false << false;
+    QTest::newRow("elsewhere") << "/t/b" << "/t/a/item" << false << false;
+    QTest::newRow("nothing dropped") << "/t/a" << "" << false << false;
+}
+
+void DestinationsTest::rowRules()
+{
+    QFETCH(QString, row);
+    QFETCH(QString, dropped);
+    QFETCH(bool, inactive);
+    QFETCH(bool, buttonHidden);
+    const DestinationRow r = DestinationRows::rowsFor({row}, {}, dropped).first();
+    QCOMPARE(r.inactive, inactive);
+    QCOMPARE(r.buttonHidden, buttonHidden);
+
+    // Kinds and names, the same for every drop.
+    const QString work = QString::fromUtf8(m_tree->folder("work"));
+    QVERIFY(DestinationEdits::add(work).ok());
+    QVERIFY(DestinationEdits::rename(work, QStringLiteral("Quay")).ok());
+    const QList<DestinationRow> rows = DestinationRows::rowsFor({work, m_home + "/Music", "/mnt/nas"}, {m_home + "/Music"}, dropped);
+    QCOMPARE(rows.at(0).name, QStringLiteral("Quay"));
+    QVERIFY(rows.at(0).stored);
+    QCOMPARE(rows.at(0).kind, DestinationRow::Kind::UserFolder);
+    QCOMPARE(rows.at(1).kind, DestinationRow::Kind::StandardFolder);
+    QCOMPARE(rows.at(2).kind, DestinationRow::Kind::Volume);
+    QVERIFY(!rows.at(2).stored);
+}
+
+void DestinationsTest::subfoldersOneLevel()
+{
+    for (const char *f : {"top", "top/b", "top/A", "top/c10", "top/c9", "top/c9/deeper", "top/.hidden", "elsewhere"})
+        m_tree->folder(f);
+    m_tree->file("top/file.txt", "x");
+    m_tree->link("top/link", m_tree->path().toUtf8() + "/elsewhere");
+    const QString top = m_tree->path() + "/top";
+    const QStringList sorted = *SubfolderListing::subfoldersForParentFolderAtPathOneLevel(top);
+    QCOMPARE(sorted, (QStringList{top + "/A", top + "/b", top + "/c9", top + "/c10", m_tree->path() + "/elsewhere"}));
+    QStringList listed = *SubfolderListing::subfoldersForParentFolderAtPathOneLevel(top, {}, SubfolderListing::Order::AsListed);
+    std::sort(listed.begin(), listed.end());
+    QStringList expected = sorted;
+    std::sort(expected.begin(), expected.end());
+    QCOMPARE(listed, expected);
+    const auto nodes = *SubfolderListing::createDicsForPaths(top, {});
+    QCOMPARE(nodes.at(2).path, top + "/c9");
+    QVERIFY(nodes.at(2).isExpndble);
+    QVERIFY(!nodes.at(0).isExpndble);
+    // A newer fetch ends this one between entries.
+    int asked = 0;
+    QVERIFY(!SubfolderListing::subfoldersForParentFolderAtPathOneLevel(top, [&] { return ++asked > 2; }));
+    QCOMPARE(SubfolderListing::subfoldersForParentFolderAtPathOneLevel(m_tree->path() + "/none"), QStringList());
 }
 
 QTEST_GUILESS_MAIN(DestinationsTest)

@@ -1,8 +1,9 @@
 #include "Plist.h"
 
+#include "core/fs/AtomicFile.h"
+
 #include <QDateTime>
 #include <QFile>
-#include <QSaveFile>
 #include <QTimeZone>
 #include <QXmlStreamReader>
 
@@ -398,11 +399,6 @@ Status Plist::writeFileAtomically(const QString &path, const QVariant &root)
     auto xml = serialize(root);
     if (!xml.ok())
         return xml.error();
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return Error{QString::fromLatin1(kErrorDomain), 3, file.errorString()};
-    file.write(xml.value());
-    if (!file.commit())
-        return Error{QString::fromLatin1(kErrorDomain), 3, file.errorString()};
-    return success();
+    // Every byte checked: on a full disk the old file stays, never an empty one in its place.
+    return AtomicFile::writeFile(path, xml.value(), AtomicFile::Mode::Replace);
 }

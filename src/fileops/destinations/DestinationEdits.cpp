@@ -6,7 +6,7 @@
 #include "core/fs/PathParts.h"
 #include "utils/Utils.h"
 
-#include <QFileInfo>
+#include <sys/stat.h>
 
 namespace DestinationEdits {
 
@@ -76,8 +76,8 @@ Status rename(const QString &path, const QString &name)
 Status add(const QString &given, const QStringList &shownRows)
 {
     const QString path = trimmed(given);
-    const QFileInfo info(path);
-    if (!info.isDir())
+    struct stat st{};
+    if (::stat(NativePath::toNative(path).constData(), &st) != 0 || !S_ISDIR(st.st_mode))
         return failure(NoSuchFolder, QStringLiteral("no such folder"), path);
     QList<Entry> entries = editableEntries();
     if (pathsOf(entries).contains(path) || shownRows.contains(path))

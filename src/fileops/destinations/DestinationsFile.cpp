@@ -93,7 +93,8 @@ Status writePaths(const QList<Entry> &entries)
 {
     QVariantList list;
     for (const Entry &e : entries)
-        list.append(QVariantMap{{kName, e.name}, {kPath, encodePath(e.path)}});
+        // The name is display text: bytes that are not UTF-8 show as U+FFFD there.
+        list.append(QVariantMap{{kName, NativePath::forDisplay(e.name)}, {kPath, encodePath(e.path)}});
     const QString file = Utils::moveCopyPathsPlistPath();
     const Status s = Plist::writeFileAtomically(file, list);
     if (!s.ok())

@@ -1,12 +1,13 @@
 #include "SubfolderListing.h"
 
 #include "core/fs/NativePath.h"
+#include "core/fs/NaturalOrder.h"
 
-#include <QCollator>
 
 #include <dirent.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
 #include <memory>
@@ -51,16 +52,6 @@ bool forEachSubfolder(const QByteArray &folder, const std::function<bool()> &sho
     return true;
 }
 
-void sortByName(QStringList &paths)
-{
-    QCollator collator;
-    collator.setNumericMode(true);
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    std::sort(paths.begin(), paths.end(), [&](const QString &a, const QString &b) {
-        return collator.compare(a.mid(a.lastIndexOf(QLatin1Char('/')) + 1), b.mid(b.lastIndexOf(QLatin1Char('/')) + 1)) < 0;
-    });
-}
-
 } // namespace
 
 std::optional<QStringList> subfoldersForParentFolderAtPathOneLevel(const QString &folder,
@@ -73,8 +64,10 @@ std::optional<QStringList> subfoldersForParentFolderAtPathOneLevel(const QString
     });
     if (!complete)
         return std::nullopt;
-    if (order == Order::Sorted)
-        sortByName(paths);
+    if (order == Order::Sorted) // by the names shown, wherever a link led
+        std::stable_sort(paths.begin(), paths.end(), [](const QString &a, const QString &b) {
+            return NaturalOrder::compare(a.mid(a.lastIndexOf(QLatin1Char('/')) + 1), b.mid(b.lastIndexOf(QLatin1Char('/')) + 1)) < 0;
+        });
     return paths;
 }
 

@@ -89,6 +89,9 @@ Status Utils::updateMoveCopyPaths(const QStringList &paths)
                 name = e.name;
         entries.append({name, p});
     }
+    // An unchanged list is not written again: windows that follow the file would read it anew.
+    if (stored.state == DestinationsFile::State::Read && !stored.olderForm && stored.entries == entries)
+        return success();
     return DestinationsFile::writePaths(entries);
 }
 

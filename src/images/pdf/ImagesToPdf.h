@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/fs/NaturalOrder.h"
 #include "utils/Result.h"
 
 #include <QStringList>
@@ -9,7 +10,7 @@
 namespace ImagesToPdf {
 
 // Natural order of whole paths, as a person sorts names: "img2" before "img10", case ignored.
-QStringList sortArrayInAlphabeticalOrderByFileName(QStringList paths);
+using NaturalOrder::sortArrayInAlphabeticalOrderByFileName;
 
 struct Outcome
 {
