@@ -670,6 +670,8 @@
     <message>
         <source>wrongPdfPassword</source>
         <translation>Mit diesem Kennwort lässt sich das PDF nicht öffnen. Versuchen Sie es noch einmal.</translation>
+    </message>
+    <message>
         <source>destFolderDoesntExistMsg</source>
         <translation>Dieser Zielordner existiert nicht mehr. Soll er aus der Liste entfernt werden?</translation>
     </message>

@@ -670,6 +670,8 @@
     <message>
         <source>wrongPdfPassword</source>
         <translation>This password does not open the PDF. Try again.</translation>
+    </message>
+    <message>
         <source>destFolderDoesntExistMsg</source>
         <translation>This destination folder no longer exists. Remove it from the list?</translation>
     </message>
