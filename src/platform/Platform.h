@@ -11,30 +11,55 @@
 #include <QStringList>
 #include <QVariantMap>
 
-// The system-wide drag: every new drag raises the change count.
+// The system-wide drag: every new drag raises the change count, the moment it starts. What it offers
+// is asked afterwards, without holding anything up: a source may be slow to answer.
 class DragPasteboard : public QObject
 {
     Q_OBJECT
 public:
     using QObject::QObject;
     virtual qint64 changeCount() const = 0;
-    virtual QStringList types() const = 0;     // MIME types the drag source offers; empty: it does not say
-    virtual QStringList filePaths() const = 0; // local files of a file drag, else empty
+    // Asks the current drag's source what it offers; contentLearned follows once it said, or once it
+    // had its time. Asking again for the same drag only repeats the signal.
+    virtual void learnContent() = 0;
+    virtual QStringList types() const = 0;     // as learnt: MIME types the source offers; empty: it did not say
+    virtual QStringList filePaths() const = 0; // as learnt: local files of a file drag, else empty
 Q_SIGNALS:
     void changed(qint64 changeCount);
+    void contentLearned(qint64 changeCount);
 };
 
-// Pointer events of the whole screen, wherever the pointer is.
+// The left button's press as the pointer monitor saw it last: where the pointer was and which way it
+// went since the press (positive y downward).
+struct PointerDrag
+{
+    bool leftButtonDown = false; // false too for a press inside the program's own windows
+    QPointF location;
+    qreal deltaX = 0;
+    qreal deltaY = 0;
+};
+
+// Pointer events of the whole screen, wherever the pointer is, in device-independent pixels. A press
+// inside the program's own windows (a slider, a text field, a scroll bar) reports nothing at all.
 class PointerMonitor : public QObject
 {
     Q_OBJECT
 public:
     using QObject::QObject;
     virtual void setMotionTracking(bool on) = 0; // mouseMoved (button up) is reported only while on
+    virtual PointerDrag currentDrag() const = 0;
 Q_SIGNALS:
     void leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY);
     void leftMouseReleased(QPointF location);
     void mouseMoved(QPointF location);
+};
+
+struct PromisedFiles
+{
+    QStringList names;
+    // Empty where the source writes the files itself. Else the source left the writing to the drop
+    // target, which takes the bytes from the drop's data of this MIME type.
+    QString writeFromType;
 };
 
 // Files a drag source writes where the drop target tells it to (X Direct Save), asked during a drop.
@@ -45,8 +70,8 @@ public:
     // Tells the source of the drop in progress to write into `folder`; the names it writes come back
     // at once, possibly before the files are complete. `dropTargetWindow`: the native window the drop
     // landed on.
-    virtual Result<QStringList> namesOfPromisedFilesDroppedAtDestination(const QString &folder,
-                                                                         quintptr dropTargetWindow) = 0;
+    virtual Result<PromisedFiles> namesOfPromisedFilesDroppedAtDestination(const QString &folder,
+                                                                           quintptr dropTargetWindow) = 0;
 };
 
 // Which application owns which window, and the focus hand-back.
@@ -60,6 +85,9 @@ public:
     virtual QString frontmostApplicationId() const = 0;
     virtual void rememberFocusedWindow() = 0;
     virtual void restoreRememberedFocus() = 0;
+    // Sends at once what the program's windows asked of the window system (a window shown in the
+    // middle of handling an event would wait otherwise).
+    virtual void flush() {}
 Q_SIGNALS:
     void applicationActivated(const QString &applicationId);
 };

@@ -10,13 +10,18 @@
 #include <memory>
 
 // Installed as the running services, past the first start's login question, launched.
-inline std::unique_ptr<AppDelegate> launchedOn(FakePlatform &fakes)
+inline std::unique_ptr<AppDelegate> launchedOn(const Platform &services)
 {
-    Platform::install(fakes.services());
+    Platform::install(services);
     SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true); // no alert in the way
-    auto app = std::make_unique<AppDelegate>(fakes.services());
+    auto app = std::make_unique<AppDelegate>(services);
     app->applicationDidFinishLaunching();
     return app;
+}
+
+inline std::unique_ptr<AppDelegate> launchedOn(FakePlatform &fakes)
+{
+    return launchedOn(fakes.services());
 }
 
 // A removable drive at /media/someone/STICK, for the lone-volume rule.

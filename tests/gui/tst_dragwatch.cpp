@@ -34,14 +34,20 @@ private Q_SLOTS:
     void cleanup();
     void frameByDragDirection_data();
     void frameByDragDirection();
+    void besidePointer_data();
+    void besidePointer();
     void keepOpenRectangles_data();
     void keepOpenRectangles();
     void availableType_data();
     void availableType();
     void gate_data();
     void gate();
+    void fileNameForDraggedData_data();
+    void fileNameForDraggedData();
     void handler_data();
     void handler();
+    void raisedAtTheDragsStart_data();
+    void raisedAtTheDragsStart();
     void oneRaisePerDrag();
     void aDragElsewhereDismissesAPanel();
     void pointerLeavingCloses();
@@ -100,6 +106,48 @@ void DragWatchTest::frameByDragDirection()
     QCOMPARE(DropHereGeometry::getMeDropHereFrameFromDeltaX(dx, dy, QPointF(500, 400)), frame);
 }
 
+void DragWatchTest::besidePointer_data()
+{
+    QTest::addColumn<qreal>("dx");
+    QTest::addColumn<qreal>("dy");
+    QTest::addColumn<QPointF>("pointer");
+    QTest::addColumn<QRectF>("visible");
+    QTest::addColumn<QRectF>("frame");
+    // y-up: a 1440 by 870 visible frame; a second screen left of it, lower, with negative x.
+    const QRectF screen(0, 0, 1440, 870);
+    const QRectF left(-1024, 100, 1024, 768);
+    QTest::newRow("middle, downward: above") << 0.0 << 4.0 << QPointF(700, 400) << screen << QRectF(655, 490, 90, 90);
+    QTest::newRow("middle, upward: below") << 0.0 << -4.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
+    QTest::newRow("top edge, downward: below instead") << 0.0 << 4.0 << QPointF(700, 860) << screen << QRectF(655, 680, 90, 90);
+    QTest::newRow("bottom edge, upward: above instead") << 0.0 << -4.0 << QPointF(700, 20) << screen << QRectF(655, 120, 90, 90);
+    QTest::newRow("left edge") << 0.0 << 4.0 << QPointF(5, 400) << screen << QRectF(0, 490, 90, 90);
+    QTest::newRow("right edge") << 0.0 << -4.0 << QPointF(1438, 400) << screen << QRectF(1350, 210, 90, 90);
+    QTest::newRow("top left corner") << 0.0 << 4.0 << QPointF(2, 868) << screen << QRectF(0, 688, 90, 90);
+    QTest::newRow("top right corner") << 3.0 << 1.0 << QPointF(1439, 869) << screen << QRectF(1350, 689, 90, 90);
+    QTest::newRow("bottom left corner") << -3.0 << -1.0 << QPointF(0, 1) << screen << QRectF(0, 101, 90, 90);
+    QTest::newRow("bottom right corner") << 2.0 << 0.0 << QPointF(1439, 1) << screen << QRectF(1350, 101, 90, 90);
+    QTest::newRow("hot key at the top edge") << 0.0 << 0.0 << QPointF(700, 860) << screen << QRectF(655, 769, 90, 90);
+    QTest::newRow("on a screen left of the primary") << 0.0 << 4.0 << QPointF(-500, 500) << left << QRectF(-545, 590, 90, 90);
+    QTest::newRow("that screen's top edge") << 0.0 << 4.0 << QPointF(-1000, 860) << left << QRectF(-1024, 680, 90, 90);
+    QTest::newRow("too low for above or below: right") << 0.0 << 4.0 << QPointF(700, 75) << QRectF(0, 0, 1440, 150)
+                                                       << QRectF(745, 30, 90, 90);
+    QTest::newRow("and at the right edge: left") << 0.0 << 4.0 << QPointF(1430, 75) << QRectF(0, 0, 1440, 150)
+                                                 << QRectF(1295, 30, 90, 90);
+}
+
+void DragWatchTest::besidePointer()
+{
+    QFETCH(qreal, dx);
+    QFETCH(qreal, dy);
+    QFETCH(QPointF, pointer);
+    QFETCH(QRectF, visible);
+    QFETCH(QRectF, frame);
+    const QRectF placed = DropHereGeometry::besidePointer(dx, dy, pointer, visible);
+    QCOMPARE(placed, frame);
+    QVERIFY(visible.contains(placed));
+    QVERIFY(!DropHereGeometry::coversPointer(placed, pointer));
+}
+
 void DragWatchTest::keepOpenRectangles_data()
 {
     QTest::addColumn<QPointF>("point");
@@ -135,6 +183,9 @@ void DragWatchTest::availableType_data()
     QTest::newRow("image data") << QStringList{"image/png"} << false << Kind::Image;
     QTest::newRow("direct save") << QStringList{"XdndDirectSave0"} << false << Kind::Promise;
     QTest::newRow("nothing known") << QStringList{"application/x-qt-windows-mime"} << false << Kind::None;
+    QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "UTF8_STRING", "text/plain", "XdndDirectSave0",
+                                                               "application/octet-stream", "text/html"}
+                                               << false << Kind::Url;
 }
 
 void DragWatchTest::availableType()
@@ -143,6 +194,32 @@ void DragWatchTest::availableType()
     QFETCH(bool, hasFiles);
     QFETCH(DragContent::Kind, kind);
     QCOMPARE(DragContent::availableType(types, hasFiles), kind);
+}
+
+void DragWatchTest::fileNameForDraggedData_data()
+{
+    QTest::addColumn<QString>("suggested");
+    QTest::addColumn<QByteArray>("data");
+    QTest::addColumn<QString>("name");
+    const QByteArray png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
+    const QByteArray jpeg("\xff\xd8\xff\xe0\0\x10JFIF\0", 11);
+    QTest::newRow("as suggested") << "harbour.png" << png << "harbour.png";
+    QTest::newRow("an extension the content calls for") << "photo" << jpeg << "photo.jpg";
+    QTest::newRow("a script's address holding a picture") << "show.php" << png << "show.php.png";
+    QTest::newRow("no name at all") << "" << png << "image.png";
+    QTest::newRow("a path is cut to its name") << "../../.config/evil.png" << png << "evil.png";
+    QTest::newRow("never hidden") << ".hidden.png" << png << "hidden.png";
+    QTest::newRow("unknown bytes keep the name") << "data.bin" << QByteArray("\x01\x02\x03") << "data.bin";
+    QTest::newRow("long names are cut before the extension") << QString(300, QLatin1Char('a')) + QStringLiteral(".png")
+                                                             << png << QString(196, QLatin1Char('a')) + QStringLiteral(".png");
+}
+
+void DragWatchTest::fileNameForDraggedData()
+{
+    QFETCH(QString, suggested);
+    QFETCH(QByteArray, data);
+    QFETCH(QString, name);
+    QCOMPARE(DragContent::fileNameForDraggedData(suggested, data), name);
 }
 
 void DragWatchTest::gate_data()
@@ -210,6 +287,57 @@ void DragWatchTest::handler()
     QCOMPARE(m_app->windowIsVsbl(), raised);
     QCOMPARE(m_app->mouseDraggedBool, counted);
     QCOMPARE(m_app->myPbrdChangeCount, m_fakes->drag.changeCount()); // looked at once, whatever came of it
+}
+
+void DragWatchTest::raisedAtTheDragsStart_data()
+{
+    QTest::addColumn<QStringList>("types");
+    QTest::addColumn<bool>("heldInOurOwnWindow");
+    QTest::addColumn<bool>("droppedBeforeTheAnswer");
+    QTest::addColumn<bool>("staysOnceKnown");
+    QTest::newRow("text") << QStringList{"text/plain"} << false << false << true;
+    QTest::newRow("a source that does not say: judged at the drop") << QStringList() << false << false << true;
+    QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "text/plain", "XdndDirectSave0",
+                                                              "application/octet-stream"}
+                                               << false << false << true;
+    QTest::newRow("a web link: goes once known") << QStringList{"text/x-moz-url", "text/plain", "text/html"} << false << false
+                                                << false;
+    QTest::newRow("unknown type: goes once known") << QStringList{"application/x-foo"} << false << false << false;
+    QTest::newRow("unknown type, but the drop came first") << QStringList{"application/x-foo"} << false << true << true;
+    QTest::newRow("a press in our own window") << QStringList{"text/plain"} << true << false << false;
+}
+
+// The drag's start (a new owner of the drag selection) raises the window by itself, with the button
+// held and no motion since; what is dragged is learnt with the window up.
+void DragWatchTest::raisedAtTheDragsStart()
+{
+    QFETCH(QStringList, types);
+    QFETCH(bool, heldInOurOwnWindow);
+    QFETCH(bool, droppedBeforeTheAnswer);
+    QFETCH(bool, staysOnceKnown);
+    m_fakes->pointer.held = PointerDrag{!heldInOurOwnWindow, QPointF(400, 300), 1, 6};
+    m_fakes->drag.answerLater = true;
+    m_fakes->drag.startDrag(types);
+    QCOMPARE(m_app->windowIsVsbl(), !heldInOurOwnWindow);
+    if (heldInOurOwnWindow) {
+        QCOMPARE(m_fakes->drag.asked, 0);
+        return;
+    }
+    const qreal h = DropWindow::primaryScreenHeight();
+    QVERIFY(m_app->window->frameYUp().y() > h - 300); // above the pointer, as the drag goes down
+    QCOMPARE(m_fakes->drag.asked, 1);
+    if (droppedBeforeTheAnswer) {
+        m_app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
+        m_app->showPanelWithIndex(DropPanelDefault);
+    }
+    m_fakes->drag.answer();
+    QCOMPARE(m_app->windowIsVsbl(), staysOnceKnown);
+    QCOMPARE(m_app->oneofThePanelsIsShown, droppedBeforeTheAnswer);
+    if (droppedBeforeTheAnswer)
+        return;
+    m_fakes->pointer.drag(QPointF(420, 330), 2, 3); // the same drag goes on: nothing new
+    QCOMPARE(m_app->windowIsVsbl(), staysOnceKnown);
+    QCOMPARE(m_fakes->drag.asked, 1);
 }
 
 void DragWatchTest::oneRaisePerDrag()

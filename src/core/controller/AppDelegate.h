@@ -14,6 +14,8 @@
 #include <QRectF>
 #include <QStringList>
 
+#include <optional>
+
 class ActionButton;
 class ActionPanelView;
 class BusyView;
@@ -80,7 +82,11 @@ public:
 
     // ---- the drag watcher and the pointer (AppDelegate_DragWatch.cpp), points in y-up space ----
     void leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY);
-    void showhideWindow(float deltaX, float deltaY);
+    // A new drag started: raised at once with the pointer as last seen, judged once its content is known.
+    void dragPasteboardChanged();
+    void dragContentLearned(qint64 changeCount);
+    // `mouseYUp`: where the pointer is, if known; else it is asked.
+    void showhideWindow(float deltaX, float deltaY, std::optional<QPointF> mouseYUp = std::nullopt);
     void showPanelHKNotif();
     // The pointer moved while the window is up: `local` for the window's own tracking.
     void mouseMovedWhileWindowUp(QPointF location, bool local);
@@ -201,6 +207,8 @@ private:
     bool eventFilter(QObject *watched, QEvent *event) override;
     void installDragWatcher();
     void setPointerMonitors(bool on);
+    void dragHandler(QPointF location, qreal deltaX, qreal deltaY); // from the count test on
+    bool dragContentIsTaken() const;
     QPointF yUp(QPointF screenPoint) const;
     void createStatusItem(int presentationTransition);
     void registerObservers();

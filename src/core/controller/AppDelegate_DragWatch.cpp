@@ -10,7 +10,9 @@
 
 #include <QApplication>
 #include <QMouseEvent>
-#include <QScreen>
+#include <QLoggingCategory>
+
+Q_DECLARE_LOGGING_CATEGORY(lcWindow)
 
 QPointF AppDelegate::yUp(QPointF p) const
 {
@@ -29,6 +31,10 @@ void AppDelegate::installDragWatcher()
             [this](QPointF at, qreal dx, qreal dy) { leftMouseDragged(yUp(at), dx, dy); });
     connect(m_platform.pointerMonitor, &PointerMonitor::mouseMoved, this,
             [this](QPointF at) { mouseMovedWhileWindowUp(yUp(at), false); });
+    if (m_platform.dragPasteboard) {
+        connect(m_platform.dragPasteboard, &DragPasteboard::changed, this, &AppDelegate::dragPasteboardChanged);
+        connect(m_platform.dragPasteboard, &DragPasteboard::contentLearned, this, &AppDelegate::dragContentLearned);
+    }
 }
 
 QString AppDelegate::bundleIdOfTheAppWhereTheCursorIs(QPointF location) const
@@ -44,6 +50,18 @@ bool AppDelegate::isFinderFrontMostAndOwnesMenuBar() const
            m_platform.windowSystem->frontmostApplicationId() == m_platform.workspace->defaultFileManagerId();
 }
 
+void AppDelegate::dragPasteboardChanged()
+{
+    // The drag's start itself raises the window, with the pointer where it was seen last: nothing
+    // waits for its next motion.
+    const PointerDrag drag = m_platform.pointerMonitor ? m_platform.pointerMonitor->currentDrag() : PointerDrag();
+    if (!drag.leftButtonDown)
+        return; // no left-button drag, or one inside our own windows
+    if (windowIsVsbl() && oneofThePanelsIsShown)
+        orderOutTheWindow(); // a drag elsewhere dismisses a panel, and this one raises the window
+    dragHandler(yUp(drag.location), drag.deltaX, drag.deltaY);
+}
+
 void AppDelegate::leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY)
 {
     // 1. A drag elsewhere dismisses a panel.
@@ -51,27 +69,18 @@ void AppDelegate::leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY)
         orderOutTheWindow();
         return;
     }
+    dragHandler(location, deltaX, deltaY);
+}
+
+void AppDelegate::dragHandler(QPointF location, qreal deltaX, qreal deltaY)
+{
     if (!Utils::QuaydropIsOFFSate() || !m_platform.dragPasteboard)
         return;
-    // 3.-4. Each drag is looked at once: the count is taken before any test of its content.
+    // Each drag is looked at once: the count is taken before any test.
     const qint64 count = m_platform.dragPasteboard->changeCount();
     if (count == myPbrdChangeCount)
         return;
     myPbrdChangeCount = count;
-    const QStringList types = m_platform.dragPasteboard->types();
-    // Some sources (Qt's among them) answer only the window they are dropping on: their content is
-    // learnt at the drop, and the content tests are passed over.
-    if (!types.isEmpty()) {
-        const QStringList files = types.contains(QLatin1String("text/uri-list")) ? m_platform.dragPasteboard->filePaths()
-                                                                                 : QStringList();
-        const DragContent::Kind kind = DragContent::availableType(types, !files.isEmpty());
-        if (kind == DragContent::Kind::None)
-            return;
-        if (kind == DragContent::Kind::Url && !DragContent::urlLeadsToImage(types))
-            return;
-        if (kind == DragContent::Kind::Files && !SingleItemDropGate::passes(files))
-            return;
-    }
     const bool hotKeyMode = Utils::isShortcutEnabled();
     const QString app = bundleIdOfTheAppWhereTheCursorIs(location);
     const QString front = m_platform.windowSystem ? m_platform.windowSystem->frontmostApplicationId() : QString();
@@ -80,46 +89,68 @@ void AppDelegate::leftMouseDragged(QPointF location, qreal deltaX, qreal deltaY)
             return;
     if (!app.isEmpty() && Utils::exclBndlIDAppsArray().contains(app) && !hotKeyMode)
         return;
-    const QString fileManager = m_platform.workspace ? m_platform.workspace->defaultFileManagerId() : QString();
-    if ((app.isEmpty() || app != fileManager) && Utils::exclAllButFinderValue())
+    // The file manager is looked up only where the setting asks for it: the first look-up runs a program.
+    if (Utils::exclAllButFinderValue() &&
+        (app.isEmpty() || !m_platform.workspace || app != m_platform.workspace->defaultFileManagerId()))
         return;
-    if (!mouseDraggedBool) {
-        mouseDraggedBool = true;
-        if (!hotKeyMode) {
-            showhideWindow(float(deltaX), float(deltaY));
-            showPanelWithIndex(DropPanelDropTarget);
-        }
+    if (mouseDraggedBool)
+        return;
+    mouseDraggedBool = true;
+    if (!hotKeyMode) {
+        showhideWindow(float(deltaX), float(deltaY), location);
+        showPanelWithIndex(DropPanelDropTarget);
     }
+    // What is dragged is learnt with the window already up: a source may be slow to tell.
+    m_platform.dragPasteboard->learnContent();
 }
 
-void AppDelegate::showhideWindow(float deltaX, float deltaY)
+bool AppDelegate::dragContentIsTaken() const
+{
+    const QStringList types = m_platform.dragPasteboard->types();
+    // A source that did not tell in time (Qt's answer only the window they drop on) is judged at the drop.
+    if (types.isEmpty())
+        return true;
+    const QStringList files = types.contains(QLatin1String("text/uri-list")) ? m_platform.dragPasteboard->filePaths()
+                                                                             : QStringList();
+    const DragContent::Kind kind = DragContent::availableType(types, !files.isEmpty());
+    if (kind == DragContent::Kind::None)
+        return false;
+    if (kind == DragContent::Kind::Url && !DragContent::urlLeadsToImage(types))
+        return false;
+    return kind != DragContent::Kind::Files || SingleItemDropGate::passes(files);
+}
+
+void AppDelegate::dragContentLearned(qint64 count)
+{
+    if (count != myPbrdChangeCount || !mouseDraggedBool || dragContentIsTaken())
+        return;
+    qCDebug(lcWindow, "the drag offers nothing the window takes");
+    mouseDraggedBool = false;
+    // Only the waiting drop target goes: a drop already taken, or the hot key's window, stays.
+    if (!Utils::isShortcutEnabled() && windowIsVsbl() && !oneofThePanelsIsShown && !emptyContviewIsShown)
+        orderOutTheWindow();
+}
+
+void AppDelegate::showhideWindow(float deltaX, float deltaY, std::optional<QPointF> mouseYUp)
 {
     if (windowIsVsbl() || !Utils::QuaydropIsOFFSate())
         return;
-    const QPoint cursor = QCursor::pos();
-    const QPointF mouse = yUp(cursor);
-    QRectF frame = DropHereGeometry::getMeDropHereFrameFromDeltaX(deltaX, deltaY, mouse);
-    frame = PanelFrame::clampedInto(frame, DropWindow::visibleFrameYUp());
+    const QPointF mouse = mouseYUp.value_or(yUp(QCursor::pos()));
+    // Everything on the screen under the pointer, in its own size and scale.
+    QRectF frame = DropHereGeometry::besidePointer(deltaX, deltaY, mouse, DropWindow::visibleFrameYUp(mouse));
+    if (Utils::dropHereWindowAlignment() == 1)
+        frame = DropHereGeometry::centredOn(frame, DropWindow::screenFrameYUp(mouse));
     setPointerMonitors(true);
     window->setFrameYUp(frame);
-    // On a display left of or below the primary one the frame comes out negative: beside the pointer.
-    if (frame.x() < 0 || frame.y() < 0) {
-        frame.moveTopLeft(mouse - QPointF(frame.width(), frame.height()));
-        window->setFrameYUp(frame);
-    }
-    if (Utils::dropHereWindowAlignment() == 1) {
-        const QScreen *screen = QGuiApplication::screenAt(cursor);
-        if (!screen)
-            screen = QGuiApplication::primaryScreen();
-        const QRectF screenYUp = PanelFrame::flipped(screen->geometry(), DropWindow::primaryScreenHeight());
-        window->setFrameYUp(DropHereGeometry::centredOn(window->frameYUp(), screenYUp));
-    }
     dontActivatePrevFrontMostApp = false;
-    if (m_platform.windowSystem)
-        m_platform.windowSystem->rememberFocusedWindow();
     window->show();
     window->raise();
     shouldNotCloseYet = false;
+    if (m_platform.windowSystem) {
+        m_platform.windowSystem->flush();
+        // Asked of the server once the window is on its way.
+        m_platform.windowSystem->rememberFocusedWindow();
+    }
 }
 
 void AppDelegate::showPanelHKNotif()

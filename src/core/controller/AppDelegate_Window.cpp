@@ -47,6 +47,8 @@ void AppDelegate::buildWindow()
         m_panels.insert(PanelCatalog::contentViewName(panel), view);
     }
     window->setContentView(dropFilesHereView);
+    window->setFrameYUp(QRectF(0, 0, PanelCatalog::kDropTargetSide, PanelCatalog::kDropTargetSide));
+    window->prepareFirstShow();
 
     modalOverlay = new JMModalOverlay(this);
     modalOverlay->delegate = this;
@@ -200,7 +202,9 @@ void AppDelegate::showDropTargetAt(QPointF pointerYUp)
 
 void AppDelegate::applyPanelFrame(qreal height)
 {
-    window->setFrameYUp(PanelFrame::panelFrame(window->frameYUp(), height, DropWindow::visibleFrameYUp()));
+    // On the screen the window is on, not the primary one.
+    const QRectF frame = window->frameYUp();
+    window->setFrameYUp(PanelFrame::panelFrame(frame, height, DropWindow::visibleFrameYUp(frame.center())));
 }
 
 QRectF AppDelegate::properWindowFrameToFit(const QSizeF &image, const QSizeF &editorMinSize, qreal imageViewWidth,

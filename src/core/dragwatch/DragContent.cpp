@@ -1,5 +1,7 @@
 #include "DragContent.h"
 
+#include <QMimeDatabase>
+
 namespace DragContent {
 
 namespace {
@@ -32,7 +34,32 @@ Kind availableType(const QStringList &types, bool hasFiles)
 
 bool urlLeadsToImage(const QStringList &types)
 {
-    return anyImage(types);
+    // A browser hands over an image of a page as a file it writes where the drop says, or as its bytes.
+    return anyImage(types) || types.contains(QLatin1String("XdndDirectSave0")) ||
+           types.contains(QLatin1String("application/octet-stream"));
+}
+
+QString fileNameForDraggedData(const QString &suggested, const QByteArray &data)
+{
+    QString name = suggested.section(QLatin1Char('/'), -1);
+    name.remove(QChar(0));
+    while (name.startsWith(QLatin1Char('.')))
+        name.remove(0, 1); // no hidden file, and never "." or ".."
+    if (name.isEmpty())
+        name = QStringLiteral("image");
+    // Within what a file system takes, the extension kept.
+    constexpr int kMaxNameBytes = 200;
+    while (name.toUtf8().size() > kMaxNameBytes) {
+        const int dot = name.lastIndexOf(QLatin1Char('.'));
+        name.remove(dot > 0 && name.size() - dot < 16 ? dot - 1 : name.size() - 1, 1);
+    }
+    // The panel goes by the extension: "show.php" that holds a PNG becomes "show.php.png".
+    static const QMimeDatabase db;
+    const QMimeType type = db.mimeTypeForData(data);
+    const QString extension = name.contains(QLatin1Char('.')) ? name.section(QLatin1Char('.'), -1) : QString();
+    if (!type.isDefault() && !type.preferredSuffix().isEmpty() && !type.suffixes().contains(extension, Qt::CaseInsensitive))
+        name += QLatin1Char('.') + type.preferredSuffix();
+    return name;
 }
 
 const QStringList &imgEditingAppsToExcl()

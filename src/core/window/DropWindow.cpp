@@ -7,6 +7,9 @@
 #include <QScreen>
 #include <QStackedLayout>
 
+#include <algorithm>
+#include <limits>
+
 DropWindow::DropWindow(QWidget *parent) : QWidget(parent)
 {
     setObjectName(QStringLiteral("window"));
@@ -15,6 +18,16 @@ DropWindow::DropWindow(QWidget *parent) : QWidget(parent)
     setAttribute(Qt::WA_ShowWithoutActivating);
     m_stack = new QStackedLayout(this);
     m_stack->setContentsMargins(1, 1, 1, 1);
+}
+
+void DropWindow::prepareFirstShow()
+{
+    // A first show loads fonts and styles, lays out every view and makes the window's buffers: done
+    // here, once, off the screen, rather than when the first drag waits for the window.
+    setAttribute(Qt::WA_DontShowOnScreen);
+    show();
+    hide();
+    setAttribute(Qt::WA_DontShowOnScreen, false);
 }
 
 void DropWindow::addView(QWidget *view)
@@ -52,12 +65,37 @@ qreal DropWindow::primaryScreenHeight()
     return screen ? screen->geometry().height() : 0;
 }
 
-QRectF DropWindow::visibleFrameYUp()
+const QScreen *DropWindow::screenAtYUp(QPointF pointYUp)
 {
-    const QScreen *screen = QGuiApplication::primaryScreen();
-    if (!screen)
-        return {};
-    return PanelFrame::flipped(screen->availableGeometry(), primaryScreenHeight());
+    const QPointF point(pointYUp.x(), primaryScreenHeight() - pointYUp.y());
+    if (const QScreen *screen = QGuiApplication::screenAt(point.toPoint()))
+        return screen;
+    // Between or beside the screens: the nearest one.
+    const QScreen *nearest = QGuiApplication::primaryScreen();
+    qreal best = std::numeric_limits<qreal>::max();
+    const auto screens = QGuiApplication::screens();
+    for (const QScreen *screen : screens) {
+        const QRectF g = screen->geometry();
+        const qreal dx = std::max({g.left() - point.x(), 0.0, point.x() - g.right()});
+        const qreal dy = std::max({g.top() - point.y(), 0.0, point.y() - g.bottom()});
+        if (dx * dx + dy * dy < best) {
+            best = dx * dx + dy * dy;
+            nearest = screen;
+        }
+    }
+    return nearest;
+}
+
+QRectF DropWindow::visibleFrameYUp(QPointF at)
+{
+    const QScreen *screen = screenAtYUp(at);
+    return screen ? PanelFrame::flipped(screen->availableGeometry(), primaryScreenHeight()) : QRectF();
+}
+
+QRectF DropWindow::screenFrameYUp(QPointF at)
+{
+    const QScreen *screen = screenAtYUp(at);
+    return screen ? PanelFrame::flipped(screen->geometry(), primaryScreenHeight()) : QRectF();
 }
 
 QRectF DropWindow::frameYUp() const

@@ -4,6 +4,7 @@
 #include <QRectF>
 #include <QWidget>
 
+class QScreen;
 class QStackedLayout;
 
 // The single window: frameless, above other windows, and not taking the focus while it only waits
@@ -14,6 +15,7 @@ class DropWindow : public QWidget
 public:
     explicit DropWindow(QWidget *parent = nullptr);
 
+    void prepareFirstShow();
     // Takes a view into the window, hidden until it becomes the content.
     void addView(QWidget *view);
     void setContentView(QWidget *view);
@@ -25,7 +27,10 @@ public:
     // Geometry in the layout rules' y-up space.
     QRectF frameYUp() const;
     void setFrameYUp(const QRectF &frame);
-    static QRectF visibleFrameYUp();
+    // The screen a point is on (or the nearest one), its visible frame and its whole frame, y-up.
+    static const QScreen *screenAtYUp(QPointF pointYUp);
+    static QRectF visibleFrameYUp(QPointF at);
+    static QRectF screenFrameYUp(QPointF at);
     static qreal primaryScreenHeight();
 
 protected:

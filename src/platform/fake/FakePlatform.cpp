@@ -14,7 +14,22 @@ void FakeDragPasteboard::startDrag(const QStringList &types, const QStringList &
 {
     m_types = types;
     m_paths = paths;
+    m_told = false;
+    asked = 0;
     Q_EMIT changed(++m_count);
+}
+
+void FakeDragPasteboard::learnContent()
+{
+    ++asked;
+    if (!answerLater)
+        answer();
+}
+
+void FakeDragPasteboard::answer()
+{
+    m_told = true;
+    Q_EMIT contentLearned(m_count);
 }
 
 void FakePointerMonitor::move(QPointF at)
@@ -147,11 +162,13 @@ Platform FakePlatform::services()
                     &trash, &volumes,       &power,   &loginItems, &wallpaper, &share};
 }
 
-Result<QStringList> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr)
+Result<PromisedFiles> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr)
 {
     askedFolders.append(folder);
     if (names.isEmpty())
         return Error{QStringLiteral("FakePromisedFiles"), 1, QStringLiteral("the source refused")};
+    if (!writeFromType.isEmpty())
+        return PromisedFiles{names, writeFromType};
     const auto write = [folder, names = names, content = content] {
         for (const QString &name : names) {
             QFile file(folder + QLatin1Char('/') + name);
@@ -163,5 +180,5 @@ Result<QStringList> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(
         write();
     else if (writeAfterMs > 0)
         QTimer::singleShot(writeAfterMs, write);
-    return names;
+    return PromisedFiles{names, {}};
 }

@@ -7,16 +7,23 @@
 
 #include <memory>
 
+// A drag's source that tells what it offers as soon as it is asked, or, with `answerLater`, only
+// when the test says (answer()).
 class FakeDragPasteboard : public DragPasteboard
 {
 public:
     qint64 changeCount() const override { return m_count; }
-    QStringList types() const override { return m_types; }
-    QStringList filePaths() const override { return m_paths; }
+    void learnContent() override;
+    QStringList types() const override { return m_told ? m_types : QStringList(); }
+    QStringList filePaths() const override { return m_told ? m_paths : QStringList(); }
     void startDrag(const QStringList &types, const QStringList &paths = {});
+    void answer();
+    bool answerLater = false;
+    int asked = 0; // learnContent calls of the current drag
 
 private:
     qint64 m_count = 0;
+    bool m_told = false;
     QStringList m_types, m_paths;
 };
 
@@ -25,8 +32,9 @@ private:
 class FakePromisedFiles : public PromisedFileReceiver
 {
 public:
-    Result<QStringList> namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr) override;
+    Result<PromisedFiles> namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr) override;
     QStringList names;
+    QString writeFromType; // as a browser that leaves the writing to the drop target
     QByteArray content = "promised";
     int writeAfterMs = 0;
     QStringList askedFolders;
@@ -36,9 +44,11 @@ class FakePointerMonitor : public PointerMonitor
 {
 public:
     void setMotionTracking(bool on) override { tracking = on; }
+    PointerDrag currentDrag() const override { return held; }
     void drag(QPointF at, qreal dx, qreal dy) { Q_EMIT leftMouseDragged(at, dx, dy); }
     void move(QPointF at);
     bool tracking = false;
+    PointerDrag held; // the press in progress, as a drag's start finds it
 };
 
 class FakeWindowSystem : public WindowSystem

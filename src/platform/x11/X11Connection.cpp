@@ -1,6 +1,8 @@
 #include "X11Connection.h"
 
 #include <QElapsedTimer>
+#include <QGuiApplication>
+#include <QScreen>
 #include <QSocketNotifier>
 #include <QTimer>
 
@@ -52,6 +54,14 @@ std::unique_ptr<X11Connection> X11Connection::open()
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     xcb_flush(c);
 
+    const xcb_setup_t *own = xcb_get_setup(c);
+    self->m_idSpaces.append({own->resource_id_base, own->resource_id_mask});
+    // The windows Qt makes for the program come from Qt's own connection.
+    if (auto *qt = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr; qt && qt->connection()) {
+        const xcb_setup_t *setup = xcb_get_setup(qt->connection());
+        self->m_idSpaces.append({setup->resource_id_base, setup->resource_id_mask});
+    }
+
     self->m_notifier = new QSocketNotifier(xcb_get_file_descriptor(c), QSocketNotifier::Read, self.get());
     connect(self->m_notifier, &QSocketNotifier::activated, self.get(), &X11Connection::readEvents);
     return self;
@@ -79,11 +89,14 @@ quint32 X11Connection::atom(const char *name)
 
 QString X11Connection::atomName(quint32 atom)
 {
+    if (const auto it = m_atomNames.constFind(atom); it != m_atomNames.cend())
+        return it.value();
     auto *reply = xcb_get_atom_name_reply(m_c, xcb_get_atom_name(m_c, atom), nullptr);
     if (!reply)
         return {};
     const QString name = QString::fromLatin1(xcb_get_atom_name_name(reply), xcb_get_atom_name_name_length(reply));
     free(reply);
+    m_atomNames.insert(atom, name); // atoms live as long as the server
     return name;
 }
 
@@ -94,8 +107,8 @@ std::optional<QByteArray> X11Connection::property(quint32 window, quint32 prop, 
         free(reply);
         return std::nullopt;
     }
-    const QByteArray value(static_cast<const char *>(xcb_get_property_value(reply)),
-                           xcb_get_property_value_length(reply) * (reply->format / 8));
+    // The length is in bytes already, whatever the item size.
+    const QByteArray value(static_cast<const char *>(xcb_get_property_value(reply)), xcb_get_property_value_length(reply));
     free(reply);
     return value;
 }
@@ -200,4 +213,71 @@ void X11Connection::sendClientMessage(quint32 window, quint32 type, const std::a
     xcb_send_event(m_c, 0, m_root, XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
                    reinterpret_cast<const char *>(&message));
     xcb_flush(m_c);
+}
+
+bool X11Connection::isOwnWindow(quint32 window) const
+{
+    for (const IdSpace &space : m_idSpaces)
+        if (window && (window & ~space.mask) == space.base)
+            return true;
+    return false;
+}
+
+QList<quint32> X11Connection::windowsUnderPointer(QPoint *rootPosition)
+{
+    QList<quint32> chain;
+    quint32 window = m_root;
+    // Down to the innermost window that holds the pointer; a few levels at most.
+    for (int depth = 0; depth < 16; ++depth) {
+        auto *reply = xcb_query_pointer_reply(m_c, xcb_query_pointer(m_c, window), nullptr);
+        if (!reply)
+            break;
+        if (depth == 0 && rootPosition)
+            *rootPosition = QPoint(reply->root_x, reply->root_y);
+        const quint32 child = reply->same_screen ? reply->child : quint32(XCB_WINDOW_NONE);
+        free(reply);
+        if (child == XCB_WINDOW_NONE)
+            break;
+        chain.append(child);
+        window = child;
+    }
+    return chain;
+}
+
+void X11Connection::watchProperties(quint32 window, bool on)
+{
+    const quint32 mask = on ? quint32(XCB_EVENT_MASK_PROPERTY_CHANGE) : 0u;
+    xcb_change_window_attributes(m_c, window, XCB_CW_EVENT_MASK, &mask);
+    xcb_flush(m_c);
+}
+
+namespace {
+
+// A screen's logical rectangle keeps its native top left corner; only its size is divided by the scale.
+QRectF nativeRectOf(const QScreen *screen)
+{
+    const QRect logical = screen->geometry();
+    return QRectF(logical.topLeft(), QSizeF(logical.size()) * screen->devicePixelRatio());
+}
+
+} // namespace
+
+QPointF X11Connection::toLogical(QPointF native)
+{
+    const auto screens = QGuiApplication::screens();
+    for (const QScreen *screen : screens) {
+        const QRectF rect = nativeRectOf(screen);
+        if (rect.contains(native))
+            return rect.topLeft() + (native - rect.topLeft()) / screen->devicePixelRatio();
+    }
+    return native;
+}
+
+QPointF X11Connection::toNative(QPointF logical)
+{
+    const QScreen *screen = QGuiApplication::screenAt(logical.toPoint());
+    if (!screen)
+        return logical;
+    const QPointF origin = screen->geometry().topLeft();
+    return origin + (logical - origin) * screen->devicePixelRatio();
 }

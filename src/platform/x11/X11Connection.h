@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QHash>
 #include <QObject>
+#include <QPoint>
+#include <QPointF>
 #include <QString>
 
 #include <array>
@@ -42,6 +44,16 @@ public:
     // The whole of a window's property as raw items (32-bit items for atoms), or nullopt.
     std::optional<QByteArray> property(quint32 window, quint32 property, quint32 type);
 
+    // Whether a window was made by this program, through this connection or Qt's.
+    bool isOwnWindow(quint32 window) const;
+    // The windows that hold the pointer, from the root's child down to the innermost, and where it is.
+    QList<quint32> windowsUnderPointer(QPoint *rootPosition = nullptr);
+    // PropertyNotify of another program's window, while on.
+    void watchProperties(quint32 window, bool on);
+    // Between the server's pixels and Qt's device-independent pixels, by the scale of the screen there.
+    static QPointF toLogical(QPointF native);
+    static QPointF toNative(QPointF logical);
+
     // Sends `type` with five 32-bit items to `window`, as window managers expect of _NET_ requests.
     void sendClientMessage(quint32 window, quint32 type, const std::array<quint32, 5> &data);
 
@@ -60,7 +72,13 @@ private:
     quint8 m_xfixesFirstEvent = 0;
     quint8 m_xinputOpcode = 0;
     QHash<QByteArray, quint32> m_atoms;
+    QHash<quint32, QString> m_atomNames;
     QSocketNotifier *m_notifier = nullptr;
     QList<xcb_generic_event_t *> m_deferred;
     QList<Handler> m_handlers;
+    struct IdSpace
+    {
+        quint32 base, mask;
+    };
+    QList<IdSpace> m_idSpaces;
 };

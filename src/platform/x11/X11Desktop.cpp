@@ -6,8 +6,8 @@ std::unique_ptr<X11Desktop> X11Desktop::open()
     if (!connection)
         return nullptr;
     auto desktop = std::make_unique<X11Desktop>();
-    desktop->pasteboard = std::make_unique<X11DragPasteboard>(connection.get());
     desktop->pointer = std::make_unique<X11PointerMonitor>(connection.get());
+    desktop->pasteboard = std::make_unique<X11DragPasteboard>(connection.get(), desktop->pointer.get());
     desktop->windows = std::make_unique<X11WindowSystem>(connection.get());
     desktop->hotKeys = std::make_unique<X11HotKeyBinder>(connection.get());
     connection->addEventHandler([p = desktop->pasteboard.get()](xcb_generic_event_t *e) { p->handle(e); });
@@ -25,6 +25,6 @@ X11Desktop::~X11Desktop()
 {
     hotKeys.reset();
     windows.reset();
-    pointer.reset();
     pasteboard.reset();
+    pointer.reset();
 }

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "X11Connection.h"
-#include "X11DragWatch.h"
+#include "X11DragPasteboard.h"
 #include "X11HotKeyBinder.h"
+#include "X11PointerMonitor.h"
 #include "X11WindowSystem.h"
 
 #include <memory>

@@ -3,6 +3,7 @@
 #include "X11Connection.h"
 
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QLoggingCategory>
 #include <QRect>
 
@@ -99,6 +100,20 @@ quint32 X11WindowSystem::clientOf(quint32 window) const
 
 QString X11WindowSystem::applicationOf(quint32 window) const
 {
+    // A window keeps its application: asked of the server once per window, as drags must not wait.
+    if (const auto it = m_applications.constFind(window); it != m_applications.cend())
+        return it.value();
+    const QString app = readApplicationOf(window);
+    if (!app.isEmpty()) {
+        if (m_applications.size() > 256)
+            m_applications.clear();
+        m_applications.insert(window, app);
+    }
+    return app;
+}
+
+QString X11WindowSystem::readApplicationOf(quint32 window) const
+{
     const quint32 client = clientOf(window);
     if (!client)
         return {};
@@ -120,16 +135,41 @@ QString X11WindowSystem::applicationOf(quint32 window) const
 
 QString X11WindowSystem::applicationIdAt(QPointF screenPoint) const
 {
-    const QPoint point = screenPoint.toPoint();
-    for (const quint32 window : topLevelsFrontToBack()) {
-        const auto frame = frameOf(window);
-        if (frame && frame->contains(point)) {
-            const QString app = applicationOf(window);
-            qCDebug(lcDrag) << "window under the pointer:" << Qt::hex << window << "of" << app;
-            return app;
-        }
+    const QPoint point = X11Connection::toNative(screenPoint).toPoint();
+    const QList<quint32> windows = topLevelsFrontToBack();
+    // Windows gone from the screen take their entries along, before their numbers come round again.
+    for (auto it = m_applications.begin(); it != m_applications.end();)
+        it = windows.contains(it.key()) ? std::next(it) : m_applications.erase(it);
+    // All questions first, the answers after: one round trip to the server, however many windows.
+    xcb_connection_t *c = m_x->connection();
+    struct Asked
+    {
+        xcb_get_window_attributes_cookie_t attributes;
+        xcb_get_geometry_cookie_t geometry;
+        xcb_translate_coordinates_cookie_t origin;
+    };
+    QList<Asked> asked;
+    asked.reserve(windows.size());
+    for (const quint32 window : windows)
+        asked.append({xcb_get_window_attributes(c, window), xcb_get_geometry(c, window),
+                      xcb_translate_coordinates(c, window, m_x->root(), 0, 0)});
+    quint32 found = 0;
+    for (qsizetype i = 0; i < windows.size(); ++i) {
+        Freed attributes{xcb_get_window_attributes_reply(c, asked[i].attributes, nullptr)};
+        Freed geometry{xcb_get_geometry_reply(c, asked[i].geometry, nullptr)};
+        Freed origin{xcb_translate_coordinates_reply(c, asked[i].origin, nullptr)};
+        // Menus, tooltips and a drag's own image float above the windows without belonging to one.
+        if (found || !attributes || !geometry || !origin || attributes->map_state != XCB_MAP_STATE_VIEWABLE ||
+            attributes->_class == XCB_WINDOW_CLASS_INPUT_ONLY || attributes->override_redirect)
+            continue;
+        if (QRect(origin->dst_x, origin->dst_y, geometry->width, geometry->height).contains(point))
+            found = windows[i];
     }
-    return {};
+    if (!found)
+        return {};
+    const QString app = applicationOf(found);
+    qCDebug(lcDrag) << "window under the pointer:" << Qt::hex << found << "of" << app;
+    return app;
 }
 
 quint32 X11WindowSystem::activeWindow() const
@@ -154,8 +194,16 @@ void X11WindowSystem::rememberFocusedWindow()
 {
     const quint32 window = activeWindow();
     // Our own window is no place to hand focus back to.
-    if (window && applicationOf(window) != QLatin1String(QD_BUNDLE_ID))
+    if (window && !m_x->isOwnWindow(window))
         m_remembered = window;
+}
+
+void X11WindowSystem::flush()
+{
+    // Qt sends what a window asked for when its event loop comes round; a window raised in the middle
+    // of an event should not wait for that.
+    if (auto *qt = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr; qt && qt->connection())
+        xcb_flush(qt->connection());
 }
 
 void X11WindowSystem::restoreRememberedFocus()

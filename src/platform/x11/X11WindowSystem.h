@@ -3,6 +3,8 @@
 #include "platform/Platform.h"
 #include "platform/freedesktop/DesktopEntries.h"
 
+#include <QHash>
+
 #include <future>
 #include <optional>
 
@@ -22,6 +24,7 @@ public:
     QString frontmostApplicationId() const override;
     void rememberFocusedWindow() override;
     void restoreRememberedFocus() override;
+    void flush() override;
     void handle(xcb_generic_event_t *event);
 
 private:
@@ -30,11 +33,13 @@ private:
     quint32 clientOf(quint32 window) const; // the window with WM_CLASS in a window manager's frame
     quint32 activeWindow() const;
     QString applicationOf(quint32 window) const;
+    QString readApplicationOf(quint32 window) const;
     const DesktopEntries &entries() const;
 
     X11Connection *m_x;
     quint32 m_remembered = 0;
     quint32 m_lastActive = 0;
+    mutable QHash<quint32, QString> m_applications; // of the windows on screen
     // Read in the background from the start, so that no drag waits for the desktop files.
     std::shared_future<DesktopEntries> m_entries;
 };
