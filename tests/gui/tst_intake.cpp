@@ -14,7 +14,9 @@
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 
+#include <QBuffer>
 #include <QDir>
+#include <QImage>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QLabel>
@@ -38,6 +40,8 @@ private Q_SLOTS:
     void windowTarget();
     void promisedFilesSettle_data();
     void promisedFilesSettle();
+    void anImageOutOfABrowser_data();
+    void anImageOutOfABrowser();
     void aPromiseThatNeverCompletesWaitsForCancel();
     void aDropOfNothingShownIsLeftByCancel();
     void quickMoveShowsThePickerAlone();
@@ -181,6 +185,55 @@ void IntakeTest::promisedFilesSettle()
     QCOMPARE(m_app->filePathsArr.size(), names.size());
     for (const QString &path : std::as_const(m_app->filePathsArr))
         QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath()), qPrintable(path));
+}
+
+void IntakeTest::anImageOutOfABrowser_data()
+{
+    QTest::addColumn<bool>("directSave");
+    QTest::addColumn<QStringList>("sourceSaves"); // names the source's X Direct Save gives; empty: refuses
+    QTest::addColumn<QString>("address");
+    QTest::addColumn<QString>("written");
+    // Chromium answers X Direct Save with "F", leaving the file to the target from application/octet-stream.
+    QTest::newRow("X Direct Save left to the target") << true << QStringList{"harbour.png"}
+                                                      << "http://127.0.0.1/pics/view.php?id=7" << "harbour.png";
+    QTest::newRow("X Direct Save refused: named from the address") << true << QStringList()
+                                                                   << "http://127.0.0.1/pics/harbour.png" << "harbour.png";
+    QTest::newRow("bytes only: named from the address") << false << QStringList() << "http://127.0.0.1/pics/view.php?id=7"
+                                                         << "view.php.png";
+}
+
+// An image dragged out of a web page: no file and no image type, only its bytes beside its address.
+void IntakeTest::anImageOutOfABrowser()
+{
+    QFETCH(bool, directSave);
+    QFETCH(QStringList, sourceSaves);
+    QFETCH(QString, address);
+    QFETCH(QString, written);
+    m_fakes->promisedFiles.names = sourceSaves;
+    m_fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
+    QImage picture(40, 30, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    QByteArray png;
+    QBuffer buffer(&png);
+    QVERIFY(buffer.open(QIODevice::WriteOnly) && picture.save(&buffer, "PNG"));
+    QMimeData data;
+    data.setUrls({QUrl(address)});
+    data.setText(address);
+    data.setData(QStringLiteral("application/octet-stream"), png);
+    if (directSave)
+        data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
+    if (directSave && sourceSaves.isEmpty())
+        QTest::ignoreMessage(QtWarningMsg, "promised files not received: the source refused");
+    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
+    QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 3000);
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanelOtherAppImage)));
+    QCOMPARE(m_app->filePathsArr.size(), 1);
+    const QString path = m_app->filePathsArr.first();
+    QCOMPARE(QFileInfo(path).fileName(), written);
+    QVERIFY(path.startsWith(QDir(Utils::tempFileOperationsFolder()).canonicalPath() + QLatin1Char('/')));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), png);
 }
 
 void IntakeTest::aPromiseThatNeverCompletesWaitsForCancel()

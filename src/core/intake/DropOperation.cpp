@@ -9,6 +9,8 @@
 
 #include <QDir>
 #include <QMimeData>
+#include <QSaveFile>
+#include <QUrl>
 #include <QUuid>
 
 #include <sys/stat.h>
@@ -28,28 +30,58 @@ DragContent::Kind kindOf(const QMimeData *data, Target target)
     return kind;
 }
 
-// One fresh folder per drop, made without parents: a temp folder removed meanwhile is not made again
-// here.
-QStringList askForPromisedFiles(quintptr nativeWindow)
+const QString kFileData = QStringLiteral("application/octet-stream");
+
+// Bytes a source handed over instead of a file, written under `suggested` (made a safe name).
+QString writeHandedOverData(const QString &folder, const QString &suggested, const QByteArray &bytes)
 {
-    PromisedFileReceiver *receiver = Platform::current().promisedFiles;
-    if (!receiver)
+    if (bytes.isEmpty())
         return {};
+    const QString path = folder + QLatin1Char('/') + DragContent::fileNameForDraggedData(suggested, bytes);
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+        qWarning("dropped data not saved as %s: %s", qPrintable(NativePath::forDisplay(path)), qPrintable(file.errorString()));
+        return {};
+    }
+    return path;
+}
+
+// One fresh folder per drop, made without parents: a temp folder removed meanwhile is not made again
+// here. A source writes its promised files there (X Direct Save), or hands over their bytes, which
+// are written there under the name it suggests, else under the name of the address they came from.
+QStringList receivePromisedFiles(const QMimeData *data, quintptr nativeWindow)
+{
     const QString folder = Utils::createTempFileOperationsFolderIfneeded() + QLatin1Char('/') +
                            QUuid::createUuid().toString(QUuid::WithoutBraces).toUpper();
     if (::mkdir(NativePath::toNative(folder).constData(), 0700) != 0)
         qWarning("could not create temp folder for prom files!");
-    const Result<QStringList> names = receiver->namesOfPromisedFilesDroppedAtDestination(folder, nativeWindow);
-    if (!names.ok()) {
-        qWarning("promised files not received: %s", qPrintable(names.error().message));
-        return {};
-    }
     const QString resolvedFolder = QDir(folder).canonicalPath().isEmpty() ? folder : QDir(folder).canonicalPath();
-    QStringList paths;
-    for (const QString &name : names.value())
-        if (!name.isEmpty())
-            paths.append(resolvedFolder + QLatin1Char('/') + name);
-    return paths;
+    PromisedFileReceiver *receiver = Platform::current().promisedFiles;
+    if (receiver && data->hasFormat(kPromise)) {
+        const Result<PromisedFiles> promised = receiver->namesOfPromisedFilesDroppedAtDestination(folder, nativeWindow);
+        if (promised.ok() && promised.value().writeFromType.isEmpty()) {
+            QStringList paths;
+            for (const QString &name : promised.value().names)
+                if (!name.isEmpty())
+                    paths.append(resolvedFolder + QLatin1Char('/') + name);
+            return paths;
+        }
+        if (promised.ok() && !promised.value().names.isEmpty()) {
+            const QString written = writeHandedOverData(resolvedFolder, promised.value().names.first(),
+                                                        data->data(promised.value().writeFromType));
+            return written.isEmpty() ? QStringList() : QStringList{written};
+        }
+        if (!promised.ok())
+            qWarning("promised files not received: %s", qPrintable(promised.error().message));
+    }
+    if (data->hasFormat(kFileData)) {
+        const QString written = writeHandedOverData(resolvedFolder, data->urls().value(0).fileName(), data->data(kFileData));
+        if (!written.isEmpty()) {
+            qInfo("dropped data taken from %s", qPrintable(kFileData));
+            return {written};
+        }
+    }
+    return {};
 }
 
 } // namespace
@@ -80,8 +112,8 @@ Outcome perform(const QMimeData *data, Target target, quintptr nativeWindow)
     if (kind == DragContent::Kind::Url && !DragContent::urlLeadsToImage(data->formats()))
         return outcome;
     // Promises come first, whatever else the source offers with them.
-    if (data->hasFormat(kPromise)) {
-        outcome.promisedPaths = askForPromisedFiles(nativeWindow);
+    if (data->hasFormat(kPromise) || (kind == DragContent::Kind::Url && data->hasFormat(kFileData))) {
+        outcome.promisedPaths = receivePromisedFiles(data, nativeWindow);
         if (!outcome.promisedPaths.isEmpty()) {
             outcome.accepted = true;
             return outcome;
