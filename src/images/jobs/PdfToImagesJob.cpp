@@ -67,12 +67,11 @@ Status PdfToImagesJob::makeFolder()
             return success();
         }
         if (errno != EEXIST)
-            return Error{QString::fromLatin1(VipsSupport::kErrorDomain), errno,
-                         QStringLiteral("cannot create the folder %1: %2")
-                             .arg(NativePath::forDisplay(folder), QString::fromLocal8Bit(strerror(errno)))};
+            return ImageErrors::make(folder, QStringLiteral("cannot create the folder: %1").arg(QString::fromLocal8Bit(strerror(errno))),
+                                     errno);
         name = Utils::nameForNewFileOrFolder(m_request.destParentFolder, base, {});
     }
-    return Error{QString::fromLatin1(VipsSupport::kErrorDomain), EEXIST, QStringLiteral("no free folder name")};
+    return ImageErrors::make(m_request.destParentFolder, QStringLiteral("no free folder name"), EEXIST);
 }
 
 void PdfToImagesJob::run()

@@ -14,7 +14,6 @@
 
 namespace VipsSupport {
 
-inline constexpr const char *kErrorDomain = ImageErrors::kDomain;
 // Larger images are refused before a pixel is decoded: a header may claim anything.
 inline constexpr qint64 kMaxPixels = qint64(1) << 28; // 268 megapixels, 16384 x 16384
 
