@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # How fast a drag raises the drop window, and what the resident program costs while nothing happens.
-#   1. 50 real drags from a Qt drag source, driven by xdotool: from the drag's start (the new owner of
-#      XdndSelection) to the drop window mapped. Targets: median <= 15 ms, 99th percentile <= 40 ms.
-#      The floor beside it is a bare xcb client mapping a window at the same moment: ratio = quaydrop / floor.
+#   1. 50 real drags from a Qt drag source (which starts its drag once the pressed pointer moved, as
+#      applications do), driven by xdotool: from the drag's start (the new owner of XdndSelection) to
+#      the drop window mapped. Targets: median <= 3 ms, 99th percentile <= 8 ms. The floor beside it is
+#      a bare xcb client mapping a window at the same moment: ratio = quaydrop / floor. The machine's
+#      load average is printed with the figures: on a loaded machine every figure grows.
 #   2. Resident and idle for 60 s: CPU time (target <= 0.05 s), wake-ups, resident memory (target <= 60 MiB).
 # Runs on $DISPLAY, or starts Xvfb when there is none.
 set -euo pipefail
@@ -42,7 +44,7 @@ src=$!
 wait_line "$work/source.out" ready 10
 sleep 0.5
 
-echo "== $DRAGS drags"
+echo "== $DRAGS drags (load average $(cut -d' ' -f1-3 /proc/loadavg))"
 for i in $(seq "$DRAGS"); do
   xdotool mousemove 100 100 mousedown 1
   for _ in $(seq 40); do
@@ -76,7 +78,7 @@ awk '$1 == "drag" && $4 != "-" { q[++n] = $4 } $1 == "drag" && $6 != "-" { f[++m
            pct(q, n, 0.5), pct(q, n, 0.99), q[n], n + missed, missed
     printf "floor (bare xcb client)      median %.1f ms  p99 %.1f ms\n", pct(f, m, 0.5), pct(f, m, 0.99)
     printf "ratio to the floor           median %.1f\n", pct(q, n, 0.5) / pct(f, m, 0.5)
-    printf "targets: median <= 15 ms %s, p99 <= 40 ms %s\n", pct(q, n, 0.5) <= 15 ? "met" : "MISSED", pct(q, n, 0.99) <= 40 ? "met" : "MISSED"
+    printf "targets: median <= 3 ms %s, p99 <= 8 ms %s\n", pct(q, n, 0.5) <= 3 ? "met" : "MISSED", pct(q, n, 0.99) <= 8 ? "met" : "MISSED"
   }' "$work/probe.out"
 
 echo "== idle for $IDLE_SECONDS s"

@@ -17,6 +17,10 @@ PACKAGES=(
   xvfb xauth dbus dbus-x11 x11-utils xdotool procps util-linux
   # a tray host for the tray tests and pictures
   trayer
+  # two monitors on one X server for the placement tests: Xorg with the dummy driver, split by xrandr
+  xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
+  # real browsers to drag images out of, and a small web server for their page, in the end-to-end tests
+  chromium firefox-esr python3
   # tests: encrypted PDFs are made with qpdf
   qpdf
   # benchmarks in bench/ and their peer tools

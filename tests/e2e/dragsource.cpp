@@ -95,7 +95,19 @@ public:
     }
 
 protected:
-    void mousePressEvent(QMouseEvent *) override
+    // As applications do: the drag starts once the pressed pointer has moved a little.
+    void mousePressEvent(QMouseEvent *event) override { m_pressedAt = event->position().toPoint(); }
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        if (!(event->buttons() & Qt::LeftButton) || m_pressedAt.x() < 0 ||
+            (event->position().toPoint() - m_pressedAt).manhattanLength() < QApplication::startDragDistance())
+            return;
+        m_pressedAt = QPoint(-1, -1);
+        startDrag();
+    }
+
+private:
+    void startDrag()
     {
         auto *drag = new QDrag(this);
         if (m_kind == QLatin1String("--promise")) {
@@ -120,9 +132,9 @@ protected:
         std::fflush(stdout);
     }
 
-private:
     QString m_kind;
     QStringList m_args;
+    QPoint m_pressedAt{-1, -1};
 };
 
 int main(int argc, char **argv)

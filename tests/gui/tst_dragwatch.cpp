@@ -48,6 +48,7 @@ private Q_SLOTS:
     void handler();
     void raisedAtTheDragsStart_data();
     void raisedAtTheDragsStart();
+    void aDragStartedAtThePressWaitsForItsFirstMotion();
     void oneRaisePerDrag();
     void aDragElsewhereDismissesAPanel();
     void pointerLeavingCloses();
@@ -338,6 +339,16 @@ void DragWatchTest::raisedAtTheDragsStart()
     m_fakes->pointer.drag(QPointF(420, 330), 2, 3); // the same drag goes on: nothing new
     QCOMPARE(m_app->windowIsVsbl(), staysOnceKnown);
     QCOMPARE(m_fakes->drag.asked, 1);
+}
+
+void DragWatchTest::aDragStartedAtThePressWaitsForItsFirstMotion()
+{
+    m_fakes->pointer.held = PointerDrag{true, QPointF(400, 300), 0, 0};
+    m_fakes->drag.startDrag({"text/plain"});
+    QVERIFY(!m_app->windowIsVsbl()); // no way known yet to keep out of
+    m_fakes->pointer.drag(QPointF(400, 304), 0, 4);
+    QVERIFY(m_app->windowIsVsbl());
+    QVERIFY(m_app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
 }
 
 void DragWatchTest::oneRaisePerDrag()

@@ -30,7 +30,7 @@ void AppDelegate::installDragWatcher()
     connect(m_platform.pointerMonitor, &PointerMonitor::leftMouseDragged, this,
             [this](QPointF at, qreal dx, qreal dy) { leftMouseDragged(yUp(at), dx, dy); });
     connect(m_platform.pointerMonitor, &PointerMonitor::mouseMoved, this,
-            [this](QPointF at) { mouseMovedWhileWindowUp(yUp(at), false); });
+            [this](QPointF at) { mouseMovedWhileWindowUp(yUp(window->inItsScreensScale(at)), false); });
     if (m_platform.dragPasteboard) {
         connect(m_platform.dragPasteboard, &DragPasteboard::changed, this, &AppDelegate::dragPasteboardChanged);
         connect(m_platform.dragPasteboard, &DragPasteboard::contentLearned, this, &AppDelegate::dragContentLearned);
@@ -57,6 +57,8 @@ void AppDelegate::dragPasteboardChanged()
     const PointerDrag drag = m_platform.pointerMonitor ? m_platform.pointerMonitor->currentDrag() : PointerDrag();
     if (!drag.leftButtonDown)
         return; // no left-button drag, or one inside our own windows
+    if (drag.deltaX == 0 && drag.deltaY == 0)
+        return; // started at the press itself: its first motion tells the way it goes
     if (windowIsVsbl() && oneofThePanelsIsShown)
         orderOutTheWindow(); // a drag elsewhere dismisses a panel, and this one raises the window
     dragHandler(yUp(drag.location), drag.deltaX, drag.deltaY);
@@ -197,6 +199,7 @@ void AppDelegate::mouseMovedWhileWindowUp(QPointF location, bool local)
     const bool inside = DropHereGeometry::pointInRect(location, keepOpen);
     const bool hotKeyMode = Utils::isShortcutEnabled();
     if (!inside && !hotKeyMode && !emptyContviewIsShown && !shouldNotCloseYet) {
+        qCDebug(lcWindow) << "the pointer went off to" << location << "outside" << keepOpen;
         orderOutTheWindow();
         return;
     }

@@ -98,6 +98,17 @@ QRectF DropWindow::screenFrameYUp(QPointF at)
     return screen ? PanelFrame::flipped(screen->geometry(), primaryScreenHeight()) : QRectF();
 }
 
+QPointF DropWindow::inItsScreensScale(QPointF global) const
+{
+    const QScreen *own = screen();
+    const QScreen *on = QGuiApplication::screenAt(global.toPoint());
+    if (!own || !on || own == on)
+        return global;
+    // A screen's points start at its top left pixel: through pixels from one screen's points to the other's.
+    const QPointF pixels = QPointF(on->geometry().topLeft()) + (global - on->geometry().topLeft()) * on->devicePixelRatio();
+    return QPointF(own->geometry().topLeft()) + (pixels - own->geometry().topLeft()) / own->devicePixelRatio();
+}
+
 QRectF DropWindow::frameYUp() const
 {
     return PanelFrame::flipped(QRectF(geometry()), primaryScreenHeight());

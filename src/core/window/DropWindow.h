@@ -24,6 +24,9 @@ public:
     void setTakesFocus(bool takes);
     bool takesFocus() const { return m_takesFocus; }
 
+    // A point of the screen it lies on in the points of the window's screen, which run on past its
+    // edges: next to the window on a screen of another scale, a point keeps its true distance.
+    QPointF inItsScreensScale(QPointF global) const;
     // Geometry in the layout rules' y-up space.
     QRectF frameYUp() const;
     void setFrameYUp(const QRectF &frame);
