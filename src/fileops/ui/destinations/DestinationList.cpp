@@ -37,6 +37,9 @@ void DestinationListView::keyPressEvent(QKeyEvent *event)
         case Qt::Key_Right:
             Q_EMIT subfoldersPressed(currentIndex());
             return;
+        case Qt::Key_F2:
+            Q_EMIT renamePressed(currentIndex());
+            return;
         case Qt::Key_Delete:
         case Qt::Key_Backspace:
             if (editMode) {
@@ -83,6 +86,7 @@ DestinationList::DestinationList(Kind kind, QWidget *parent) : QWidget(parent), 
             rowClicked(index);
     });
     connect(destTablView, &DestinationListView::escapePressed, this, &DestinationList::backRequested);
+    connect(destTablView, &DestinationListView::renamePressed, this, &DestinationList::beginRename);
     connect(destTablView, &DestinationListView::deletePressed, this, &DestinationList::removeUserDest);
     connect(destTablView, &DestinationListView::subfoldersPressed, this, [this](const QModelIndex &index) {
         if (index.isValid() && (m_delegate->buttons() & DestinationRowDelegate::SubfoldersButton) &&

@@ -31,6 +31,7 @@ Q_SIGNALS:
     void escapePressed();
     void deletePressed(const QModelIndex &index);
     void subfoldersPressed(const QModelIndex &index); // the right arrow: the row's subfolders
+    void renamePressed(const QModelIndex &index);     // F2
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
