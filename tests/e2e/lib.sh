@@ -29,3 +29,34 @@ wait_gone() {
   done
   return 1
 }
+
+# Real drops on the drop window, from the drag source of the tests (qd_dragsource). The caller sets
+# BIN, SOURCE, log and out; pid and src name the program and the source afterwards.
+# Starts the program with its drop target up, then drags from the source to (x, y) and lets go.
+drag_onto() { # x, y, source arguments...
+  local x=$1 y=$2; shift 2
+  : >"$out"
+  QT_LOGGING_RULES="quaydrop.window.debug=true" QUAYDROP_SHOW_DROP_WINDOW_AT=600,400 "$BIN" 2>"$log" &
+  pid=$!
+  wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+  wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "the drop target did not show"; }
+  "$SOURCE" "$@" >"$out" 2>/dev/null &
+  src=$!
+  wait_for "$out" ready 10 || fail "drag source did not start"
+  sleep 0.3
+  xdotool mousemove 100 100 mousedown 1
+  for step in 1 2 3 4 5 6 7 8 9 10; do
+    xdotool mousemove $((100 + (x - 100) * step / 10)) $((100 + (y - 100) * step / 10))
+    sleep 0.05
+  done
+  sleep 0.2
+  xdotool mouseup 1
+  wait_for "$out" dropped 10 || fail "the drag did not end"
+}
+
+stop_both() {
+  kill "$src" 2>/dev/null || true
+  kill -TERM "$pid"
+  wait_gone "$pid" 10 || fail "did not stop"
+}
+

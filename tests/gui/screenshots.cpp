@@ -115,6 +115,10 @@ int main(int argc, char **argv)
     QDir(w).mkpath(QStringLiteral("Projects/Quay"));
     writeFile(w + QStringLiteral("/Projects/Quay/plan.md"), QByteArray(200000, 'x'));
 
+    // A home with the standard folders, as the destination lists show them.
+    for (const char *f : {"Desktop", "Documents/Invoices", "Documents/Letters", "Documents/Taxes 2025",
+                          "Documents/Taxes 2026/Receipts", "Music", "Pictures", "Downloads", "Videos"})
+        QDir::home().mkpath(QString::fromLatin1(f));
     FakePlatform fakes(w + QStringLiteral("/.trash"));
     Platform services = fakes.services();
     Platform::install(services);
@@ -209,9 +213,6 @@ int main(int argc, char **argv)
     // The destinations: the standard folders of the home, a folder of the user's renamed, a stick.
     {
         const QString home = QDir::homePath();
-        for (const char *f : {"Desktop", "Documents/Invoices", "Documents/Letters", "Documents/Taxes 2025",
-                              "Documents/Taxes 2026/Receipts", "Music", "Pictures", "Downloads", "Videos"})
-            QDir(home).mkpath(QString::fromLatin1(f));
         writeFile(home + QStringLiteral("/Documents/Offer.pdf"), "%PDF-1.4\n%%EOF\n");
         Utils::createMoveDestArr();
         DestinationEdits::add(w + QStringLiteral("/Projects"));

@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QEvent>
 #include <QMenu>
+#include <QItemSelectionModel>
 #include <QPushButton>
 #include <QToolButton>
 
@@ -152,6 +153,9 @@ void MoveFileViewController::showEvent(QShowEvent *event)
 {
     m_chosen = false;
     OverlayController::showEvent(event);
+    // Each showing starts with no row chosen; the keyboard works at once.
+    destTablView->selectionModel()->clear();
+    destTablView->setFocus();
 }
 
 void MoveFileViewController::changeEvent(QEvent *event)

@@ -54,6 +54,15 @@ void DestinationListView::keyPressEvent(QKeyEvent *event)
     QListView::keyPressEvent(event);
 }
 
+void DestinationListView::focusInEvent(QFocusEvent *event)
+{
+    // Taking the keyboard marks the first row as current, not as chosen: no highlight until the user moves.
+    const bool hadCurrent = currentIndex().isValid();
+    QListView::focusInEvent(event);
+    if (!hadCurrent)
+        selectionModel()->clearSelection();
+}
+
 DestinationList::DestinationList(Kind kind, QWidget *parent) : QWidget(parent), m_kind(kind)
 {
     auto *layout = new QVBoxLayout(this);

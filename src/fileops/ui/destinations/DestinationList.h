@@ -35,6 +35,7 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
 };
 
 // The destination list that the picker and the manager window share: rows from the store, the

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# A user's way through the destinations, end to end on a real display: a folder stored from the
+# command line, renamed, a real drop on the quick-move target, the picker, the folder's subfolders in
+# their popup chosen by keyboard, and the file arriving there.
+source "$(dirname "$0")/lib.sh"
+BIN=$1
+SOURCE=$2
+private_home
+trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+pid= src=
+screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
+mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
+printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+log="$E2E_HOME/quaydrop.log"
+out="$E2E_HOME/source.out"
+
+files="$E2E_HOME/files"
+mkdir -p "$files/Target/Archive" "$files/Target/Inbox"
+printf 'notes\n' >"$files/notes.txt"
+"$BIN" destinations add "$files/Target" >/dev/null || fail "could not add a destination"
+"$BIN" destinations rename "$files/Target" "Quay work" >/dev/null || fail "could not rename it"
+[ "$("$BIN" destinations list)" = "Quay work	$files/Target" ] || fail "the list is: $("$BIN" destinations list)"
+pass "a destination added and renamed from the command line"
+
+# The quick-move target, below the drop window at (600, 400) y-up.
+window_top=$((screen_h - 400 - 90))
+drag_onto $((600 - 45 + 20)) $((window_top + 72)) --files "$files/notes.txt"
+wait_for "$log" "quick-move picker shown" 5 || { cat "$log"; fail "no quick-move picker"; }
+sleep 0.5
+# First row, its subfolders (Archive, Inbox), the second of them.
+xdotool key Down
+sleep 0.2
+xdotool key Right
+sleep 1
+xdotool key Down
+sleep 0.2
+xdotool key Down
+sleep 0.2
+xdotool key Return
+for _ in $(seq 50); do [ -f "$files/Target/Inbox/notes.txt" ] && break; sleep 0.1; done
+[ -f "$files/Target/Inbox/notes.txt" ] || { cat "$log"; fail "the file did not arrive in the chosen subfolder"; }
+[ ! -e "$files/notes.txt" ] || fail "the moved file is still at its source"
+[ "$(cat "$files/Target/Inbox/notes.txt")" = notes ] || fail "the file arrived changed"
+pass "a drop, the picker, a subfolder from the popup: the file arrives"
+stop_both
+echo "2 passed, 0 failed"
