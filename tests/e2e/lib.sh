@@ -1,5 +1,7 @@
 # Helpers for the end-to-end scripts: a private home for each run, and checks that fail loudly.
 set -euo pipefail
+# A command that fails unchecked ends the script: say which, so that the failure is never silent.
+trap 'echo "FAIL: line $LINENO: $BASH_COMMAND exited with $?" >&2' ERR
 
 fail() { echo "FAIL: $*" >&2; exit 1; }
 pass() { echo "PASS: $*"; }

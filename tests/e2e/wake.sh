@@ -26,7 +26,7 @@ temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"
 mkdir -p "$temp/promised-drop" && echo data >"$temp/promised-drop/photo.png"
 # Not logind: the same signal from a name that is not org.freedesktop.login1.
 dbus-send --bus="$DBUS_SYSTEM_BUS_ADDRESS" --type=signal /org/freedesktop/login1 \
-  org.freedesktop.login1.Manager.PrepareForSleep boolean:false
+  org.freedesktop.login1.Manager.PrepareForSleep boolean:false || fail "dbus-send could not send on the private bus"
 "$LOGIN1" sleep || fail "the login1 stand-in failed: $(cat "$E2E_HOME/bus.log")"
 sleep 0.5
 [ -f "$temp/promised-drop/photo.png" ] || fail "the temp folder was emptied before the wake"
