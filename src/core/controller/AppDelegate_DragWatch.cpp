@@ -4,11 +4,11 @@
 #include "core/dragwatch/DropHereGeometry.h"
 #include "core/dragwatch/HotKeyBinding.h"
 #include "core/intake/SingleItemDropGate.h"
-#include "core/panels/PanelFrame.h"
 #include "core/window/DropWindow.h"
 #include "utils/Utils.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QMouseEvent>
 #include <QLoggingCategory>
 

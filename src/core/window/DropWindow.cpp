@@ -1,6 +1,7 @@
 #include "DropWindow.h"
 
 #include "core/panels/PanelFrame.h"
+#include "platform/ScreenPixels.h"
 
 #include <QGuiApplication>
 #include <QPainter>
@@ -104,9 +105,7 @@ QPointF DropWindow::inItsScreensScale(QPointF global) const
     const QScreen *on = QGuiApplication::screenAt(global.toPoint());
     if (!own || !on || own == on)
         return global;
-    // A screen's points start at its top left pixel: through pixels from one screen's points to the other's.
-    const QPointF pixels = QPointF(on->geometry().topLeft()) + (global - on->geometry().topLeft()) * on->devicePixelRatio();
-    return QPointF(own->geometry().topLeft()) + (pixels - own->geometry().topLeft()) / own->devicePixelRatio();
+    return ScreenPixels::toPoints(own, ScreenPixels::toPixels(on, global));
 }
 
 QRectF DropWindow::frameYUp() const

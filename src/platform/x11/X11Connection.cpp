@@ -1,5 +1,7 @@
 #include "X11Connection.h"
 
+#include "platform/ScreenPixels.h"
+
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QScreen>
@@ -251,33 +253,17 @@ void X11Connection::watchProperties(quint32 window, bool on)
     xcb_flush(m_c);
 }
 
-namespace {
-
-// A screen's logical rectangle keeps its native top left corner; only its size is divided by the scale.
-QRectF nativeRectOf(const QScreen *screen)
-{
-    const QRect logical = screen->geometry();
-    return QRectF(logical.topLeft(), QSizeF(logical.size()) * screen->devicePixelRatio());
-}
-
-} // namespace
-
 QPointF X11Connection::toLogical(QPointF native)
 {
     const auto screens = QGuiApplication::screens();
-    for (const QScreen *screen : screens) {
-        const QRectF rect = nativeRectOf(screen);
-        if (rect.contains(native))
-            return rect.topLeft() + (native - rect.topLeft()) / screen->devicePixelRatio();
-    }
+    for (const QScreen *screen : screens)
+        if (ScreenPixels::pixelRect(screen).contains(native))
+            return ScreenPixels::toPoints(screen, native);
     return native;
 }
 
 QPointF X11Connection::toNative(QPointF logical)
 {
     const QScreen *screen = QGuiApplication::screenAt(logical.toPoint());
-    if (!screen)
-        return logical;
-    const QPointF origin = screen->geometry().topLeft();
-    return origin + (logical - origin) * screen->devicePixelRatio();
+    return screen ? ScreenPixels::toPixels(screen, logical) : logical;
 }
