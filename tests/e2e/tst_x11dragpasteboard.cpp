@@ -1,7 +1,8 @@
 // The X11 drag pasteboard against a real X server, with a drag source of the test's own on a
 // connection of its own, so that what the source does and when is in the test's hands: a type list
 // written just after the drag's start (as Firefox does), a list left over from the last drag, a
-// source that names file places only by answering, a drag of our own, and X Direct Save's answers.
+// source that says nothing, and a drag of our own. (X Direct Save's answers are met in the browser
+// tests: Firefox's "S", Chromium's "F".)
 
 #include "platform/x11/X11Desktop.h"
 
@@ -59,12 +60,6 @@ public:
             atoms.append(atom(type));
         xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, m_window, atom("XdndTypeList"), XCB_ATOM_ATOM, 32,
                             quint32(atoms.size()), atoms.constData());
-        xcb_flush(m_c);
-    }
-    void setProperty(const QByteArray &name, const QByteArray &value)
-    {
-        xcb_change_property(m_c, XCB_PROP_MODE_REPLACE, m_window, atom(name), atom("text/plain"), 8,
-                            quint32(value.size()), value.constData());
         xcb_flush(m_c);
     }
     void answerWith(const QByteArray &target, const QByteArray &data)
@@ -141,8 +136,6 @@ private Q_SLOTS:
     void aListLeftOverFromTheLastDragLosesToWhatTheSourceSays();
     void aSourceThatSaysNothingIsLearntWhenItsTimeIsUp();
     void aDragOfOurOwnIsNotCounted();
-    void directSave_data();
-    void directSave();
 
 private:
     // A new drag of `source`, once the pasteboard saw it.
@@ -224,36 +217,6 @@ void X11DragPasteboardTest::aDragOfOurOwnIsNotCounted()
     QVERIFY(!changed.wait(300));
     Source other;
     startDrag(other); // and the next drag of another program is
-}
-
-void X11DragPasteboardTest::directSave_data()
-{
-    QTest::addColumn<QByteArray>("answer");
-    QTest::addColumn<bool>("ok");
-    QTest::addColumn<QString>("writeFromType");
-    QTest::newRow("S: the source wrote it") << QByteArray("S") << true << QString();
-    QTest::newRow("F: the target writes it from the bytes") << QByteArray("F") << true << "application/octet-stream";
-    QTest::newRow("E: an error") << QByteArray("E") << false << QString();
-}
-
-void X11DragPasteboardTest::directSave()
-{
-    QFETCH(QByteArray, answer);
-    QFETCH(bool, ok);
-    QFETCH(QString, writeFromType);
-    Source source;
-    source.setProperty("XdndDirectSave0", "harbour.png");
-    source.answerWith("XdndDirectSave0", answer);
-    startDrag(source);
-    QWidget target;
-    target.winId();
-    const Result<PromisedFiles> promised =
-        m_x11->pasteboard->namesOfPromisedFilesDroppedAtDestination(QStringLiteral("/tmp/some folder"), target.winId());
-    QCOMPARE(promised.ok(), ok);
-    if (!ok)
-        return;
-    QCOMPARE(promised.value().names, QStringList{"harbour.png"});
-    QCOMPARE(promised.value().writeFromType, writeFromType);
 }
 
 QTEST_MAIN(X11DragPasteboardTest)
