@@ -43,4 +43,12 @@ for _ in $(seq 50); do [ -f "$files/Target/Inbox/notes.txt" ] && break; sleep 0.
 [ "$(cat "$files/Target/Inbox/notes.txt")" = notes ] || fail "the file arrived changed"
 pass "a drop, the picker, a subfolder from the popup: the file arrives"
 stop_both
-echo "2 passed, 0 failed"
+
+# The same list in a window of its own.
+"$BIN" --destinations 2>"$E2E_HOME/manager.log" &
+pid=$!
+for _ in $(seq 50); do xdotool search --onlyvisible --name '^Destinations$' >/dev/null 2>&1 && break; sleep 0.1; done
+xdotool search --onlyvisible --name '^Destinations$' >/dev/null 2>&1 || { cat "$E2E_HOME/manager.log"; fail "quaydrop --destinations opened no window"; }
+kill "$pid"
+pass "quaydrop --destinations opens the destination manager"
+echo "3 passed, 0 failed"
