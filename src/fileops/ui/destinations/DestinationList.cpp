@@ -118,13 +118,13 @@ DestinationList::DestinationList(Kind kind, QWidget *parent) : QWidget(parent), 
         storeChanged();
     });
     connect(m_popup, &SubfolderPopup::chosen, this, &DestinationList::subfolderChosen);
+    connect(m_popup, &SubfolderPopup::closed, this, [this] {
+        if (holdWindowOpen)
+            holdWindowOpen(false);
+    });
     connect(m_popup, &SubfolderPopup::addRequested, this, [this](const QString &path) {
         m_popup->hide();
         addDestinationPath(path);
-    });
-    connect(m_popup, &SubfolderPopup::levelLoaded, this, [this] {
-        m_delegate->setFetchingRow({});
-        destTablView->viewport()->update();
     });
 
     // Another window or process may change the list: follow the store's folder, once per burst.
@@ -186,7 +186,6 @@ void DestinationList::applyRows(const QStringList &paths)
                                               m_dropped));
     if (const QModelIndex again = indexOfPath(current); again.isValid())
         destTablView->setCurrentIndex(again);
-    Q_EMIT rowsChanged();
 }
 
 QModelIndex DestinationList::indexOfPath(const QString &path) const
@@ -244,12 +243,13 @@ void DestinationList::showSubfolders(const QModelIndex &index)
     option.rect = destTablView->visualRect(index);
     const QRect button = m_delegate->buttonRect(option, index, DestinationRowDelegate::SubfoldersButton);
     const QRect anchor(destTablView->viewport()->mapToGlobal(button.topLeft()), button.size());
-    if (holdWindowOpen)
-        holdWindowOpen(true);
     m_popup->fetch(index.data(DestinationListModel::PathRole).toString(), anchor, m_dropped, [this] {
         m_delegate->setFetchingRow({});
         destTablView->viewport()->update();
     });
+    // After fetch(), which closes the popup shown so far: the window stays open until this one closes.
+    if (holdWindowOpen)
+        holdWindowOpen(true);
 }
 
 void DestinationList::removeUserDest(const QModelIndex &index)

@@ -88,7 +88,6 @@ Q_SIGNALS:
     void destinationChosen(const QString &path); // a row (picker)
     void subfolderChosen(const QString &path);   // a folder of the popup (picker)
     void backRequested();                        // Escape
-    void rowsChanged();
 
 private:
     bool allowClick();

@@ -82,7 +82,6 @@ void SubfolderPopup::fetch(const QString &folder, const QRect &anchor, const QSt
 {
     hide(); // hiding ends the listings of the tree shown so far
     const int generation = fetchSubfoldersCounter->fetch_add(1) + 1;
-    m_fetching = true;
     m_protected = protectedPath;
     m_root = folder;
     auto counter = fetchSubfoldersCounter;
@@ -94,7 +93,6 @@ void SubfolderPopup::fetch(const QString &folder, const QRect &anchor, const QSt
         QMetaObject::invokeMethod(qApp, [=] {
             if (!self || stop())
                 return; // a newer fetch took over
-            self->m_fetching = false;
             if (!nodes)
                 return;
             self->m_model->clear();
@@ -125,13 +123,6 @@ void SubfolderPopup::fetch(const QString &folder, const QRect &anchor, const QSt
                 fetched();
         });
     });
-}
-
-void SubfolderPopup::cancel()
-{
-    fetchSubfoldersCounter->fetch_add(1);
-    m_fetching = false;
-    hide();
 }
 
 void SubfolderPopup::fillChildren(QStandardItem *parent, const QList<SubfolderListing::Node> &nodes)
@@ -250,6 +241,7 @@ void SubfolderPopup::hideEvent(QHideEvent *event)
     // Closing ends any listing still running below.
     fetchSubfoldersCounter->fetch_add(1);
     QFrame::hideEvent(event);
+    Q_EMIT closed();
 }
 
 void SubfolderPopup::keyPressEvent(QKeyEvent *event)

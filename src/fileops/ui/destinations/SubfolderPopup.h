@@ -34,10 +34,7 @@ public:
     // `fetched` runs then (or when nothing came), unless a newer fetch took over. Folders at or inside
     // `protectedPath` (the dropped item) are shown but cannot be chosen.
     void fetch(const QString &folder, const QRect &anchor, const QString &protectedPath, std::function<void()> fetched = {});
-    // Ends any running fetch and closes.
-    void cancel();
     int generation() const { return fetchSubfoldersCounter->load(); }
-    bool isFetching() const { return m_fetching; }
 
     QTreeView *subFldrOutlineView() const { return m_tree; }
     QLabel *noSubfoldersNote() const { return m_note; }
@@ -52,6 +49,7 @@ Q_SIGNALS:
     void chosen(const QString &path);           // Mode::Choose
     void addRequested(const QString &path);     // Mode::Add
     void levelLoaded(const QString &parentPath); // children arrived, for tests and sizing
+    void closed();
 
 protected:
     void hideEvent(QHideEvent *event) override;
@@ -66,7 +64,6 @@ private:
 
     Mode m_mode;
     std::shared_ptr<std::atomic_int> fetchSubfoldersCounter;
-    bool m_fetching = false;
     QString m_protected;
     QString m_root;
     QTreeView *m_tree;
