@@ -11,6 +11,8 @@ PACKAGES=(
   libgl-dev
   # images and PDF: resampling and codecs, PDF rendering, PNG recompression
   libvips-dev libpoppler-qt6-dev libpng-dev zlib1g-dev
+  # the editor: Qt's TIFF and WebP readers and writers, lossless JPEG turns (libturbojpeg)
+  qt6-image-formats-plugins libturbojpeg0-dev libjpeg-dev
   # X11 drag watching
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
@@ -21,10 +23,10 @@ PACKAGES=(
   xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
   # real browsers to drag images out of, and a small web server for their page, in the end-to-end tests
   chromium firefox-esr python3
-  # tests: encrypted PDFs are made with qpdf
-  qpdf
-  # benchmarks in bench/ and their peer tools
-  hyperfine time rsync imagemagick libvips-tools poppler-utils img2pdf
+  # tests: encrypted PDFs are made with qpdf; EXIF written and read back by exiftool
+  qpdf libimage-exiftool-perl
+  # benchmarks in bench/ and their peer tools (jpegtran also checks lossless turns in the tests)
+  hyperfine time rsync imagemagick libvips-tools poppler-utils img2pdf libjpeg-turbo-progs
 )
 
 missing=()

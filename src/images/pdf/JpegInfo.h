@@ -15,4 +15,7 @@ struct JpegInfo
 
     // Nothing for data that is no baseline or progressive JPEG of 8-bit samples.
     static std::optional<JpegInfo> parse(const QByteArray &data);
+    // Whether the last scan is followed by its end marker: a file cut short ends inside a scan, where a
+    // decoder only warns and fills the rest with grey.
+    static bool isComplete(const QByteArray &data);
 };
