@@ -13,6 +13,8 @@ PACKAGES=(
   libvips-dev libpoppler-qt6-dev libpng-dev zlib1g-dev
   # the editor: Qt's TIFF and WebP readers and writers, lossless JPEG turns (libturbojpeg)
   qt6-image-formats-plugins libturbojpeg0-dev libjpeg-dev
+  # archives
+  libminizip-dev
   # X11 drag watching
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
@@ -27,6 +29,8 @@ PACKAGES=(
   qpdf libimage-exiftool-perl
   # benchmarks in bench/ and their peer tools (jpegtran also checks lossless turns in the tests)
   hyperfine time rsync imagemagick libvips-tools poppler-utils img2pdf libjpeg-turbo-progs
+  # tests: archives are checked with unzip, new documents with python-docx, openpyxl and odfpy
+  unzip python3-docx python3-openpyxl python3-odf
 )
 
 missing=()

@@ -734,6 +734,36 @@
     <message>
         <source>addDestBtn</source>
         <translation>Ordner hinzufügen …</translation>
+        <source>Zipping</source>
+        <translation>Wird gepackt …</translation>
+    </message>
+    <message>
+        <source>...Initializing...</source>
+        <translation>…Wird vorbereitet…</translation>
+    </message>
+    <message>
+        <source>zipping</source>
+        <translation>Wird gepackt</translation>
+    </message>
+    <message>
+        <source>Success</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Canceled</source>
+        <translation>Abgebrochen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>zipTaskComplete</source>
+        <translation>Archiv erstellt</translation>
+    </message>
+    <message>
+        <source>zipFailedTitle</source>
+        <translation>Das Archiv konnte nicht geschrieben werden</translation>
     </message>
 </context>
 </TS>

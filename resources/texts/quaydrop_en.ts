@@ -734,6 +734,36 @@
     <message>
         <source>addDestBtn</source>
         <translation>Add Folder…</translation>
+        <source>Zipping</source>
+        <translation>Zipping…</translation>
+    </message>
+    <message>
+        <source>...Initializing...</source>
+        <translation>...Initializing...</translation>
+    </message>
+    <message>
+        <source>zipping</source>
+        <translation>zipping</translation>
+    </message>
+    <message>
+        <source>Success</source>
+        <translation>Success</translation>
+    </message>
+    <message>
+        <source>Canceled</source>
+        <translation>Canceled</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>zipTaskComplete</source>
+        <translation>Archive created</translation>
+    </message>
+    <message>
+        <source>zipFailedTitle</source>
+        <translation>The archive could not be written</translation>
     </message>
 </context>
 </TS>

@@ -129,8 +129,15 @@ public:
 class TrashService
 {
 public:
+    // Error codes beside the plain failure (1).
+    static constexpr int kNoTrashHere = 3; // the item's volume has no trash that could be used or made
+    static constexpr int kNameTaken = 4;   // restore: something has taken the original name since
+
     virtual ~TrashService() = default;
     virtual Result<QString> moveToTrash(const QString &path) = 0; // where the item went
+    // Puts a trashed item back where its record in the trash says it came from, if that name is free;
+    // the record goes with it. Answers the path it is back at.
+    virtual Result<QString> restore(const QString &trashedPath) = 0;
 };
 
 struct VolumeInfo

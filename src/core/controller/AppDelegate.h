@@ -10,7 +10,6 @@
 #include <QImage>
 #include <QPointF>
 #include <QPointer>
-#include <QProcess>
 #include <QRectF>
 #include <QStringList>
 
@@ -42,6 +41,8 @@ class PopMenuContentViewController;
 class WallpaperOverlayVC;
 class WidgetAlerts;
 class WidgetConflictResolver;
+class ZipJob;
+class ZipProgressWindow;
 
 // The one controller of the resident program. It owns the single window, what was dropped, the
 // overlay controllers and the flags that tie them together; each concern lives in its own file
@@ -120,6 +121,15 @@ public:
     void copydroppedImgURLToClipboard(ActionButton *sender);
     void copyDroppedStringToClipboard(ActionButton *sender);
 
+    // ---- zip (AppDelegate_Zip.cpp) ----
+    void zipBtnAction(ActionButton *sender);
+    void zipMultiFilesAction(ActionButton *sender);
+    void workingZip(ActionButton *sender);
+    QString getZipFileDestPath() const;
+    void cancelTaskAction();
+    void finishZippingUIUpdates();
+    void terminationUiUpdates();
+
     // ---- images (AppDelegate_Images.cpp) ----
     QImage thumbnailForFilePath(const QString &path) const;
     void quickResizeBtnAction(ActionButton *sender);
@@ -166,7 +176,8 @@ public:
     bool mouseToLocalMon = false;
     bool keyDownLocalMonitor = false; // never installed
     QPointF rememberedCursorPoint;
-    QPointer<QProcess> zippingTask;
+    QPointer<ZipJob> zippingTask;
+    QPointer<ZipProgressWindow> zippingTaskPanel;
     bool mouseDraggedBool = false;
     QDateTime clickDate;
     bool emptyContviewIsShown = false;
@@ -230,6 +241,7 @@ private:
     void finishWrittenFiles(ImageBatchJob *job, const char *doneTitleKey);
     void finishImageJob(ImageBatchJob *job, const char *doneTitleKey, const QString &folder, const QStringList &reveal);
     void foremostAppActivated(const QString &applicationId);
+    void hideZipPanelLater();
     void NSOpenPanelHasJustClosed(const QVariantMap &userInfo);
 
     Platform m_platform;

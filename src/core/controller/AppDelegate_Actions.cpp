@@ -23,8 +23,6 @@ const QHash<QString, QString> &laterActions()
         {"mailFileBtnAction", "mail"},
         {"mailMultipleFilesAvtion", "mail"},
         {"newMailWithDroppedString", "mail"},
-        {"zipBtnAction", "zip"},
-        {"zipMultiFilesAction", "zip"},
         {"setAsWallpaperAction", "wallpaper"},
         {"showImgSharePanelVC", "sharing"},
         {"airDropBtnAction", "sharing"},
@@ -62,6 +60,8 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"convertImgAction", &AppDelegate::convertImgAction},
         {"showPDFToImgConvertVC", &AppDelegate::showPDFToImgConvertVC},
         {"SaveAsPDF", &AppDelegate::SaveAsPDF},
+        {"zipBtnAction", &AppDelegate::zipBtnAction},
+        {"zipMultiFilesAction", &AppDelegate::zipMultiFilesAction},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

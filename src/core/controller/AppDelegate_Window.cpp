@@ -1,5 +1,7 @@
 #include "AppDelegate.h"
 
+#include "fileops/zip/ZipJob.h"
+
 #include "core/classification/WordCount.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/panels/PanelFrame.h"
@@ -39,6 +41,7 @@ void AppDelegate::buildWindow()
     window->addView(emptyContview);
     // The one cancel the busy view offers is that of a drop still being read.
     connect(emptyContview, &BusyView::cancelRequested, this, &AppDelegate::cancelAllPromisedImportOperations);
+    connect(emptyContview, &BusyView::cancelRequested, this, &AppDelegate::cancelTaskAction);
     for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
                                   DropPanelOtherAppImage, DropPanelMultiFiles}) {
         auto *view = new ActionPanelView(panel, window);
@@ -126,7 +129,7 @@ void AppDelegate::showPanelWithIndex(quint64 index)
     inputs.droppedImageFromOtherApp = droppedImageFromOtherApp;
     inputs.firstPathIsPdf = !filePathsArr.isEmpty() && Utils::isThisPDFFile(filePathsArr.first());
     inputs.firstPathIsArchive = !filePathsArr.isEmpty() && Utils::isArchiveFile(filePathsArr.first());
-    inputs.zipRunning = zippingTask && zippingTask->state() != QProcess::NotRunning;
+    inputs.zipRunning = zippingTask && zippingTask->isRunning();
     if (panel == DropPanelMultiFiles) {
         imgsOnlyPathsArr = Utils::getImagesOnlyFromArrPaths(filePathsArr);
         multiFilesActionPanelShown = PanelRules::multiFilesActionPanelShown(int(imgsOnlyPathsArr.size()));

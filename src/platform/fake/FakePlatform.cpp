@@ -95,6 +95,8 @@ Status FakeWorkspace::openUrl(const QString &url)
 
 Result<QString> FakeTrash::moveToTrash(const QString &path)
 {
+    if (refuse)
+        return Error{QStringLiteral("FakeTrash"), kNoTrashHere, QStringLiteral("no trash on this volume")};
     QDir().mkpath(m_folder);
     const QFileInfo source(path);
     if (!source.exists() && !source.isSymLink())
@@ -104,7 +106,21 @@ Result<QString> FakeTrash::moveToTrash(const QString &path)
         target = m_folder + QChar('/') + source.fileName() + QStringLiteral(".%1").arg(n);
     if (!QDir().rename(path, target))
         return fakeError(QStringLiteral("could not move %1 to the trash").arg(path));
+    m_origins.insert(target, path);
     return target;
+}
+
+Result<QString> FakeTrash::restore(const QString &trashedPath)
+{
+    const QString original = m_origins.value(trashedPath);
+    if (original.isEmpty())
+        return fakeError(QStringLiteral("%1 is not in the trash").arg(trashedPath));
+    if (QFileInfo::exists(original) || QFileInfo(original).isSymLink())
+        return Error{QStringLiteral("FakeTrash"), kNameTaken, QStringLiteral("%1 has been taken meanwhile").arg(original)};
+    if (!QDir().rename(trashedPath, original))
+        return fakeError(QStringLiteral("could not put %1 back").arg(original));
+    m_origins.remove(trashedPath);
+    return original;
 }
 
 Status FakeVolumeService::eject(const QString &mountPoint)

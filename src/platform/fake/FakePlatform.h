@@ -5,6 +5,8 @@
 
 #include "platform/Platform.h"
 
+#include <QHash>
+
 #include <memory>
 
 // A drag's source that tells what it offers as soon as it is asked, or, with `answerLater`, only
@@ -103,9 +105,12 @@ class FakeTrash : public TrashService
 public:
     explicit FakeTrash(QString folder) : m_folder(std::move(folder)) {}
     Result<QString> moveToTrash(const QString &path) override;
+    Result<QString> restore(const QString &trashedPath) override;
+    bool refuse = false; // as on a volume without a trash
 
 private:
     QString m_folder;
+    QHash<QString, QString> m_origins; // trashed path -> where it came from
 };
 
 class FakeVolumeService : public VolumeService

@@ -1,0 +1,310 @@
+// Archives of real trees, read back with Python's zipfile and checked with `unzip -t`.
+
+#include "ScratchMount.h"
+#include "TestTree.h"
+#include "fileops/zip/ZipJob.h"
+#include "fileops/zip/ZipPlan.h"
+#include "platform/fake/FakePlatform.h"
+
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <sys/stat.h>
+
+namespace {
+
+// One line per entry: hex of the name's bytes, the UTF-8 flag, the Unix mode (octal), the CRC check.
+const char *kInspect = R"(
+import sys, zipfile
+z = zipfile.ZipFile(sys.argv[1])
+bad = z.testzip()
+for i in z.infolist():
+    raw = i.filename.encode('utf-8' if i.flag_bits & 0x800 else 'cp437')
+    data = z.read(i).hex() if i.file_size < 1000 else '-'
+    print(raw.hex(), 1 if i.flag_bits & 0x800 else 0, oct(i.external_attr >> 16), 'bad' if bad else 'ok', data or '-')
+)";
+
+struct Listed
+{
+    QByteArray name;
+    bool utf8Flag = false;
+    quint32 mode = 0;
+    QByteArray data; // of a small entry
+};
+
+QList<Listed> inspect(const QString &archive)
+{
+    QProcess py;
+    py.start(QStringLiteral("/usr/bin/python3"), {QStringLiteral("-c"), QString::fromLatin1(kInspect), archive});
+    py.waitForFinished(60000);
+    QList<Listed> entries;
+    for (const QByteArray &line : py.readAllStandardOutput().split('\n')) {
+        const QList<QByteArray> f = line.split(' ');
+        if (f.size() == 5 && f[3] == "ok")
+            entries.append({QByteArray::fromHex(f[0]), f[1] == "1", f[2].mid(2).toUInt(nullptr, 8),
+                            f[4] == "-" ? QByteArray() : QByteArray::fromHex(f[4])});
+    }
+    return entries;
+}
+
+QByteArrayList names(const QList<Listed> &entries)
+{
+    QByteArrayList out;
+    for (const Listed &e : entries)
+        out.append(e.name);
+    return out;
+}
+
+bool unzipTestPasses(const QString &archive)
+{
+    QProcess unzip;
+    unzip.start(QStringLiteral("unzip"), {QStringLiteral("-tqq"), archive});
+    return unzip.waitForFinished(60000) && unzip.exitStatus() == QProcess::NormalExit && unzip.exitCode() == 0;
+}
+
+QByteArray extracted(const QString &archive, const QByteArray &name)
+{
+    QProcess py;
+    py.start(QStringLiteral("/usr/bin/python3"),
+             {QStringLiteral("-c"),
+              QStringLiteral("import sys,zipfile; sys.stdout.buffer.write(zipfile.ZipFile(sys.argv[1]).read(bytes.fromhex(sys.argv[2]).decode()))"),
+              archive, QString::fromLatin1(name.toHex())});
+    py.waitForFinished(60000);
+    return py.readAllStandardOutput();
+}
+
+// Runs a job to its end and answers its result.
+Result<QString> zip(const QStringList &paths, TrashService *trash, std::function<void(ZipJob &)> meanwhile = {})
+{
+    ZipJob job(paths, trash);
+    QSignalSpy finished(&job, &ZipJob::finished);
+    job.start();
+    if (meanwhile)
+        meanwhile(job);
+    if (!job.isFinished())
+        finished.wait(60000);
+    return job.result();
+}
+
+QString str(const QByteArray &native) { return NativePath::fromNative(native); }
+
+} // namespace
+
+class TestZip : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void archiveNames_data()
+    {
+        QTest::addColumn<QStringList>("dropped");
+        QTest::addColumn<QString>("archive");
+        QTest::newRow("file") << QStringList{"/d/a.txt"} << "/d/a.zip";
+        QTest::newRow("two dots") << QStringList{"/d/a.b.txt"} << "/d/a.b.zip";
+        QTest::newRow("folder") << QStringList{"/d/Photos"} << "/d/Photos.zip";
+        QTest::newRow("dot file") << QStringList{"/d/.bashrc"} << "/d/.bashrc.zip";
+        QTest::newRow("several") << QStringList{"/d/a.txt", "/e/b.txt"} << "/d/QuaydropZip.zip";
+    }
+    void archiveNames()
+    {
+        QFETCH(QStringList, dropped);
+        QFETCH(QString, archive);
+        QCOMPARE(ZipPlan::archivePath(dropped), archive);
+    }
+
+    // What goes in, per case of the dropped items.
+    void contents_data()
+    {
+        QTest::addColumn<QByteArrayList>("files"); // made below the tree; a name ending in '/' is a folder
+        QTest::addColumn<QByteArrayList>("dropped");
+        QTest::addColumn<QByteArrayList>("expected");
+        QTest::newRow("dot files below the first level left out")
+            << QByteArrayList{"Photos/", "Photos/a.jpg", "Photos/.DS_Store", "Photos/sub/", "Photos/sub/.hidden",
+                              "Photos/sub/b.txt", "Photos/.git/", "Photos/.git/config", "Photos/empty/"}
+            << QByteArrayList{"Photos"}
+            << QByteArrayList{"Photos/", "Photos/a.jpg", "Photos/empty/", "Photos/sub/", "Photos/sub/b.txt"};
+        QTest::newRow("a single dot file is kept") << QByteArrayList{".env"} << QByteArrayList{".env"}
+                                                   << QByteArrayList{".env"};
+        QTest::newRow("items from several folders")
+            << QByteArrayList{"x/", "x/a.txt", "y/", "y/b.txt", "y/c/", "y/c/d.txt", "y/c/.e"}
+            << QByteArrayList{"x/a.txt", "y/b.txt", "y/c"} << QByteArrayList{"a.txt", "b.txt", "c/", "c/d.txt"};
+        QTest::newRow("one name from two folders")
+            << QByteArrayList{"x/", "x/a.txt", "y/", "y/a.txt"} << QByteArrayList{"x/a.txt", "y/a.txt"}
+            << QByteArrayList{"a.txt", "a 1.txt"};
+        QTest::newRow("odd names")
+            << QByteArrayList{"-rf", "a b", "new\nline", "*", "?", "[x]", "caf\xc3\xa9.txt", "bad\xff\xfe"}
+            << QByteArrayList{"-rf", "a b", "new\nline", "*", "?", "[x]", "caf\xc3\xa9.txt", "bad\xff\xfe"}
+            << QByteArrayList{"-rf", "a b", "new\nline", "*", "?", "[x]", "caf\xc3\xa9.txt", "bad\xff\xfe"};
+    }
+    void contents()
+    {
+        QFETCH(QByteArrayList, files);
+        QFETCH(QByteArrayList, dropped);
+        QFETCH(QByteArrayList, expected);
+        TestTree tree;
+        for (const QByteArray &f : files)
+            f.endsWith('/') ? tree.folder(f.chopped(1)) : tree.file(f, "data of " + f);
+        QStringList paths;
+        for (const QByteArray &d : dropped)
+            paths.append(str(tree.native() + '/' + d));
+        FakeTrash trash(tree.path() + "/trash");
+        const Result<QString> made = zip(paths, &trash);
+        QVERIFY2(made.ok(), made.ok() ? "" : qPrintable(made.error().message));
+        QCOMPARE(made.value(), ZipPlan::archivePath(paths));
+        QVERIFY(unzipTestPasses(made.value()));
+        const QList<Listed> listed = inspect(made.value());
+        QCOMPARE(names(listed), expected);
+        for (const Listed &e : listed) {
+            bool ascii = true;
+            for (char c : e.name)
+                ascii = ascii && uchar(c) < 0x80;
+            // The flag says UTF-8 for a name that is UTF-8 and not plain ASCII; other bytes stand as they are.
+            QCOMPARE(e.utf8Flag, !ascii && QByteArrayView(e.name).isValidUtf8());
+            if (!e.name.endsWith('/'))
+                QVERIFY(e.data.startsWith("data of "));
+        }
+        QVERIFY(!TestTree::entries(tree.path()).join(' ').contains(".quaydrop-"));
+    }
+
+    void linksModesAndLargeFilesSurvive()
+    {
+        TestTree tree;
+        tree.folder("T");
+        const QByteArray tool = tree.file("T/tool.sh", "#!/bin/sh\n");
+        ::chmod(tool.constData(), 0750);
+        tree.link("T/link", "tool.sh");
+        tree.link("T/loop1", "loop2"); // a loop is two links like any others
+        tree.link("T/loop2", "loop1");
+        // Larger than what a worker packs in memory: the writer deflates it as it goes.
+        QByteArray big;
+        for (int i = 0; i < (40 << 20) / 16; ++i)
+            big += QByteArray::number(i).rightJustified(15, '0') + '\n';
+        tree.file("T/big.log", big);
+        tree.file("T/empty");
+        FakeTrash trash(tree.path() + "/trash");
+        const Result<QString> made = zip({tree.path() + "/T"}, &trash);
+        QVERIFY(made.ok());
+        QVERIFY(unzipTestPasses(made.value()));
+        QHash<QByteArray, quint32> modes;
+        for (const Listed &e : inspect(made.value()))
+            modes.insert(e.name, e.mode);
+        QCOMPARE(modes.value("T/tool.sh"), quint32(S_IFREG | 0750));
+        QCOMPARE(modes.value("T/link") & S_IFMT, quint32(S_IFLNK));
+        QCOMPARE(modes.value("T/loop1") & S_IFMT, quint32(S_IFLNK));
+        QCOMPARE(modes.value("T/") & S_IFMT, quint32(S_IFDIR));
+        QCOMPARE(extracted(made.value(), "T/link"), QByteArray("tool.sh"));
+        QCOMPARE(extracted(made.value(), "T/empty"), QByteArray());
+        QCOMPARE(extracted(made.value(), "T/big.log"), big);
+    }
+
+    // The older archive goes to the trash only once the new one is complete; a failure or a cancel
+    // leaves it and removes the partial one.
+    void olderArchive_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::addColumn<bool>("replaced");
+        QTest::newRow("replaced, old one in the trash") << "ok" << true;
+        QTest::newRow("trash refuses: a free name") << "no trash" << false;
+        QTest::newRow("cancelled at once") << "cancel" << false;
+        QTest::newRow("item vanished before the zip") << "missing" << false;
+    }
+    void olderArchive()
+    {
+        QFETCH(QString, how);
+        QFETCH(bool, replaced);
+        TestTree tree;
+        tree.folder("Photos");
+        for (int i = 0; i < 200; ++i)
+            tree.file("Photos/p" + QByteArray::number(i) + ".txt", QByteArray(20000, char('a' + i % 26)));
+        tree.file("Photos.zip", "the older archive");
+        FakeTrash trash(tree.path() + "/trash");
+        FakeTrash refusing(tree.path() + "/trash");
+        refusing.refuse = true;
+        QString item = tree.path() + "/Photos";
+        if (how == "missing")
+            item += "-gone";
+        const Result<QString> made = zip({item}, how == "no trash" ? &refusing : &trash, [&](ZipJob &job) {
+            if (how == "cancel")
+                job.cancel();
+        });
+        const QString old = tree.path() + "/Photos.zip";
+        if (how == "ok" || how == "no trash") {
+            QVERIFY(made.ok());
+            QCOMPARE(made.value(), replaced ? old : tree.path() + "/Photos 1.zip");
+            QVERIFY(unzipTestPasses(made.value()));
+            QCOMPARE(inspect(made.value()).size(), 201);
+            QCOMPARE(TestTree::contents(tree.path() + "/trash/Photos.zip") == "the older archive", replaced);
+        } else {
+            QVERIFY(!made.ok());
+            QCOMPARE(made.error().code, how == "cancel" ? ECANCELED : ENOENT);
+        }
+        if (!replaced)
+            QCOMPARE(TestTree::contents(old), QByteArray("the older archive"));
+        QVERIFY(!TestTree::entries(tree.path()).join(' ').contains(".quaydrop-"));
+    }
+
+    void fullDiskKeepsTheOlderArchive()
+    {
+        ScratchMount disk("2m");
+        REQUIRE_SCRATCH_MOUNT(disk);
+        TestTree tree;
+        tree.folder("R");
+        QByteArray noise(3 << 20, Qt::Uninitialized);
+        QRandomGenerator(7).fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
+        tree.file("R/noise.bin", noise);
+        QFile older(disk.path() + "/R.zip");
+        QVERIFY(older.open(QIODevice::WriteOnly));
+        older.write("older");
+        older.close();
+        FakeTrash trash(disk.path() + "/trash");
+        // Noise does not shrink: 3 MB cannot fit on a disk of 2.
+        ZipJob job({tree.path() + "/R"}, &trash, disk.path() + "/R.zip");
+        QSignalSpy finished(&job, &ZipJob::finished);
+        job.start();
+        QVERIFY(finished.wait(60000));
+        QVERIFY(!job.result().ok());
+        QCOMPARE(job.result().error().code, ENOSPC);
+        QCOMPARE(TestTree::contents(disk.path() + "/R.zip"), QByteArray("older"));
+        QCOMPARE(TestTree::entries(disk.path()), QStringList{"R.zip"});
+    }
+
+    void unreadableFileFailsNamingIt()
+    {
+        if (::geteuid() == 0)
+            QSKIP("root reads every file; this case runs again as an unprivileged user");
+        TestTree tree;
+        tree.folder("F");
+        tree.file("F/ok.txt", "fine");
+        const QByteArray secret = tree.file("F/secret.txt", "hidden");
+        ::chmod(secret.constData(), 0);
+        FakeTrash trash(tree.path() + "/trash");
+        const Result<QString> made = zip({tree.path() + "/F"}, &trash);
+        QVERIFY(!made.ok());
+        QCOMPARE(made.error().info.value("path").toString(), tree.path() + "/F/secret.txt");
+        QCOMPARE(TestTree::entries(tree.path()), QStringList{"F"});
+    }
+
+    void progressCountsEveryByte()
+    {
+        TestTree tree;
+        tree.folder("P");
+        for (int i = 0; i < 50; ++i)
+            tree.file("P/f" + QByteArray::number(i), QByteArray(100000, 'x'));
+        FakeTrash trash(tree.path() + "/trash");
+        ZipJob job({tree.path() + "/P"}, &trash);
+        QSignalSpy progress(&job, &ZipJob::progress);
+        QSignalSpy finished(&job, &ZipJob::finished);
+        job.start();
+        QVERIFY(finished.wait(60000));
+        QCOMPARE(finished.size(), 1);
+        QVERIFY(job.result().ok());
+        QVERIFY(progress.size() >= 2);
+        QCOMPARE(progress.last().at(0).toULongLong(), quint64(5000000));
+        QCOMPARE(job.bytesTotal(), quint64(5000000));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestZip)
+#include "tst_zip.moc"
