@@ -4,6 +4,7 @@
 #include "DestinationsCommand.h"
 #include "FileCommands.h"
 #include "ImageCommands.h"
+#include "ZipCommand.h"
 
 namespace Cli {
 
@@ -93,6 +94,14 @@ const std::vector<Command> &commands()
          "rename DIR NAME: the destination shows as NAME; an empty NAME gives it back the folder's name.\n"
          "quaydrop --destinations opens the same list in a window.",
          &runDestinationsCommand},
+        {"zip",
+         {{"FILE", ArgumentKind::Path, true}},
+         {},
+         "pack the items into one archive beside the first, as the Zip button does",
+         "One item gives NAME.zip beside it, several give QuaydropZip.zip beside the first, whichever\n"
+         "folders they come from. Inside a folder, hidden entries are left out. An older archive of that\n"
+         "name goes to the trash once the new one is complete. Ctrl+C stops and leaves no archive.",
+         &runZipCommand},
     };
     return table;
 }

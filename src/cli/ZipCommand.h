@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QStringList>
-#include <QTextStream>
+class Console;
+struct Invocation;
 
 // quaydrop zip FILE...: the archive the Zip button makes, its path on stdout, progress on stderr.
-int runZipCommand(const QStringList &args, QTextStream &out, QTextStream &err);
+int runZipCommand(const Invocation &invocation, Console &console);

@@ -36,7 +36,7 @@ Error fileError(const QByteArray &path, int err)
     const QString p = NativePath::fromNative(path);
     return Error{QString::fromLatin1(ZipPlan::kErrorDomain), err,
                  QStringLiteral("%1: %2").arg(NativePath::forDisplay(p), QString::fromLocal8Bit(strerror(err))),
-                 {{QStringLiteral("path"), p}}};
+                 {{QStringLiteral("path"), p}, {QStringLiteral("reason"), QString::fromLocal8Bit(strerror(err))}}};
 }
 
 Error cancelled() { return Error{QString::fromLatin1(ZipPlan::kErrorDomain), ECANCELED, QStringLiteral("Canceled")}; }

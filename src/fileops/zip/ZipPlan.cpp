@@ -25,7 +25,7 @@ Error unreadable(const QByteArray &path, int err)
     const QString shown = NativePath::forDisplay(NativePath::fromNative(path));
     return Error{QString::fromLatin1(ZipPlan::kErrorDomain), err,
                  QStringLiteral("%1: %2").arg(shown, QString::fromLocal8Bit(strerror(err))),
-                 {{QStringLiteral("path"), NativePath::fromNative(path)}}};
+                 {{QStringLiteral("path"), NativePath::fromNative(path)}, {QStringLiteral("reason"), QString::fromLocal8Bit(strerror(err))}}};
 }
 
 class Walker

@@ -1,0 +1,115 @@
+// The file-action commands as a shell runs them: exit codes, what they print and what is on disk after.
+
+#include "TestTree.h"
+
+#include <QtTest>
+
+#include <signal.h>
+
+namespace {
+
+struct Run
+{
+    int exitCode = -1;
+    QByteArray out, err;
+};
+
+} // namespace
+
+class FileActionsCliTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void commands_data();
+    void commands();
+    void interruptLeavesNoArchive();
+
+private:
+    Run run(const QStringList &args, const QString &folder, const QString &home = {});
+    QString m_bin = QStringLiteral(QD_QUAYDROP_BINARY);
+};
+
+Run FileActionsCliTest::run(const QStringList &args, const QString &folder, const QString &home)
+{
+    QProcess p;
+    p.setWorkingDirectory(folder);
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.insert(QStringLiteral("HOME"), home.isEmpty() ? folder + QStringLiteral("/home") : home);
+    env.insert(QStringLiteral("XDG_DATA_HOME"), (home.isEmpty() ? folder + QStringLiteral("/home") : home) + QStringLiteral("/.local/share"));
+    p.setProcessEnvironment(env);
+    p.start(m_bin, args);
+    p.closeWriteChannel();
+    Run r;
+    if (!p.waitForFinished(60000))
+        return r;
+    r.exitCode = p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1;
+    r.out = p.readAllStandardOutput();
+    r.err = p.readAllStandardError();
+    return r;
+}
+
+void FileActionsCliTest::commands_data()
+{
+    QTest::addColumn<QByteArrayList>("files"); // made first; a name ending in '/' is a folder
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("exitCode");
+    QTest::addColumn<QByteArray>("stdoutEnds"); // the last line printed, relative to the tree
+    QTest::addColumn<QByteArrayList>("thereAfter");
+    QTest::addColumn<QByteArrayList>("goneAfter");
+
+    QTest::newRow("zip one file") << QByteArrayList{"a.b.txt"} << QStringList{"zip", "a.b.txt"} << 0
+                                  << QByteArray("a.b.zip") << QByteArrayList{"a.b.zip", "a.b.txt"} << QByteArrayList{};
+    QTest::newRow("zip several") << QByteArrayList{"d/", "d/x", "y"} << QStringList{"zip", "d/x", "y"} << 0
+                                 << QByteArray("d/QuaydropZip.zip") << QByteArrayList{"d/QuaydropZip.zip"}
+                                 << QByteArrayList{};
+    QTest::newRow("zip a leading dash") << QByteArrayList{"-rf"} << QStringList{"zip", "--", "-rf"} << 0
+                                        << QByteArray("-rf.zip") << QByteArrayList{"-rf.zip"} << QByteArrayList{};
+    QTest::newRow("zip of nothing there") << QByteArrayList{} << QStringList{"zip", "gone"} << 1 << QByteArray()
+                                          << QByteArrayList{} << QByteArrayList{"gone.zip"};
+    QTest::newRow("zip without items") << QByteArrayList{} << QStringList{"zip"} << 2 << QByteArray()
+                                       << QByteArrayList{} << QByteArrayList{};
+}
+
+void FileActionsCliTest::commands()
+{
+    QFETCH(QByteArrayList, files);
+    QFETCH(QStringList, args);
+    QFETCH(int, exitCode);
+    QFETCH(QByteArray, stdoutEnds);
+    QFETCH(QByteArrayList, thereAfter);
+    QFETCH(QByteArrayList, goneAfter);
+    TestTree tree;
+    for (const QByteArray &f : files)
+        f.endsWith('/') ? tree.folder(f.chopped(1)) : tree.file(f, "content of " + f);
+    const Run r = run(args, tree.path());
+    QVERIFY2(r.exitCode == exitCode, r.err.constData());
+    if (!stdoutEnds.isEmpty())
+        QCOMPARE(r.out.trimmed().split('\n').last(), tree.native() + '/' + stdoutEnds);
+    for (const QByteArray &f : thereAfter)
+        QVERIFY2(QFileInfo::exists(tree.path() + '/' + QString::fromUtf8(f)), f.constData());
+    for (const QByteArray &f : goneAfter)
+        QVERIFY2(!QFileInfo::exists(tree.path() + '/' + QString::fromUtf8(f)), f.constData());
+}
+
+void FileActionsCliTest::interruptLeavesNoArchive()
+{
+    TestTree tree;
+    tree.folder("big");
+    QByteArray noise(8 << 20, Qt::Uninitialized);
+    for (int i = 0; i < 12; ++i) {
+        QRandomGenerator(i).fillRange(reinterpret_cast<quint32 *>(noise.data()), noise.size() / 4);
+        tree.file("big/n" + QByteArray::number(i), noise);
+    }
+    QProcess p;
+    p.setWorkingDirectory(tree.path());
+    p.start(m_bin, {QStringLiteral("zip"), QStringLiteral("big")});
+    QVERIFY(p.waitForStarted());
+    QTRY_VERIFY_WITH_TIMEOUT(TestTree::entries(tree.path()).join(' ').contains(".quaydrop-"), 20000);
+    ::kill(pid_t(p.processId()), SIGINT);
+    QVERIFY(p.waitForFinished(20000));
+    QCOMPARE(p.exitCode(), 130);
+    QCOMPARE(TestTree::entries(tree.path()), QStringList{"big"});
+}
+
+QTEST_GUILESS_MAIN(FileActionsCliTest)
+#include "tst_fileactions_cli.moc"
