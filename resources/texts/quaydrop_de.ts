@@ -33,7 +33,7 @@
     </message>
     <message>
         <source>overwriteNotPermited</source>
-        <translation>%1 kann nicht auf sich selbst bewegt oder kopiert werden</translation>
+        <translation>%1 kann nicht auf sich selbst verschoben oder kopiert werden</translation>
     </message>
     <message>
         <source>FilesAlreadyBeingoved</source>
@@ -85,7 +85,7 @@
     </message>
     <message>
         <source>movingFile2</source>
-        <translation>%1 wird nach %2 bewegt</translation>
+        <translation>%1 wird nach %2 verschoben</translation>
     </message>
     <message>
         <source>revealShowFileBtn</source>
@@ -181,11 +181,11 @@
     </message>
     <message>
         <source>Move</source>
-        <translation>Bewegen</translation>
+        <translation>Verschieben</translation>
     </message>
     <message>
         <source>Move files to...</source>
-        <translation>Dateien bewegen nach…</translation>
+        <translation>Dateien verschieben nach…</translation>
     </message>
     <message>
         <source>NO</source>
@@ -321,7 +321,7 @@
     </message>
     <message>
         <source>quickMoveDropCaption</source>
-        <translation>Bewegen</translation>
+        <translation>Verschieben</translation>
     </message>
     <message>
         <source>aliasDropCaption</source>
@@ -329,7 +329,7 @@
     </message>
     <message>
         <source>quickMoveDropHint</source>
-        <translation>Hier ablegen, um an ein Ziel zu bewegen oder zu kopieren</translation>
+        <translation>Hier ablegen, um an ein Ziel zu verschieben oder zu kopieren</translation>
     </message>
     <message>
         <source>aliasDropHint</source>
@@ -549,7 +549,7 @@
     </message>
     <message>
         <source>makeQDMenuBarIconVisibleAlertText</source>
-        <translation>Quaydrop läuft ohne das Symbol weiter. Um es zurückzuholen, starten Sie Quaydrop erneut aus dem Anwendungsmenü oder mit `quaydrop` in einem Terminal.</translation>
+        <translation>Quaydrop läuft ohne das Symbol weiter. Um es zurückzuholen, starten Sie Quaydrop erneut aus dem Anwendungsmenü oder geben Sie quaydrop in einem Terminal ein.</translation>
     </message>
     <message>
         <source>Hide</source>
@@ -764,6 +764,12 @@
     <message>
         <source>zipFailedTitle</source>
         <translation>Das Archiv konnte nicht geschrieben werden</translation>
+        <source>quickMoveDropHoverCaption</source>
+        <translation>Ziel wählen</translation>
+    </message>
+    <message>
+        <source>aliasDropHoverCaption</source>
+        <translation>Verknüpfen</translation>
     </message>
 </context>
 </TS>

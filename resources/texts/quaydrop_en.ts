@@ -549,7 +549,7 @@
     </message>
     <message>
         <source>makeQDMenuBarIconVisibleAlertText</source>
-        <translation>Quaydrop keeps running without it. To bring the icon back, start Quaydrop again from the applications menu or with `quaydrop` in a terminal.</translation>
+        <translation>Quaydrop keeps running without it. To bring the icon back, start Quaydrop again from the applications menu, or type quaydrop in a terminal.</translation>
     </message>
     <message>
         <source>Hide</source>
@@ -764,6 +764,12 @@
     <message>
         <source>zipFailedTitle</source>
         <translation>The archive could not be written</translation>
+        <source>quickMoveDropHoverCaption</source>
+        <translation>Move/Copy</translation>
+    </message>
+    <message>
+        <source>aliasDropHoverCaption</source>
+        <translation>Make alias</translation>
     </message>
 </context>
 </TS>

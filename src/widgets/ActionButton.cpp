@@ -2,8 +2,13 @@
 
 #include <QPainter>
 #include <QPainterPath>
-#include <QStyleOptionToolButton>
 #include <QTimerEvent>
+
+namespace {
+constexpr int kImageTop = 4;
+constexpr int kLabelPadding = 2;
+constexpr int kTitlePadding = 6;
+} // namespace
 
 ActionButton::ActionButton(QWidget *parent) : QToolButton(parent)
 {
@@ -18,16 +23,7 @@ void ActionButton::setImages(const QPixmap &normal, const QPixmap &hover)
     m_normal = normal;
     m_hover = hover;
     setToolButtonStyle(normal.isNull() ? Qt::ToolButtonTextOnly : Qt::ToolButtonTextUnderIcon);
-    showImage();
-}
-
-void ActionButton::showImage()
-{
-    if (m_normal.isNull())
-        return;
-    const QPixmap &pixmap = (m_hovered && isEnabled()) ? m_hover : m_normal;
-    setIcon(QIcon(pixmap));
-    setIconSize(pixmap.deviceIndependentSize().toSize());
+    update();
 }
 
 void ActionButton::setBusy(bool busy)
@@ -55,14 +51,14 @@ void ActionButton::timerEvent(QTimerEvent *event)
 void ActionButton::enterEvent(QEnterEvent *event)
 {
     m_hovered = true;
-    showImage();
+    update();
     QToolButton::enterEvent(event);
 }
 
 void ActionButton::leaveEvent(QEvent *event)
 {
     m_hovered = false;
-    showImage();
+    update();
     QToolButton::leaveEvent(event);
 }
 
@@ -99,11 +95,34 @@ void ActionButton::paintEvent(QPaintEvent *event)
         p.drawArc(arc, -m_spinAngle * 16, 270 * 16);
         return;
     }
-    QStyleOptionToolButton option;
-    initStyleOption(&option);
-    option.state &= ~(QStyle::State_MouseOver | QStyle::State_Sunken | QStyle::State_Raised);
-    option.state |= QStyle::State_AutoRaise;
     if (!isEnabled())
         p.setOpacity(0.35);
-    style()->drawControl(QStyle::CE_ToolButtonLabel, &option, &p, this);
+    p.setPen(pal.color(QPalette::ButtonText));
+    if (hasImages()) {
+        const QPixmap &pixmap = (m_hovered && isEnabled()) ? m_hover : m_normal;
+        const QSize side = pixmap.deviceIndependentSize().toSize();
+        p.drawPixmap(QPoint((width() - side.width()) / 2, kImageTop), pixmap);
+        p.setFont(labelFont());
+        p.drawText(labelRect(), Qt::AlignHCenter | Qt::AlignTop | Qt::TextSingleLine, text());
+        return;
+    }
+    p.setFont(labelFont());
+    p.drawText(labelRect(), Qt::AlignCenter | Qt::TextSingleLine, text());
+}
+
+void ActionButton::setLabelFont(const QFont &font)
+{
+    m_labelFont = font;
+    m_hasLabelFont = true;
+    update();
+}
+
+QFont ActionButton::labelFont() const { return hasImages() && m_hasLabelFont ? m_labelFont : font(); }
+
+QRect ActionButton::labelRect() const
+{
+    if (!hasImages())
+        return rect().adjusted(kTitlePadding, 0, -kTitlePadding, 0);
+    const int top = kImageTop + m_normal.deviceIndependentSize().toSize().height() + 2;
+    return QRect(kLabelPadding, top, width() - 2 * kLabelPadding, height() - top);
 }

@@ -17,6 +17,12 @@ public:
     // A title-only button shows a spinner in place of its title while busy.
     void setBusy(bool busy);
     bool isBusy() const { return m_busy; }
+    // The label under the image is set in this font, which its panel fits to the longest label; a
+    // title-only button uses its own font. The label is never cut: what does not fit overflows.
+    void setLabelFont(const QFont &font);
+    QFont labelFont() const;
+    // Where the label goes.
+    QRect labelRect() const;
 
 protected:
     void enterEvent(QEnterEvent *event) override;
@@ -25,9 +31,9 @@ protected:
     void timerEvent(QTimerEvent *event) override;
 
 private:
-    void showImage();
-
     QPixmap m_normal, m_hover;
+    QFont m_labelFont;
+    bool m_hasLabelFont = false;
     bool m_hovered = false;
     bool m_busy = false;
     int m_spinTimer = 0;

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QList>
-#include <QPair>
 #include <QPointer>
 #include <QWidget>
 
@@ -11,10 +10,16 @@
 class TranslatedTexts
 {
 public:
-    // Sets the text now as well.
-    void add(QWidget *labelOrButton, const char *key);
+    // Sets the text now as well; `asToolTip` for a control that shows a picture instead of words.
+    void add(QWidget *labelOrButton, const char *key, bool asToolTip = false);
     void retranslate() const;
 
 private:
-    QList<QPair<QPointer<QWidget>, QByteArray>> m_items;
+    struct Item
+    {
+        QPointer<QWidget> widget;
+        QByteArray key;
+        bool asToolTip;
+    };
+    QList<Item> m_items;
 };

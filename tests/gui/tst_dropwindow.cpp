@@ -2,24 +2,33 @@
 // view, the overlay and its controllers, the title buttons, and the launch steps users notice.
 
 #include "LaunchedProgram.h"
+#include "TextFit.h"
 #include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/OverlayControllers.h"
 #include "core/overlays/PdfToImgVC.h"
+#include "core/panels/PanelCatalog.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
 #include "core/texts/Texts.h"
 #include "core/window/ActionPanelView.h"
 #include "core/window/BusyView.h"
 #include "core/window/DropFilesHereView.h"
+#include "core/window/DropView.h"
 #include "core/window/DropWindow.h"
+#include "core/overlays/LockedPDFEnterPass.h"
+#include "fileops/ui/ConflictDialog.h"
+#include "menubar/statusitem/CCNStatusItem.h"
+#include "menubar/tutorial/MIHSliderView.h"
+#include "menubar/tutorial/QDIntroSlides.h"
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
@@ -65,6 +74,8 @@ private Q_SLOTS:
     void notificationClickRevealsOrOpens();
     void launchTurnsTheSwitchBackOn();
     void loginAlertShowsOnce();
+    void everyTextFits_data();
+    void everyTextFits();
 
 private:
     QString makeFile(const QString &name, const QByteArray &bytes = "x");
@@ -93,6 +104,7 @@ void DropWindowTest::init()
 void DropWindowTest::cleanup()
 {
     m_app.reset();
+    Texts::setLanguage(QStringLiteral("en"));
     for (QWidget *w : QApplication::topLevelWidgets())
         if (qobject_cast<QMessageBox *>(w))
             delete w;
@@ -496,6 +508,105 @@ void DropWindowTest::loginAlertShowsOnce()
     AppDelegate second(m_fakes->services());
     second.applicationDidFinishLaunching();
     QCOMPARE(alerts(), 0);
+}
+
+void DropWindowTest::everyTextFits_data()
+{
+    // Run once more at 200 %: the texts must fit at both scales (ctest's tst_dropwindow_texts_200).
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("view");
+    for (const char *language : {"en", "de"})
+        for (const char *view : {"drop target", "drop target, hovered", "image", "document", "folder", "PDF", "several files",
+                                 "text", "image from an application", "busy", "quick move", "move", "resize", "convert",
+                                 "PDF to images", "rename", "folder name", "new file", "wallpaper", "share", "password",
+                                 "name clash", "options", "slides"})
+            QTest::addRow("%s, %s", language, view) << QString::fromLatin1(language) << QString::fromLatin1(view);
+}
+
+void DropWindowTest::everyTextFits()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, view);
+    Texts::setLanguage(language);
+    QCoreApplication::processEvents(); // every open window takes the language
+    const QString image = m_dir.path() + QStringLiteral("/Hafenbild.png");
+    QImage picture(64, 48, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    QVERIFY(picture.save(image));
+    const QString pdf = makeFile(QStringLiteral("Rechnung.pdf"), "%PDF-1.4\n%%EOF\n");
+    QDir(m_dir.path()).mkpath(QStringLiteral("Projekte"));
+    const QMap<QString, QStringList> drops = {
+        {"image", {image}}, {"document", {makeFile(QStringLiteral("Notizen.txt"))}}, {"folder", {m_dir.path() + "/Projekte"}},
+        {"PDF", {pdf}}, {"several files", {image, pdf, m_dir.path() + "/Projekte"}}};
+    const QMap<QString, OverlayController *> overlays = {
+        {"move", m_app->moveFileVC}, {"resize", m_app->imgResizeVC}, {"convert", m_app->imgConvrtVC},
+        {"PDF to images", m_app->pdfToImgConvVC}, {"rename", m_app->renameFlsVC}, {"folder name", m_app->enterFolderNameVC},
+        {"new file", m_app->fileCreateVC}, {"wallpaper", m_app->wpChangeVC}, {"share", m_app->imgShareVC}};
+    QWidget *shown = m_app->window;
+    std::unique_ptr<QWidget> own; // a window of its own for this row
+    if (view == u"drop target, hovered") {
+        QMimeData files;
+        files.setUrls({QUrl::fromLocalFile(image)});
+        for (DropView *target : {m_app->dropFilesHereView->dropQuickMoveView, m_app->dropFilesHereView->createAliasDropView}) {
+            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, {});
+            QApplication::sendEvent(target, &enter);
+        }
+    } else if (drops.contains(view)) {
+        drop(drops.value(view));
+    } else if (view == u"text") {
+        dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
+    } else if (view == u"image from an application") {
+        QMimeData data;
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        picture.save(&buffer, "PNG");
+        data.setData(QStringLiteral("image/png"), png);
+        m_app->mycustomviewDidGetDrop(&data);
+    } else if (view == u"busy") {
+        m_app->applyPanelFrame(PanelCatalog::kPanelHeight); // as every drop does before
+        m_app->showProcessingProgressLabelTxt(Texts::localized("Converting"), 0.8, 0, true);
+    } else if (view == u"quick move") {
+        m_app->filePathsArr = {image};
+        m_app->showQuickMovePanel();
+    } else if (overlays.contains(view)) {
+        drop({image});
+        if (view == u"move")
+            m_app->moveToBtnAction();
+        else
+            m_app->showOverlayPanel(overlays.value(view));
+        QVERIFY(m_app->isModalOverlayVisible());
+    } else if (view == u"password") {
+        auto *sheet = new LockedPDFEnterPass(QStringLiteral("Rechnung.pdf"), [](const QString &) { return false; }, m_app->window);
+        own.reset(sheet);
+        sheet->show();
+        sheet->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click(); // with the wrong-password line
+    } else if (view == u"name clash") {
+        own = std::make_unique<ConflictDialog>(ConflictQuestion{QStringLiteral("Hafenbild.png"), {}, {}});
+        own->show();
+    } else if (view == u"options") {
+        m_app->statusItem()->windowController()->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+        shown = m_app->statusItem()->windowController()->window();
+    } else if (view == u"slides") {
+        auto *slides = new QDIntroSlides;
+        own.reset(slides);
+        slides->sliderView->transitionAnimationDuration = 0;
+        slides->show();
+        QStringList problems;
+        for (int i = 0; i < slides->sliderView->slides().size(); ++i) {
+            slides->sliderView->displaySlideAtIndex(i);
+            QCoreApplication::processEvents();
+            problems += clippedTexts(slides);
+        }
+        QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+        return;
+    }
+    if (own)
+        shown = own.get();
+    QTRY_VERIFY(shown->isVisible());
+    QCoreApplication::processEvents();
+    const QStringList problems = clippedTexts(shown);
+    QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
 }
 
 QTEST_MAIN(DropWindowTest)

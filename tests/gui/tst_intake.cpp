@@ -9,6 +9,7 @@
 #include "core/settings/SettingsStore.h"
 #include "core/window/BusyView.h"
 #include "core/window/DropFilesHereView.h"
+#include "core/texts/Texts.h"
 #include "core/window/DropView.h"
 #include "core/window/DropWindow.h"
 #include "platform/fake/FakePlatform.h"
@@ -62,6 +63,7 @@ private:
 void IntakeTest::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
 }
 
 void IntakeTest::init()
@@ -319,21 +321,35 @@ void IntakeTest::aliasesAreLinksBesideTheFiles()
 
 void IntakeTest::dropViewCaptionsFollowTheDrag()
 {
-    DropView *view = m_app->dropFilesHereView->dropQuickMoveView;
+    // Each target names itself at rest and says what a drop does while something hovers over it.
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("c.txt")))});
-    QDragEnterEvent enter(QPoint(5, 5), Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(view, &enter);
-    QVERIFY(enter.isAccepted());
-    QCOMPARE(enter.dropAction(), Qt::LinkAction);
-    QVERIFY(view->isHovered());
-    QCOMPARE(view->labelTextFld->text(), QStringLiteral("Move/Copy"));
-    QDragLeaveEvent leave;
-    QCoreApplication::sendEvent(view, &leave);
-    QVERIFY(!view->isHovered());
-    QCOMPARE(view->labelTextFld->text(), QStringLiteral("Drop here"));
-    QVERIFY(dropOn(view, &data));
-    QCOMPARE(view->labelTextFld->text(), QStringLiteral("Move/Copy")); // a drop leaves the caption
+    const struct
+    {
+        DropView *view;
+        const char *resting, *hovered;
+    } targets[] = {{m_app->dropFilesHereView->dropQuickMoveView, "Move", "Move/Copy"},
+                   {m_app->dropFilesHereView->createAliasDropView, "Alias", "Make alias"}};
+    for (const auto &t : targets) {
+        QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
+        QDragEnterEvent enter(QPoint(5, 5), Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(t.view, &enter);
+        QVERIFY(enter.isAccepted());
+        QCOMPARE(enter.dropAction(), Qt::LinkAction);
+        QVERIFY(t.view->isHovered());
+        QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.hovered));
+        QDragLeaveEvent leave;
+        QCoreApplication::sendEvent(t.view, &leave);
+        QVERIFY(!t.view->isHovered());
+        QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
+    }
+    DropView *quickMove = targets[0].view;
+    QVERIFY(dropOn(quickMove, &data));
+    QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Move")); // back at rest after the drop
+    Texts::setLanguage(QStringLiteral("de"));
+    QCoreApplication::processEvents();
+    QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Verschieben"));
+    Texts::setLanguage(QStringLiteral("en"));
 }
 
 void IntakeTest::dropViewsTakeFilesOnly()

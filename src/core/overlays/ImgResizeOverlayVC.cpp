@@ -73,15 +73,13 @@ ImgResizeOverlayVC::ImgResizeOverlayVC(QWidget *parent) : OverlayController("Res
     body()->addLayout(where);
     body()->addStretch(1);
 
-    cropRotateBtn = addTagButton("Crop", kCropTag);
+    // The drawing says it; the words go to the tool tip, so that the three buttons fit the panel.
+    cropRotateBtn = addTagButton("Crop", kCropTag, false, true);
     cropRotateBtn->setObjectName(QStringLiteral("cropRotateBtn"));
     const auto images = ButtonImages::forStem(QStringLiteral("cropRotateImg"), 18, palette());
     QIcon icon(images.normal);
     icon.addPixmap(images.hover, QIcon::Active);
     cropRotateBtn->setIcon(icon);
-    // The drawing says it; the words go to the tool tip, so that the three buttons fit the panel.
-    cropRotateBtn->setText(QString());
-    cropRotateBtn->setToolTip(Texts::localized("Crop"));
     addTagButton("Cancel", kCloseResizeTag)->setObjectName(QStringLiteral("closeImgResVBtn"));
     doneBtn = addTagButton("Resize", kResizeTag, true);
     doneBtn->setObjectName(QStringLiteral("doneBtn"));

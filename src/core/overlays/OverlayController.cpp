@@ -35,7 +35,7 @@ OverlayController::OverlayController(const char *titleKey, QWidget *parent)
 
 void OverlayController::addTitleWidget(QWidget *widget) { m_titleRow->addWidget(widget, 0, Qt::AlignTop); }
 
-QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bool primary)
+QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bool primary, bool iconOnly)
 {
     auto *b = new QPushButton(this);
     b->setProperty("tag", tag);
@@ -43,7 +43,7 @@ QPushButton *OverlayController::addTagButton(const char *textKey, qint64 tag, bo
     b->setAutoDefault(primary);
     connect(b, &QPushButton::clicked, this, [this, tag] { fire(tag); });
     m_buttons->addWidget(b);
-    m_texts.add(b, textKey);
+    m_texts.add(b, textKey, iconOnly);
     return b;
 }
 

@@ -26,7 +26,8 @@ protected:
     QBoxLayout *body() const { return m_body; }
     // A small control at the right end of the title's row.
     void addTitleWidget(QWidget *widget);
-    QPushButton *addTagButton(const char *textKey, qint64 tag, bool primary = false);
+    // `iconOnly`: the words go to the tool tip, the button shows a picture set by the caller.
+    QPushButton *addTagButton(const char *textKey, qint64 tag, bool primary = false, bool iconOnly = false);
     // A label, or a button or label of the controller's own, whose text follows the language.
     QLabel *addLabel(const char *textKey);
     void translateLater(QWidget *labelOrButton, const char *textKey);

@@ -6,6 +6,7 @@
 #include "widgets/ButtonImages.h"
 
 #include <QEvent>
+#include <QFontMetricsF>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -14,6 +15,11 @@
 namespace {
 constexpr int kColumns = 3;
 constexpr int kImageSide = 26;
+constexpr int kMargin = 4;
+constexpr QSize kImageButton(66, 50); // three to a row fill the panel
+// Labels are a little smaller than the rest, and smaller still where a language's words are long.
+constexpr qreal kLabelScale = 0.9;
+constexpr qreal kMinLabelScale = 0.7;
 } // namespace
 
 ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(parent), m_panel(panel)
@@ -21,13 +27,14 @@ ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(par
     setObjectName(PanelCatalog::contentViewName(panel));
     setFixedSize(PanelCatalog::kPanelWidth, PanelCatalog::kPanelHeight);
     auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins(8, 8, 8, 8);
+    outer->setContentsMargins(kMargin, 8, kMargin, 8);
     outer->setSpacing(6);
     auto *grid = new QGridLayout;
     grid->setSpacing(1);
     outer->addLayout(grid);
     auto *titles = new QVBoxLayout;
     titles->setSpacing(4);
+    titles->setContentsMargins(4, 0, 4, 0); // the grid may use the whole width, the rest sits in
 
     int slot = 0;
     for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(panel)) {
@@ -45,7 +52,7 @@ ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(par
             connect(b, &ActionButton::clicked, this, fire);
         if (*spec.imageStem) {
             m_stems.insert(b, QString::fromLatin1(spec.imageStem));
-            b->setFixedSize(64, 50);
+            b->setFixedSize(kImageButton);
             b->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
             grid->addWidget(b, slot / kColumns, slot % kColumns, Qt::AlignCenter);
             ++slot;
@@ -59,6 +66,7 @@ ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(par
     outer->addStretch(1);
     if (panel == DropPanelString) {
         auto *counts = new QGridLayout;
+        counts->setContentsMargins(4, 0, 4, 0);
         m_glyphCaption = new QLabel(this);
         m_wordsCaption = new QLabel(this);
         glyphCountLbl = new QLabel(QStringLiteral("0"), this);
@@ -74,8 +82,8 @@ ActionPanelView::ActionPanelView(DropPanel panel, QWidget *parent) : QWidget(par
         outer->addLayout(counts);
     }
     outer->addLayout(titles);
-    retranslate();
     refreshImages();
+    retranslate();
 }
 
 QList<ActionButton *> ActionPanelView::buttons() const
@@ -109,12 +117,42 @@ void ActionPanelView::retranslate()
         m_glyphCaption->setText(Texts::localized("Characters"));
         m_wordsCaption->setText(Texts::localized("Words"));
     }
+    fitLabels();
+}
+
+void ActionPanelView::fitLabels()
+{
+    // One size for every label of the panel, so that the row reads evenly: the largest at which the
+    // longest label fits its button.
+    const QFont base = font();
+    auto scaled = [&base](qreal scale) {
+        QFont f = base;
+        if (base.pointSizeF() > 0)
+            f.setPointSizeF(base.pointSizeF() * scale);
+        else
+            f.setPixelSize(std::max(1, int(base.pixelSize() * scale)));
+        return f;
+    };
+    QFont label;
+    for (qreal scale = kLabelScale; scale >= kMinLabelScale - 0.001; scale -= 0.02) {
+        label = scaled(scale);
+        const QFontMetricsF metrics(label);
+        bool fits = true;
+        for (auto it = m_stems.cbegin(); it != m_stems.cend() && fits; ++it)
+            fits = metrics.horizontalAdvance(it.key()->text()) <= it.key()->labelRect().width();
+        if (fits)
+            break;
+    }
+    for (auto it = m_stems.cbegin(); it != m_stems.cend(); ++it)
+        it.key()->setLabelFont(label);
 }
 
 void ActionPanelView::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::PaletteChange)
         refreshImages();
+    else if (event->type() == QEvent::FontChange)
+        fitLabels();
     else if (event->type() == QEvent::LanguageChange)
         retranslate();
     QWidget::changeEvent(event);

@@ -20,7 +20,7 @@ public:
     QList<ActionButton *> buttons() const;
     // Loads both images of every image button again, as each opening of the panel does.
     void refreshImages();
-    // Labels again in the current language.
+    // Labels again in the current language, in a size at which they fit.
     void retranslate();
 
     // Panel 222 only: the text's counts.
@@ -34,6 +34,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void fitLabels();
+
     DropPanel m_panel;
     QHash<QString, ActionButton *> m_buttons;
     QHash<ActionButton *, QString> m_stems;

@@ -7,6 +7,7 @@
 #include "widgets/ButtonImages.h"
 
 #include <QDragEnterEvent>
+#include <QLabel>
 #include <QPainter>
 
 DropFilesHereView::DropFilesHereView(QWidget *parent) : QWidget(parent)
@@ -18,19 +19,44 @@ DropFilesHereView::DropFilesHereView(QWidget *parent) : QWidget(parent)
     dropQuickMoveView->setMDropViewTag(DropView::kQuickMoveTag);
     createAliasDropView = new DropView(this);
     createAliasDropView->setMDropViewTag(DropView::kAliasTag);
+    dropHereLbl = new QLabel(this);
+    dropHereLbl->setObjectName(QStringLiteral("dropHereLbl"));
+    dropHereLbl->setAlignment(Qt::AlignCenter);
+    dropHereLbl->setAttribute(Qt::WA_TransparentForMouseEvents);
+    QFont small = dropHereLbl->font();
+    small.setPointSizeF(small.pointSizeF() * 0.85);
+    dropHereLbl->setFont(small);
+    retranslate();
 }
 
 namespace {
 constexpr int kIconSide = 32;
-constexpr int kSmallTargetsHeight = 32;
+constexpr int kIconTop = 3;
+constexpr int kCaptionHeight = 15;
+constexpr int kRowHeight = 17; // each small target is a row under the big one
 } // namespace
 
 void DropFilesHereView::resizeEvent(QResizeEvent *)
 {
-    const int half = width() / 2;
-    const int top = height() - kSmallTargetsHeight - 2;
-    dropQuickMoveView->setGeometry(2, top, half - 3, kSmallTargetsHeight);
-    createAliasDropView->setGeometry(half + 1, top, width() - half - 3, kSmallTargetsHeight);
+    const int rows = height() - 2 * kRowHeight - 2;
+    dropQuickMoveView->setGeometry(2, rows, width() - 4, kRowHeight);
+    createAliasDropView->setGeometry(2, rows + kRowHeight + 1, width() - 4, kRowHeight);
+    dropHereLbl->setGeometry(0, kIconTop + kIconSide, width(), kCaptionHeight);
+}
+
+void DropFilesHereView::retranslate()
+{
+    dropHereLbl->setText(Texts::localized("Drop here"));
+    QPalette pal = dropHereLbl->palette();
+    pal.setColor(QPalette::WindowText, palette().color(m_hovered ? QPalette::Highlight : QPalette::WindowText));
+    dropHereLbl->setPalette(pal);
+}
+
+void DropFilesHereView::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LanguageChange || event->type() == QEvent::PaletteChange)
+        retranslate();
+    QWidget::changeEvent(event);
 }
 
 void DropFilesHereView::dragEnterEvent(QDragEnterEvent *event)
@@ -40,6 +66,7 @@ void DropFilesHereView::dragEnterEvent(QDragEnterEvent *event)
         return;
     }
     m_hovered = true;
+    retranslate();
     update();
     event->setDropAction(Qt::CopyAction);
     event->accept();
@@ -54,12 +81,14 @@ void DropFilesHereView::dragMoveEvent(QDragMoveEvent *event)
 void DropFilesHereView::dragLeaveEvent(QDragLeaveEvent *)
 {
     m_hovered = false;
+    retranslate();
     update();
 }
 
 void DropFilesHereView::dropEvent(QDropEvent *event)
 {
     m_hovered = false;
+    retranslate();
     update();
     const DropOperation::Outcome outcome = DropOperation::perform(event->mimeData(), DropOperation::Target::Window, window()->winId());
     if (!outcome.accepted) {
@@ -81,13 +110,8 @@ void DropFilesHereView::paintEvent(QPaintEvent *)
         tile.setAlphaF(0.18);
         p.setPen(Qt::NoPen);
         p.setBrush(tile);
-        p.drawRoundedRect(QRectF(0, 0, width(), height() - kSmallTargetsHeight - 2).adjusted(2, 2, -2, -1), 8, 8);
+        p.drawRoundedRect(QRectF(0, 0, width(), dropQuickMoveView->y() - 1).adjusted(2, 2, -2, -1), 8, 8);
     }
     const ButtonImages::Pair icon = ButtonImages::forStem(QStringLiteral("dragNdropIcon"), kIconSide, pal, devicePixelRatioF());
-    p.drawPixmap((width() - kIconSide) / 2, 4, m_hovered ? icon.hover : icon.normal);
-    QFont f = font();
-    f.setPointSizeF(f.pointSizeF() * 0.8);
-    p.setFont(f);
-    p.setPen(pal.color(m_hovered ? QPalette::Highlight : QPalette::WindowText));
-    p.drawText(QRect(0, kIconSide + 4, width(), 16), Qt::AlignCenter, Texts::localized("Drop here"));
+    p.drawPixmap((width() - kIconSide) / 2, kIconTop, m_hovered ? icon.hover : icon.normal);
 }

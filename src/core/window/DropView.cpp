@@ -5,21 +5,23 @@
 #include "widgets/ButtonImages.h"
 
 #include <QDragEnterEvent>
+#include <QFontMetricsF>
 #include <QLabel>
 #include <QPainter>
 
 namespace {
-constexpr int kIconSide = 18;
-}
+constexpr int kIconSide = 14;
+constexpr int kIconLeft = 4;
+// The caption is small; a language with long words gets it smaller still, never cut.
+constexpr qreal kCaptionScale = 0.85;
+constexpr qreal kMinCaptionScale = 0.65;
+} // namespace
 
 DropView::DropView(QWidget *parent) : QWidget(parent)
 {
     setAcceptDrops(true);
     labelTextFld = new QLabel(this);
-    labelTextFld->setAlignment(Qt::AlignCenter);
-    QFont small = labelTextFld->font();
-    small.setPointSizeF(small.pointSizeF() * 0.7);
-    labelTextFld->setFont(small);
+    labelTextFld->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     // The caption must never take the drop from the view.
     labelTextFld->setAttribute(Qt::WA_TransparentForMouseEvents);
     setMDropViewTag(kQuickMoveTag);
@@ -34,9 +36,36 @@ void DropView::setMDropViewTag(qint64 tag)
 
 void DropView::retranslate()
 {
-    labelTextFld->setText(m_tag == kAliasTag ? Texts::localized("aliasDropCaption") : Texts::localized("quickMoveDropCaption"));
-    setToolTip(m_tag == kAliasTag ? Texts::localized("aliasDropHint") : Texts::localized("quickMoveDropHint"));
+    const bool alias = m_tag == kAliasTag;
+    // While something hovers, the caption says what a drop here does; at rest, what the target is.
+    if (m_hovered)
+        labelTextFld->setText(alias ? Texts::localized("aliasDropHoverCaption") : Texts::localized("quickMoveDropHoverCaption"));
+    else
+        labelTextFld->setText(alias ? Texts::localized("aliasDropCaption") : Texts::localized("quickMoveDropCaption"));
+    setToolTip(alias ? Texts::localized("aliasDropHint") : Texts::localized("quickMoveDropHint"));
+    fitCaption();
     update();
+}
+
+void DropView::fitCaption()
+{
+    const QFont base = font();
+    QFont caption = base;
+    for (qreal scale = kCaptionScale; scale >= kMinCaptionScale - 0.001; scale -= 0.05) {
+        caption.setPointSizeF(base.pointSizeF() * scale);
+        if (QFontMetricsF(caption).horizontalAdvance(labelTextFld->text()) <= labelTextFld->width())
+            break;
+    }
+    labelTextFld->setFont(caption);
+    QPalette pal = labelTextFld->palette();
+    pal.setColor(QPalette::WindowText, palette().color(m_hovered ? QPalette::Highlight : QPalette::WindowText));
+    labelTextFld->setPalette(pal);
+}
+
+void DropView::setHovered(bool hovered)
+{
+    m_hovered = hovered;
+    retranslate();
 }
 
 void DropView::changeEvent(QEvent *event)
@@ -57,9 +86,7 @@ void DropView::dragEnterEvent(QDragEnterEvent *event)
         event->ignore();
         return;
     }
-    m_hovered = true;
-    labelTextFld->setText(QStringLiteral("Move/Copy"));
-    update();
+    setHovered(true);
     event->setDropAction(Qt::LinkAction);
     event->accept();
 }
@@ -70,18 +97,11 @@ void DropView::dragMoveEvent(QDragMoveEvent *event)
     event->accept();
 }
 
-void DropView::dragLeaveEvent(QDragLeaveEvent *)
-{
-    m_hovered = false;
-    labelTextFld->setText(Texts::localized("Drop here"));
-    update();
-}
+void DropView::dragLeaveEvent(QDragLeaveEvent *) { setHovered(false); }
 
 void DropView::dropEvent(QDropEvent *event)
 {
-    // The caption stays as it is after a drop; only the icon rests again.
-    m_hovered = false;
-    update();
+    setHovered(false);
     const DropOperation::Outcome outcome = DropOperation::perform(event->mimeData(), DropOperation::Target::DropView, window()->winId());
     if (!outcome.accepted) {
         event->ignore();
@@ -103,10 +123,12 @@ void DropView::paintEvent(QPaintEvent *)
     p.setBrush(tile);
     p.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
     const ButtonImages::Pair icon = ButtonImages::forStem(iconStem(), kIconSide, pal, devicePixelRatioF());
-    p.drawPixmap((width() - kIconSide) / 2, 2, m_hovered ? icon.hover : icon.normal);
+    p.drawPixmap(kIconLeft, (height() - kIconSide) / 2, m_hovered ? icon.hover : icon.normal);
 }
 
 void DropView::resizeEvent(QResizeEvent *)
 {
-    labelTextFld->setGeometry(0, kIconSide + 2, width(), height() - kIconSide - 3);
+    const int left = kIconLeft + kIconSide + 3;
+    labelTextFld->setGeometry(left, 0, width() - left - 2, height());
+    fitCaption();
 }

@@ -5,8 +5,9 @@
 class QLabel;
 class QMimeData;
 
-// One of the two small targets below the window's own: tag 0 opens the quick-move picker, tag 1
-// makes aliases at once. They take file names and promised files only.
+// One of the two small targets below the window's own, a row each: tag 0 opens the quick-move picker,
+// tag 1 makes aliases at once. They take file names and promised files only. The caption says what
+// the target is, and while something hovers over it, what a drop there does.
 class DropView : public QWidget
 {
     Q_OBJECT
@@ -35,6 +36,8 @@ protected:
 
 private:
     void retranslate();
+    void fitCaption();
+    void setHovered(bool hovered);
     QString iconStem() const;
     qint64 m_tag = kQuickMoveTag;
     bool m_hovered = false;
