@@ -357,7 +357,7 @@
     </message>
     <message>
         <source>Merge into one PDF</source>
-        <translation>In ein PDF zusammenfügen</translation>
+        <translation>Zu einem PDF vereinen</translation>
     </message>
     <message>
         <source>Resolution</source>

@@ -82,13 +82,9 @@ Status JMModalOverlay::showInWindow(QWidget *window)
 
     auto *overlayView = new JMOverlayView(this, window);
     overlayView->backgroundColor = m_backgroundColor;
-    overlayView->setGeometry(window->rect());
     m_overlayView = overlayView;
 
-    auto *container = new QWidget(overlayView);
-    container->setObjectName(QStringLiteral("JMOverlayContainer"));
-    container->setAutoFillBackground(true);
-    container->setGeometry(overlayView->rect());
+    QWidget *container = overlayView->card();
     auto *layout = new QVBoxLayout(container);
     layout->setContentsMargins(0, 0, 0, 0);
     m_container = container;

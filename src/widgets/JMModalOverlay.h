@@ -28,8 +28,8 @@ inline constexpr char WillClose[] = "JMModalOverlayWillCloseNotification";
 inline constexpr char DidClose[] = "JMModalOverlayDidCloseNotification";
 } // namespace JMModalOverlayNotification
 
-// Lays a controller's view over a window, on a dimmed background that takes every click, until
-// close(). The parent cannot be resized meanwhile.
+// Lays a controller's view over a window, on a card over a dimmed background that takes every click,
+// until close(). The parent cannot be resized meanwhile.
 class JMModalOverlay : public QObject
 {
     Q_OBJECT

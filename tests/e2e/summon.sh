@@ -84,6 +84,15 @@ sleep 0.3
 xdotool key ctrl+alt+f
 sleep 0.5
 [ "$(map_state)" != IsViewable ] || fail "the hot key again did not close the window"
-stop
 pass "it stays when the pointer leaves, and the key again closes it"
-echo "4 passed, 0 failed"
+
+# Opened by the key, the window has the keyboard: Escape closes it.
+xdotool key ctrl+alt+f
+for _ in $(seq 20); do [ "$(map_state)" = IsViewable ] && break; sleep 0.1; done
+sleep 0.3
+xdotool key Escape
+sleep 0.5
+[ "$(map_state)" != IsViewable ] || fail "Escape did not close the window the hot key opened"
+stop
+pass "the window the key opened takes the keyboard: Escape closes it"
+echo "5 passed, 0 failed"

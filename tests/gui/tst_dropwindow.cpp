@@ -74,6 +74,9 @@ private Q_SLOTS:
     void notificationClickRevealsOrOpens();
     void launchTurnsTheSwitchBackOn();
     void loginAlertShowsOnce();
+    void keysCloseAndPress();
+    void pasteActsAsADrop_data();
+    void pasteActsAsADrop();
     void everyTextFits_data();
     void everyTextFits();
 
@@ -413,7 +416,14 @@ void DropWindowTest::onlyTheMoveOverlayIgnoresBackgroundClicks()
     QVERIFY(m_app->isModalOverlayVisible());
     m_app->closeVisibleModalOverlay();
     m_app->showOverlayPanel(m_app->enterFolderNameVC);
-    QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
+    // A click on the card between its fields keeps what was typed.
+    m_app->enterFolderNameVC->folderNameTF->setText(QStringLiteral("Quay"));
+    QWidget *card = m_app->window->findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
+    QWidget *empty = m_app->enterFolderNameVC;
+    QTest::mouseClick(empty, Qt::LeftButton, {}, empty->mapFrom(card, QPoint(card->width() / 2, card->height() - 60)));
+    QVERIFY(m_app->isModalOverlayVisible());
+    QCOMPARE(m_app->enterFolderNameVC->folderNameTF->text(), QStringLiteral("Quay"));
+    QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2)); // outside the card
     QVERIFY(!m_app->isModalOverlayVisible());
     QVERIFY(m_app->oneofThePanelsIsShown); // back on the panel
 }
@@ -508,6 +518,72 @@ void DropWindowTest::loginAlertShowsOnce()
     AppDelegate second(m_fakes->services());
     second.applicationDidFinishLaunching();
     QCOMPARE(alerts(), 0);
+}
+
+void DropWindowTest::keysCloseAndPress()
+{
+    const QString notes = makeFile(QStringLiteral("keys.txt"));
+    drop({notes});
+    // Return presses the button that has the focus.
+    ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
+    path->setFocus();
+    QTest::keyClick(m_app->window, Qt::Key_Return);
+    QTRY_COMPARE(QGuiApplication::clipboard()->text(), notes);
+    // In an overlay Return presses its default button; Escape closes the overlay, then the window.
+    qint64 tag = -1;
+    m_app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
+    m_app->showOverlayPanel(m_app->renameFlsVC);
+    m_app->renameFlsVC->renameNameTF->setFocus();
+    QTest::keyClick(m_app->renameFlsVC->renameNameTF, Qt::Key_Return);
+    QTRY_COMPARE(tag, qint64(1)); // "Rename"
+    QTest::keyClick(m_app->renameFlsVC->renameNameTF, Qt::Key_Escape);
+    QVERIFY(!m_app->isModalOverlayVisible());
+    QVERIFY(m_app->windowIsVsbl());
+    QTest::keyClick(m_app->window, Qt::Key_Escape);
+    QVERIFY(!m_app->windowIsVsbl());
+    // Opened by the hot key, the waiting window takes the keys; opened by a drag it never does.
+    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
+    m_app->showPanelHKNotif();
+    QVERIFY(m_app->windowIsVsbl());
+    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->dropFilesHereView));
+    QVERIFY(m_app->window->takesFocus());
+}
+
+void DropWindowTest::pasteActsAsADrop_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("view");
+    QTest::newRow("files") << "text/uri-list" << QByteArray("FILE\r\n") << "docTxtActionPanel";
+    QTest::newRow("files of a GNOME file manager") << "x-special/gnome-copied-files" << QByteArray("copy\nFILE")
+                                                   << "docTxtActionPanel";
+    QTest::newRow("text") << "text/plain" << QByteArray("Ships at dawn") << "stringDroppedActionPanel";
+    QTest::newRow("image data") << "image/png" << QByteArray("PNG") << "droppedImagePanel";
+    QTest::newRow("nothing the window takes") << "application/x-private" << QByteArray("x") << "dropFilesHereView";
+}
+
+void DropWindowTest::pasteActsAsADrop()
+{
+    QFETCH(QString, format);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, view);
+    const QString file = makeFile(QStringLiteral("pasted.txt"));
+    if (content == "PNG") {
+        QImage picture(8, 6, QImage::Format_RGB32);
+        picture.fill(Qt::yellow);
+        QBuffer buffer(&content);
+        buffer.open(QIODevice::WriteOnly);
+        content.clear();
+        picture.save(&buffer, "PNG");
+    }
+    content.replace("FILE", QUrl::fromLocalFile(file).toEncoded());
+    auto *data = new QMimeData;
+    data->setData(format, content);
+    QGuiApplication::clipboard()->setMimeData(data);
+    QTest::keySequence(m_app->window, QKeySequence::Paste);
+    QCOMPARE(m_app->window->contentView()->objectName(), view);
+    if (view == u"docTxtActionPanel")
+        QCOMPARE(m_app->filePathsArr, QStringList{file});
 }
 
 void DropWindowTest::everyTextFits_data()

@@ -97,16 +97,20 @@ void OverlayTest::backgroundClick_data()
 {
     QTest::addColumn<bool>("closeOnBackground");
     QTest::addColumn<bool>("delegateAllows");
+    QTest::addColumn<QPoint>("at");
     QTest::addColumn<bool>("closed");
-    QTest::newRow("closes") << true << true << true;
-    QTest::newRow("delegate refuses") << true << false << false;
-    QTest::newRow("setting off") << false << true << false;
+    QTest::newRow("closes") << true << true << QPoint(1, 1) << true;
+    QTest::newRow("delegate refuses") << true << false << QPoint(1, 1) << false;
+    QTest::newRow("setting off") << false << true << QPoint(1, 1) << false;
+    // The card's empty area is the overlay's own: a stray click there loses nothing.
+    QTest::newRow("on the card, beside the content") << true << true << QPoint(250, 250) << false;
 }
 
 void OverlayTest::backgroundClick()
 {
     QFETCH(bool, closeOnBackground);
     QFETCH(bool, delegateAllows);
+    QFETCH(QPoint, at);
     QFETCH(bool, closed);
     QWidget window;
     window.resize(300, 300);
@@ -121,9 +125,13 @@ void OverlayTest::backgroundClick()
     overlay.contentViewController = content;
     overlay.showInWindow(&window);
     QWidget *background = window.findChild<QWidget *>(QStringLiteral("JMOverlayView"));
-    QTest::mouseClick(background, Qt::LeftButton, {}, QPoint(1, 1));
+    QWidget *card = window.findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
+    QVERIFY(background->geometry() == window.rect() && background->geometry().contains(card->geometry()));
+    QVERIFY(card->geometry() != background->rect()); // the dimmed window shows around it
+    QWidget *hit = background->childAt(at) ? background->childAt(at) : background;
+    QTest::mouseClick(hit, Qt::LeftButton, {}, hit->mapFrom(background, at));
     QCOMPARE(!overlay.isShown(), closed);
-    QCOMPARE(delegate.calls.contains("shouldClose"), closeOnBackground);
+    QCOMPARE(delegate.calls.contains("shouldClose"), closeOnBackground && hit == background);
     overlay.close();
     delete content;
 }

@@ -78,6 +78,11 @@ public:
     // Opens the drop target with its bottom edge at the pointer, x centred on it (y-up).
     void showDropTargetAt(QPointF pointerYUp);
     void applyPanelFrame(qreal height);
+    // Keys: Escape closes the overlay, then the window; Return presses the focused button, else the
+    // overlay's default one; Ctrl+V drops what the clipboard holds.
+    void escapeKeyPressed();
+    void returnKeyPressed();
+    void pasteAsDrop();
     QRectF properWindowFrameToFit(const QSizeF &image, const QSizeF &editorMinSize, qreal imageViewWidth,
                                   const QPointF &editorOrigin) const;
 

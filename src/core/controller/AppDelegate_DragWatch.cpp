@@ -165,6 +165,9 @@ void AppDelegate::showPanelHKNotif()
     }
     showhideWindow(0, 0);
     showPanelWithIndex(DropPanelDropTarget);
+    // Nothing is being dragged: the window takes the keys (Escape, Ctrl+V).
+    window->setTakesFocus(true);
+    window->activateWindow();
 }
 
 void AppDelegate::setPointerMonitors(bool on)

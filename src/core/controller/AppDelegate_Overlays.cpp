@@ -81,7 +81,8 @@ void AppDelegate::showOverlayPanel(OverlayController *controller)
     modalOverlay->animates = false;
     modalOverlay->shouldCloseWhenClickOnBackground = controller != moveFileVC;
     modalOverlay->shouldOverlayTitleBar = true;
-    modalOverlay->setBackgroundColor(QColor::fromRgbF(0.98f, 0.98f, 0.98f, 1.0f));
+    // The panel stays in sight, dimmed, around the overlay's card: it is clear where the card ends.
+    modalOverlay->setBackgroundColor(QColor(0, 0, 0, 96));
     if (controller == pdfToImgConvVC) {
         bool ok = false;
         const float dpi = pdfToImgConvVC->DPItxtFld->text().toFloat(&ok);

@@ -3,6 +3,7 @@
 #include "fileops/zip/ZipJob.h"
 
 #include "core/classification/WordCount.h"
+#include "core/intake/DropOperation.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/panels/PanelFrame.h"
 #include "core/panels/PanelRules.h"
@@ -20,7 +21,11 @@
 #include "widgets/ActionButton.h"
 #include "widgets/DisableSubviews.h"
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QClipboard>
+#include <QMimeData>
+#include <QPushButton>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -52,6 +57,9 @@ void AppDelegate::buildWindow()
     window->setContentView(dropFilesHereView);
     window->setFrameYUp(QRectF(0, 0, PanelCatalog::kDropTargetSide, PanelCatalog::kDropTargetSide));
     window->prepareFirstShow();
+    connect(window, &DropWindow::escapePressed, this, &AppDelegate::escapeKeyPressed);
+    connect(window, &DropWindow::returnPressed, this, &AppDelegate::returnKeyPressed);
+    connect(window, &DropWindow::pastePressed, this, &AppDelegate::pasteAsDrop);
 
     modalOverlay = new JMModalOverlay(this);
     modalOverlay->delegate = this;
@@ -214,6 +222,50 @@ QRectF AppDelegate::properWindowFrameToFit(const QSizeF &image, const QSizeF &ed
                                            const QPointF &editorOrigin) const
 {
     return PanelFrame::properWindowFrameToFit(image, editorMinSize, imageViewWidth, editorOrigin);
+}
+
+void AppDelegate::escapeKeyPressed()
+{
+    if (isModalOverlayVisible()) {
+        closeVisibleModalOverlay();
+        return;
+    }
+    if (emptyContviewIsShown) {
+        // Only what can be given up: the import of a drop, by its cancel button.
+        if (emptyContview->cancelProgressBtn->isVisible() && emptyContview->cancelProgressBtn->isEnabled())
+            emptyContview->cancelProgressBtn->click();
+        return;
+    }
+    orderOutTheWindow();
+}
+
+void AppDelegate::returnKeyPressed()
+{
+    auto usable = [](QAbstractButton *b) { return b && b->isVisible() && b->isEnabled(); };
+    if (auto *focused = qobject_cast<QAbstractButton *>(window->focusWidget()); usable(focused)) {
+        focused->animateClick();
+        return;
+    }
+    if (!isModalOverlayVisible() || !modalOverlay->contentViewController)
+        return;
+    for (QPushButton *b : modalOverlay->contentViewController->findChildren<QPushButton *>())
+        if (b->isDefault() && usable(b)) {
+            b->animateClick();
+            return;
+        }
+}
+
+void AppDelegate::pasteAsDrop()
+{
+    // As a drop on the waiting window, or on a panel in place of what was dropped before.
+    if (!windowIsVsbl() || isModalOverlayVisible() || emptyContviewIsShown)
+        return;
+    const std::unique_ptr<QMimeData> data = DropOperation::dropFromClipboard(QGuiApplication::clipboard()->mimeData());
+    if (!data || !DropOperation::perform(data.get(), DropOperation::Target::Window, window->winId()).accepted) {
+        qInfo("paste: the clipboard holds no files, text or image for the window");
+        return;
+    }
+    mycustomviewDidGetDrop(data.get());
 }
 
 void AppDelegate::orderOutTheWindow()

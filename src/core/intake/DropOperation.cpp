@@ -96,6 +96,37 @@ QStringList filePaths(const QMimeData *data)
     return paths;
 }
 
+std::unique_ptr<QMimeData> dropFromClipboard(const QMimeData *clipboard)
+{
+    if (!clipboard)
+        return nullptr;
+    auto drop = std::make_unique<QMimeData>();
+    const QString uriList = QStringLiteral("text/uri-list");
+    // GNOME's file managers name the copied files after a first line that says copy or cut.
+    const QString gnomeFiles = QStringLiteral("x-special/gnome-copied-files");
+    if (clipboard->hasFormat(uriList)) {
+        drop->setData(uriList, clipboard->data(uriList));
+    } else if (clipboard->hasFormat(gnomeFiles)) {
+        const QByteArray list = clipboard->data(gnomeFiles);
+        drop->setData(uriList, list.mid(list.indexOf('\n') + 1));
+    }
+    if (!filePaths(drop.get()).isEmpty())
+        return drop;
+    drop = std::make_unique<QMimeData>();
+    if (clipboard->hasText()) {
+        drop->setText(clipboard->text());
+        return drop;
+    }
+    // One image type, as the window takes them in turn: asking for every type costs a round trip each.
+    for (const char *type : {"image/png", "image/jpeg", "image/tiff", "image/bmp", "image/gif"}) {
+        if (clipboard->hasFormat(QLatin1String(type))) {
+            drop->setData(QLatin1String(type), clipboard->data(QLatin1String(type)));
+            return drop;
+        }
+    }
+    return nullptr;
+}
+
 bool offersTypeFor(const QMimeData *data, Target target)
 {
     return data && kindOf(data, target) != DragContent::Kind::None;

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+#include <memory>
+
 class QMimeData;
 
 // What a drop target answers when something is let go over it: taken or not, and for a drop of
@@ -25,5 +27,8 @@ bool offersTypeFor(const QMimeData *data, Target target);
 Outcome perform(const QMimeData *data, Target target, quintptr nativeWindow);
 // The local files a drop names, byte for byte.
 QStringList filePaths(const QMimeData *data);
+// What a paste hands over as a drop: the clipboard's files (file managers' own list included), else
+// its text, else its first image type the window takes. Null when it holds none of these.
+std::unique_ptr<QMimeData> dropFromClipboard(const QMimeData *clipboard);
 
 } // namespace DropOperation

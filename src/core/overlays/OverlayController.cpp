@@ -5,7 +5,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPainter>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -13,7 +12,7 @@ OverlayController::OverlayController(const char *titleKey, QWidget *parent)
     : QWidget(parent), m_titleKey(titleKey)
 {
     auto *outer = new QVBoxLayout(this);
-    outer->setContentsMargins(12, 10, 12, 10);
+    outer->setContentsMargins(8, 8, 8, 8); // inside the overlay's card
     outer->setSpacing(8);
     m_title = new QLabel(this);
     QFont f = m_title->font();
@@ -67,14 +66,4 @@ void OverlayController::changeEvent(QEvent *event)
     if (event->type() == QEvent::LanguageChange)
         retranslate();
     QWidget::changeEvent(event);
-}
-
-void OverlayController::paintEvent(QPaintEvent *)
-{
-    // The overlay's background is nearly white; the controller sits on a card of the theme's colour.
-    QPainter p(this);
-    p.setRenderHint(QPainter::Antialiasing);
-    p.setPen(Qt::NoPen);
-    p.setBrush(palette().color(QPalette::Window));
-    p.drawRoundedRect(QRectF(rect()).adjusted(4, 4, -4, -4), 8, 8);
 }

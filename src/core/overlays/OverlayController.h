@@ -34,7 +34,6 @@ protected:
     // Calls the completion with the tag of the pressed button.
     virtual void fire(qint64 tag) = 0;
     void changeEvent(QEvent *event) override;
-    void paintEvent(QPaintEvent *) override;
 
 private:
     void retranslate();

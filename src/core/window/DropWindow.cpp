@@ -4,6 +4,7 @@
 #include "platform/ScreenPixels.h"
 
 #include <QGuiApplication>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScreen>
 #include <QStackedLayout>
@@ -118,6 +119,19 @@ void DropWindow::setFrameYUp(const QRectF &frame)
     const QRect r = PanelFrame::flipped(frame, primaryScreenHeight()).toRect();
     setFixedSize(r.size());
     move(r.topLeft());
+}
+
+void DropWindow::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Paste))
+        Q_EMIT pastePressed();
+    else if (event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier)
+        Q_EMIT escapePressed();
+    else if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) &&
+             (event->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier)
+        Q_EMIT returnPressed();
+    else
+        QWidget::keyPressEvent(event);
 }
 
 void DropWindow::paintEvent(QPaintEvent *)

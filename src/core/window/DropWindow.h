@@ -36,8 +36,15 @@ public:
     static QRectF screenFrameYUp(QPointF at);
     static qreal primaryScreenHeight();
 
+Q_SIGNALS:
+    // Keys that no control of the window took: the controller decides what they do.
+    void escapePressed();
+    void returnPressed();
+    void pastePressed();
+
 protected:
     void paintEvent(QPaintEvent *) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     QStackedLayout *m_stack;
