@@ -771,5 +771,17 @@
         <source>aliasDropHoverCaption</source>
         <translation>Verknüpfen</translation>
     </message>
+    <message>
+        <source>slide4TextNoTray</source>
+        <translation>Legen Sie auf „Verschieben“ ab, um sofort ein Ziel zu wählen, oder auf „Alias“ für Verknüpfungen neben den Dateien. Dieser Desktop zeigt kein Symbol im Infobereich: Quaydrop läuft im Hintergrund, und ein erneuter Start (aus dem Anwendungsmenü oder mit quaydrop im Terminal) öffnet seine Optionen.</translation>
+    </message>
+    <message>
+        <source>loginLaunchInfTXTNoTray</source>
+        <translation>Quaydrop läuft im Hintergrund und ist bereit, sobald Sie etwas ziehen. Ein erneuter Start öffnet seine Optionen; dort können Sie dies später ändern.</translation>
+    </message>
+    <message>
+        <source>openFileBtn</source>
+        <translation>Öffnen</translation>
+    </message>
 </context>
 </TS>

@@ -771,5 +771,17 @@
         <source>aliasDropHoverCaption</source>
         <translation>Make alias</translation>
     </message>
+    <message>
+        <source>slide4TextNoTray</source>
+        <translation>Drop on Move to pick a destination at once, or on Alias to put links beside the files. This desktop shows no tray icon: Quaydrop runs in the background, and starting it again (from the applications menu, or quaydrop in a terminal) opens its options.</translation>
+    </message>
+    <message>
+        <source>loginLaunchInfTXTNoTray</source>
+        <translation>Quaydrop runs in the background and is ready whenever you drag something. Starting it again opens its options, where you can change this later.</translation>
+    </message>
+    <message>
+        <source>openFileBtn</source>
+        <translation>Open</translation>
+    </message>
 </context>
 </TS>

@@ -4,6 +4,7 @@
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
+#include "menubar/statusitem/NotificationBalloon.h"
 #include "platform/SingleInstance.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
@@ -107,6 +108,8 @@ int runResident(int argc, char **argv)
     FreedesktopTrash trash;
     LinuxVolumeService volumes;
     FreedesktopNotifications notifications;
+    NotificationBalloon balloon; // where no notification server answers
+    notifications.setFallback(&balloon);
     FreedesktopWorkspace workspace;
     XdgAutostart autostart(QCoreApplication::applicationFilePath());
     Login1PowerEvents power;
@@ -128,6 +131,7 @@ int runResident(int argc, char **argv)
     platform.power = &power;
     Platform::install(platform);
     AppDelegate delegate(platform);
+    balloon.setAnchor([&delegate] { return delegate.trayIconGeometry(); });
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate,
                      &AppDelegate::applicationShouldHandleReopen);
     UnixSignalWatcher signals_;

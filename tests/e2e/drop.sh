@@ -65,15 +65,15 @@ stop_both
 [ ! -e "$written" ] || fail "the promised file outlived the program's stop"
 pass "a promised file is written into the temp folder and shows its panel"
 
-# The small targets below the window's own: left the quick-move picker, right an alias.
+# The small targets below the window's own, a row each: above the quick-move picker, below an alias.
 window_top=$((screen_h - 400 - 90))
-drag_onto $((target_x - 45 + 20)) $((window_top + 72)) --files "$files/notes.txt"
+drag_onto $((target_x)) $((window_top + 63)) --files "$files/notes.txt"
 wait_for "$log" "quick-move picker shown" 5 || { cat "$log"; fail "no quick-move picker"; }
 [ "$(window_size)" = "210x300" ] || fail "the picker's window is $(window_size), not 210x300"
 stop_both
 pass "dropping on the quick-move target shows the picker"
 
-drag_onto $((target_x - 45 + 68)) $((window_top + 72)) --files "$files/notes.txt" "$files/Projects"
+drag_onto $((target_x)) $((window_top + 81)) --files "$files/notes.txt" "$files/Projects"
 for _ in $(seq 50); do [ -L "$files/Projects alias" ] && break; sleep 0.1; done
 [ "$(readlink "$files/notes.txt alias")" = "$files/notes.txt" ] || fail "no alias of the file"
 [ "$(readlink "$files/Projects alias")" = "$files/Projects" ] || fail "no alias of the folder"

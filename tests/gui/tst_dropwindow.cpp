@@ -507,7 +507,14 @@ void DropWindowTest::loginAlertShowsOnce()
     {
         AppDelegate first(m_fakes->services());
         first.applicationDidFinishLaunching();
+        // Not on top of the first start's slides: asked when they close.
+        QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
+        QCOMPARE(alerts(), 0);
+        first.introSlidesWC->close();
         QCOMPARE(alerts(), 1);
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (w->objectName() == QLatin1String("launchAtLoginAlert")) // no tray here: it says where Quaydrop is
+                QCOMPARE(qobject_cast<QMessageBox *>(w)->informativeText(), Texts::localized("loginLaunchInfTXTNoTray"));
         for (QWidget *w : QApplication::topLevelWidgets())
             if (w->objectName() == QLatin1String("launchAtLoginAlert"))
                 qobject_cast<QMessageBox *>(w)->buttons().first()->click(); // "Yes"

@@ -85,6 +85,8 @@ private Q_SLOTS:
     void pinnedPanelStaysOnFocusLoss();
     void transitionNoneTakesNoTime();
     void hidingTheIconAndTheWayBack();
+    void withoutATrayTheOptionsAreANormalWindow_data();
+    void withoutATrayTheOptionsAreANormalWindow();
     void slideNavigation();
     void slideTimerAndSwipesWrap();
     void slidesWithOneSlide();
@@ -399,6 +401,39 @@ void OptionsTest::hidingTheIconAndTheWayBack()
     QTRY_VERIFY(m_app->statusItem()->isStatusItemWindowVisible());
 }
 
+void OptionsTest::withoutATrayTheOptionsAreANormalWindow_data()
+{
+    QTest::addColumn<QColor>("window");
+    QTest::addColumn<QColor>("text");
+    QTest::newRow("light") << QColor(239, 239, 239) << QColor(20, 20, 20);
+    QTest::newRow("dark") << QColor(45, 45, 48) << QColor(230, 230, 230);
+}
+
+void OptionsTest::withoutATrayTheOptionsAreANormalWindow()
+{
+    QFETCH(QColor, window);
+    QFETCH(QColor, text);
+    const QPalette before = QApplication::palette();
+    QPalette theme = before;
+    theme.setColor(QPalette::Window, window);
+    theme.setColor(QPalette::WindowText, text);
+    QApplication::setPalette(theme);
+    CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
+    // First as the panel under an icon, then as what a desktop without a tray gets.
+    c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+    QTRY_VERIFY(c->windowIsOpen());
+    c->dismissStatusItemWindow();
+    QTRY_VERIFY(!c->windowIsOpen());
+    c->showAsNormalWindow();
+    QVERIFY(c->window()->isNormalWindow());
+    // The window's own background, in the theme's colour, under labels in the theme's text colour.
+    const QImage shot = c->window()->grab().toImage();
+    QCOMPARE(QColor(shot.pixel(3, 3)), window);
+    QCOMPARE(panel()->versionNumberTxtFld->window(), static_cast<QWidget *>(c->window()));
+    QCOMPARE(panel()->findChild<QLabel *>()->palette().color(QPalette::WindowText), text);
+    QApplication::setPalette(before);
+}
+
 void OptionsTest::slideNavigation()
 {
     QDIntroSlides slides;
@@ -495,6 +530,18 @@ void OptionsTest::introShowsOnFirstStartOnly()
     AppDelegate first(m_fakes->services());
     first.applicationDidFinishLaunching();
     QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
+    // The last slide says where the options are: here, with no tray, a second start opens them.
+    auto lastSlideSays = [](QWidget *slides) {
+        QStringList texts;
+        for (QLabel *l : static_cast<QDIntroSlides *>(slides)->slide4V->findChildren<QLabel *>())
+            texts << l->text();
+        return texts;
+    };
+    QVERIFY(!first.livesInTray());
+    QVERIFY(lastSlideSays(first.introSlidesWC).contains(Texts::localized("slide4TextNoTray")));
+    QDIntroSlides inTray(true);
+    QVERIFY(lastSlideSays(&inTray).contains(Texts::localized("slide4Text")));
+    first.introSlidesWC->close();
     SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
     AppDelegate second(m_fakes->services());
     second.applicationDidFinishLaunching();

@@ -1,15 +1,20 @@
 // Notifications and reveal on a real session bus (run under dbus-run-session), against a small
-// notification server and file manager of the test's own.
+// notification server and file manager of the test's own; without the server, the balloon of our own.
 
 #include "core/plist/Plist.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
+#include "core/texts/Texts.h"
+#include "menubar/statusitem/NotificationBalloon.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "utils/Utils.h"
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
@@ -79,6 +84,10 @@ private Q_SLOTS:
     void clickRevealsTheFilesAndClosesIt();
     void nothingWhenSwitchedOffOrWithoutFiles();
     void anotherProgramsClickIsIgnored();
+    void withoutAServerABalloonTellsIt_data();
+    void withoutAServerABalloonTellsIt();
+    void balloonStaysBesideTheIconOnScreen_data();
+    void balloonStaysBesideTheIconOnScreen();
 
 private:
     void invoke(uint id, const QString &action);
@@ -87,11 +96,13 @@ private:
     NotificationServer m_server;
     FileManagerServer m_fileManager;
     FreedesktopNotifications *m_service = nullptr;
+    NotificationBalloon *m_balloon = nullptr;
 };
 
 void NotificationsTest::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
     if (!QDBusConnection::sessionBus().isConnected())
         QSKIP("no session bus: run under dbus-run-session");
     m_serverBus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("servers"));
@@ -109,6 +120,9 @@ void NotificationsTest::init()
     m_server.closed.clear();
     m_fileManager.shown.clear();
     m_service = new FreedesktopNotifications(QDBusConnection::sessionBus(), this);
+    // A tray icon at the top right of the screen.
+    m_balloon = new NotificationBalloon([] { return QRect(1200, 0, 24, 24); }, this);
+    m_service->setFallback(m_balloon);
     Platform services;
     services.notifications = m_service;
     Platform::install(services);
@@ -116,7 +130,13 @@ void NotificationsTest::init()
 
 void NotificationsTest::cleanup()
 {
+    // With a server the balloon never shows.
+    QVERIFY(!m_balloon->balloon() || QTest::currentTestFunction() == QByteArray("withoutAServerABalloonTellsIt"));
     delete m_service;
+    delete m_balloon;
+    const QString name = QStringLiteral("org.freedesktop.Notifications");
+    if (!m_serverBus.interface()->isServiceRegistered(name).value())
+        QVERIFY(m_serverBus.registerService(name));
     SettingsStore::shared().resetAll();
 }
 
@@ -207,5 +227,68 @@ void NotificationsTest::anotherProgramsClickIsIgnored()
     QVERIFY(!m_server.closed.contains(999u));
 }
 
-QTEST_GUILESS_MAIN(NotificationsTest)
+void NotificationsTest::withoutAServerABalloonTellsIt_data()
+{
+    QTest::addColumn<bool>("busConnected");
+    QTest::newRow("no server on the bus") << true;
+    QTest::newRow("no session bus") << false;
+}
+
+void NotificationsTest::withoutAServerABalloonTellsIt()
+{
+    QFETCH(bool, busConnected);
+    const QString name = QStringLiteral("org.freedesktop.Notifications");
+    QVERIFY(m_serverBus.unregisterService(name));
+    QTRY_VERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(name).value());
+    if (!busConnected) {
+        delete m_service;
+        m_service = new FreedesktopNotifications(QDBusConnection(QStringLiteral("never connected")), this);
+        m_service->setFallback(m_balloon);
+    }
+    QSignalSpy activated(m_service, &NotificationService::activated);
+    const QStringList paths{"/x/a <b>.png"};
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("Images resized"), QStringLiteral("Saved to /<Pictures>"),
+                                           {}, {{QStringLiteral("filePaths"), paths}});
+    QTRY_VERIFY(m_balloon->balloon() && m_balloon->balloon()->isVisible());
+    QCOMPARE(m_server.received.size(), 0);
+    // The same text, as it is (no markup to escape here), with the Show button, under the tray icon.
+    QCOMPARE(m_balloon->titleLabel()->text(), QStringLiteral("Images resized"));
+    QCOMPARE(m_balloon->bodyLabel()->text(), QStringLiteral("Saved to /<Pictures>"));
+    QCOMPARE(m_balloon->actionButton()->text(), QStringLiteral("Show"));
+    QVERIFY(m_balloon->balloon()->geometry().top() >= 24);
+    QVERIFY(m_balloon->balloon()->geometry().right() <= 1223);
+    m_balloon->actionButton()->click();
+    QCOMPARE(activated.count(), 1);
+    QCOMPARE(activated.first().first().toMap().value(QStringLiteral("filePaths")).toStringList(), paths);
+    QVERIFY(!m_balloon->balloon()->isVisible());
+    // Left alone, it goes after five seconds.
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("again"), {}, {}, {{QStringLiteral("filePaths"), paths}});
+    QTRY_VERIFY(m_balloon->balloon()->isVisible());
+    QTest::qWait(NotificationBalloon::kShowMs - 1000);
+    QVERIFY(m_balloon->balloon()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!m_balloon->balloon()->isVisible(), 2500);
+}
+
+void NotificationsTest::balloonStaysBesideTheIconOnScreen_data()
+{
+    QTest::addColumn<QRect>("icon");
+    QTest::addColumn<QPoint>("pointer");
+    QTest::addColumn<QRect>("expected");
+    const QSize size(300, 100);
+    QTest::newRow("tray at the top right: below the icon") << QRect(1200, 0, 24, 24) << QPoint() << QRect(QPoint(924, 29), size);
+    QTest::newRow("tray at the bottom: above the icon") << QRect(600, 776, 24, 24) << QPoint() << QRect(QPoint(324, 671), size);
+    QTest::newRow("icon at the left edge: pushed on screen") << QRect(4, 0, 24, 24) << QPoint() << QRect(QPoint(0, 29), size);
+    QTest::newRow("no icon: beside the pointer") << QRect() << QPoint(400, 300) << QRect(QPoint(416, 316), size);
+    QTest::newRow("no icon, pointer in the corner") << QRect() << QPoint(1270, 790) << QRect(QPoint(980, 700), size);
+}
+
+void NotificationsTest::balloonStaysBesideTheIconOnScreen()
+{
+    QFETCH(QRect, icon);
+    QFETCH(QPoint, pointer);
+    QFETCH(QRect, expected);
+    QCOMPARE(NotificationBalloon::placed(QSize(300, 100), icon, pointer, QRect(0, 0, 1280, 800)), expected);
+}
+
+QTEST_MAIN(NotificationsTest)
 #include "tst_notifications.moc"

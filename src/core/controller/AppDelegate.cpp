@@ -11,6 +11,7 @@
 #include "utils/Utils.h"
 
 #include <QApplication>
+#include <QSystemTrayIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QStyleHints>
@@ -58,8 +59,22 @@ void AppDelegate::applicationDidFinishLaunching()
     installOverlayCompletions();
     // 12.
     showSliderTutorial();
-    // 13.
-    launchAtLogInAlertIfNeeded();
+    // 13. Not on top of the slides: asked when they close.
+    if (introSlidesWC && introSlidesWC->isVisible())
+        connect(static_cast<QDIntroSlides *>(introSlidesWC.data()), &QDIntroSlides::closed, this,
+                &AppDelegate::launchAtLogInAlertIfNeeded, Qt::SingleShotConnection);
+    else
+        launchAtLogInAlertIfNeeded();
+}
+
+bool AppDelegate::livesInTray() const
+{
+    return statusItemForYos && !statusItemForYos->isRemoved() && CCNStatusItem::isTrayAvailable();
+}
+
+QRect AppDelegate::trayIconGeometry() const
+{
+    return livesInTray() && statusItemForYos->trayIcon() ? statusItemForYos->trayIcon()->geometry() : QRect();
 }
 
 void AppDelegate::registerObservers()
@@ -153,7 +168,7 @@ void AppDelegate::showSliderTutorial()
     if (Utils::dontshowIntroSlides())
         return;
     if (!introSlidesWC)
-        introSlidesWC = new QDIntroSlides;
+        introSlidesWC = new QDIntroSlides(livesInTray());
     introSlidesWC->show();
     introSlidesWC->raise();
     introSlidesWC->activateWindow();
@@ -167,7 +182,7 @@ void AppDelegate::launchAtLogInAlertIfNeeded()
         return;
     auto *alert = new QMessageBox(QMessageBox::Question, QStringLiteral("Quaydrop"), Texts::localized("LaunchAtLogin"));
     alert->setObjectName(QStringLiteral("launchAtLoginAlert"));
-    alert->setInformativeText(Texts::localized("loginLaunchInfTXT"));
+    alert->setInformativeText(livesInTray() ? Texts::localized("loginLaunchInfTXT") : Texts::localized("loginLaunchInfTXTNoTray"));
     QPushButton *yes = alert->addButton(Texts::localized("YES"), QMessageBox::AcceptRole);
     alert->addButton(Texts::localized("NO"), QMessageBox::RejectRole);
     alert->setDefaultButton(yes);

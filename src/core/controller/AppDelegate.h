@@ -63,6 +63,9 @@ public:
     void userNotificationCenterDidActivate(const QVariantMap &userInfo, int activationType = 1);
     void showSliderTutorial();
     void launchAtLogInAlertIfNeeded();
+    // Whether the options hang from a tray icon; else a second start opens them.
+    bool livesInTray() const;
+    QRect trayIconGeometry() const; // empty without a tray icon
     bool isThisaDoubleClick();
     CCNStatusItem *statusItem() const { return statusItemForYos; }
     PopMenuContentViewController *optionsPanel() const { return m_options; }

@@ -188,7 +188,9 @@ bool AppDelegate::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::MouseMove && watched->isWidgetType() &&
         static_cast<QWidget *>(watched)->window() == window) {
         const auto *move = static_cast<QMouseEvent *>(event);
-        mouseMovedWhileWindowUp(yUp(move->globalPosition()), true);
+        // A button held is a drag inside the window (a slider, a text selection): only moves count.
+        if (move->buttons() == Qt::NoButton)
+            mouseMovedWhileWindowUp(yUp(move->globalPosition()), true);
     }
     return false; // the window's own handling goes on
 }

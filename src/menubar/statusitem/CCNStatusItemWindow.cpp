@@ -32,13 +32,16 @@ void CCNStatusItemWindow::setAsNormalWindow(bool normal)
     const bool wasVisible = isVisible();
     if (normal) {
         setWindowFlags(Qt::Window);
+        // A translucent window also drops its background: as a normal window it gets the theme's back.
         setAttribute(Qt::WA_TranslucentBackground, false);
+        setAttribute(Qt::WA_NoSystemBackground, false);
         setWindowTitle(QStringLiteral("Quaydrop options"));
     } else {
         // A tool window: no task-bar entry, no frame, above the others.
         setWindowFlags(Qt::Tool | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
         setAttribute(Qt::WA_TranslucentBackground, true);
     }
+    setAutoFillBackground(normal);
     relayout();
     if (wasVisible)
         show();
@@ -112,9 +115,11 @@ void CCNStatusItemWindow::closeEvent(QCloseEvent *event)
 
 void CCNStatusItemWindow::paintEvent(QPaintEvent *)
 {
-    if (m_normal)
-        return;
     QPainter p(this);
+    if (m_normal) {
+        p.fillRect(rect(), palette().color(QPalette::Window));
+        return;
+    }
     p.setRenderHint(QPainter::Antialiasing);
     const QColor fill = m_configuration.backgroundColor.isValid() ? m_configuration.backgroundColor
                                                                    : palette().color(QPalette::Window);

@@ -98,7 +98,7 @@ private:
 
 } // namespace
 
-QDIntroSlides::QDIntroSlides(QWidget *parent) : QWidget(parent, Qt::Window)
+QDIntroSlides::QDIntroSlides(bool inTray, QWidget *parent) : QWidget(parent, Qt::Window)
 {
     setObjectName(QStringLiteral("QDIntroSlides"));
     resize(560, 440);
@@ -112,7 +112,8 @@ QDIntroSlides::QDIntroSlides(QWidget *parent) : QWidget(parent, Qt::Window)
     slide3V = new IntroSlide({QStringLiteral("06.move"), QStringLiteral("05.resize"), QStringLiteral("convertImg"),
                               QStringLiteral("13.pdf"), QStringLiteral("03.zip")},
                              QT_TRANSLATE_NOOP("Quaydrop", "slide3Title"), QT_TRANSLATE_NOOP("Quaydrop", "slide3Text"));
-    slide4V = new IntroSlide({QStringLiteral("quickMove"), QStringLiteral("alias")}, QT_TRANSLATE_NOOP("Quaydrop", "slide4Title"), QT_TRANSLATE_NOOP("Quaydrop", "slide4Text"));
+    slide4V = new IntroSlide({QStringLiteral("quickMove"), QStringLiteral("alias")}, QT_TRANSLATE_NOOP("Quaydrop", "slide4Title"),
+                           inTray ? QT_TRANSLATE_NOOP("Quaydrop", "slide4Text") : QT_TRANSLATE_NOOP("Quaydrop", "slide4TextNoTray"));
     for (QWidget *slide : {slide1V, slide2V, slide3V, slide4V})
         sliderView->addSlide(slide);
 
@@ -198,6 +199,12 @@ void QDIntroSlides::updateButtons()
     const int index = sliderView->indexOfDisplayedSlide();
     prevBtn->setEnabled(index > 0);
     nextBtn->setText(index >= sliderView->slides().size() - 1 ? Texts::localized("Done") : Texts::localized("Next"));
+}
+
+void QDIntroSlides::closeEvent(QCloseEvent *event)
+{
+    QWidget::closeEvent(event);
+    Q_EMIT closed();
 }
 
 void QDIntroSlides::changeEvent(QEvent *event)

@@ -8,12 +8,12 @@ class QCheckBox;
 class QPushButton;
 
 // The first-start window: four slides on how the program is used, a page through them, and a box to
-// keep it from showing again.
+// keep it from showing again. `inTray`: where the options are, under an icon or by starting again.
 class QDIntroSlides : public QWidget
 {
     Q_OBJECT
 public:
-    explicit QDIntroSlides(QWidget *parent = nullptr);
+    explicit QDIntroSlides(bool inTray = true, QWidget *parent = nullptr);
 
     MIHSliderView *sliderView;
     QWidget *slide1V;
@@ -29,8 +29,12 @@ public:
     void showNextSlide();
     void showIntroOnMedium();
 
+Q_SIGNALS:
+    void closed();
+
 protected:
     void changeEvent(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     void retranslate();

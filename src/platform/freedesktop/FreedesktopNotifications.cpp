@@ -27,7 +27,7 @@ QString FreedesktopNotifications::escapedBody(const QString &body)
 Status FreedesktopNotifications::deliver(const QString &title, const QString &body, const QVariantMap &userInfo)
 {
     if (!m_bus.isConnected())
-        return Error{QStringLiteral("Notifications"), 1, QStringLiteral("no session bus: %1").arg(m_bus.lastError().message())};
+        return deliverElsewhere(title, body, userInfo, QStringLiteral("no session bus: %1").arg(m_bus.lastError().message()));
     QDBusMessage call = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("Notify"));
     QVariantMap hints;
     hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
@@ -36,16 +36,35 @@ Status FreedesktopNotifications::deliver(const QString &title, const QString &bo
     call << QStringLiteral("Quaydrop") << uint(0) << QStringLiteral("document-send") << title << escapedBody(body)
          << QStringList{QStringLiteral("default"), QString()} << hints << int(-1);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, userInfo, title](QDBusPendingCallWatcher *w) {
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, userInfo, title, body](QDBusPendingCallWatcher *w) {
         const QDBusPendingReply<uint> reply = *w;
         w->deleteLater();
         if (reply.isError()) {
-            qWarning("notification \"%s\" not shown: %s", qPrintable(title), qPrintable(reply.error().message()));
+            if (const Status s = deliverElsewhere(title, body, userInfo, reply.error().message()); !s.ok())
+                qWarning("notification \"%s\" not shown: %s", qPrintable(title), qPrintable(s.error().message));
             return;
         }
         m_userInfo.insert(reply.value(), userInfo);
     });
     return success();
+}
+
+void FreedesktopNotifications::setFallback(NotificationService *fallback)
+{
+    if (m_fallback)
+        disconnect(m_fallback, nullptr, this, nullptr);
+    m_fallback = fallback;
+    if (fallback)
+        connect(fallback, &NotificationService::activated, this, &NotificationService::activated);
+}
+
+Status FreedesktopNotifications::deliverElsewhere(const QString &title, const QString &body, const QVariantMap &userInfo,
+                                                  const QString &why)
+{
+    if (!m_fallback)
+        return Error{QStringLiteral("Notifications"), 1, why};
+    qInfo("no notification server (%s): told in Quaydrop's own balloon", qPrintable(why));
+    return m_fallback->deliver(title, body, userInfo);
 }
 
 void FreedesktopNotifications::onActionInvoked(uint id, const QString &actionKey)
