@@ -77,6 +77,14 @@ drag_onto $((target_x)) $((window_top + 81)) --files "$files/notes.txt" "$files/
 for _ in $(seq 50); do [ -L "$files/Projects alias" ] && break; sleep 0.1; done
 [ "$(readlink "$files/notes.txt alias")" = "$files/notes.txt" ] || fail "no alias of the file"
 [ "$(readlink "$files/Projects alias")" = "$files/Projects" ] || fail "no alias of the folder"
-stop_both
 pass "dropping on the alias target makes aliases beside the items"
-echo "8 passed, 0 failed"
+# No notification server runs here: the result is told in the program's own balloon.
+balloon() { xdotool search --onlyvisible --name '^Quaydrop$' 2>/dev/null | head -1; }
+for _ in $(seq 30); do [ -n "$(balloon)" ] && break; sleep 0.1; done
+[ -n "$(balloon)" ] || { cat "$log"; fail "no balloon told that the aliases were made"; }
+grep -q "no notification server" "$log" || fail "the balloon came without its reason in the log"
+sleep 5.5
+[ -z "$(balloon)" ] || fail "the balloon stayed longer than five seconds"
+stop_both
+pass "without a notification server a balloon tells it, for five seconds"
+echo "9 passed, 0 failed"

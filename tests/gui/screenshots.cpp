@@ -17,6 +17,7 @@
 #include "fileops/ui/destinations/SubfolderPopup.h"
 #include "menubar/ExclusionListWC.h"
 #include "menubar/statusitem/CCNStatusItem.h"
+#include "menubar/statusitem/NotificationBalloon.h"
 #include "menubar/tutorial/MIHSliderView.h"
 #include "menubar/tutorial/QDIntroSlides.h"
 #include "platform/fake/FakePlatform.h"
@@ -30,8 +31,10 @@
 #include <QImage>
 #include <QMimeData>
 #include <QPainter>
+#include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QLineEdit>
@@ -93,6 +96,7 @@ QPalette darkPalette()
     p.setColor(QPalette::ButtonText, QColor(230, 230, 230));
     p.setColor(QPalette::Highlight, QColor(90, 150, 240));
     p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::PlaceholderText, QColor(150, 150, 155));
     return p;
 }
 
@@ -200,6 +204,8 @@ int main(int argc, char **argv)
     overlayOn({w + QStringLiteral("/Invoice.pdf")}, QStringLiteral("convrtPDFToImgBtn"), QStringLiteral("overlay-pdf-to-images"));
     LockedPDFEnterPass sheet(QStringLiteral("Invoice.pdf"), [](const QString &) { return false; }, delegate.window);
     sheet.show();
+    sheet.pdfPassTxtFld->setText(QStringLiteral("harbour"));
+    sheet.findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click(); // a wrong one: it says so
     save(&sheet, out, QStringLiteral("pdf-password"));
     sheet.reject();
     delegate.closeVisibleModalOverlay();
@@ -297,6 +303,22 @@ int main(int argc, char **argv)
         settle(400);
     };
     panelShot(QStringLiteral("options-panel"));
+    // Without a tray the options are a normal window, in the theme's colours.
+    auto windowShot = [&](const QString &name) {
+        CCNStatusItemWindowController *tray = delegate.statusItem()->windowController();
+        tray->showAsNormalWindow();
+        settle(300);
+        save(tray->window(), out, name);
+        QTest::keyClick(tray->window(), Qt::Key_Escape);
+        settle(200);
+    };
+    windowShot(QStringLiteral("options-window-no-tray"));
+    // A result told without a notification server, under the tray icon.
+    NotificationBalloon balloon([] { return QRect(1180, 0, 24, 24); });
+    balloon.deliver(Texts::localized("imgResizeCompleteMsg"), Texts::localized("savedTostr /%@").arg(QStringLiteral("Pictures")),
+                    {{QStringLiteral("filePaths"), QStringList{w + QStringLiteral("/Harbour_320x240.png")}}});
+    save(balloon.balloon(), out, QStringLiteral("notification-balloon"));
+    balloon.balloon()->hide();
     QDIntroSlides slides;
     slides.sliderView->setScheduledTransition(false);
     slides.show();
@@ -309,6 +331,7 @@ int main(int argc, char **argv)
 
     app.setPalette(darkPalette());
     panelShot(QStringLiteral("options-panel-dark"));
+    windowShot(QStringLiteral("options-window-no-tray-dark"));
     delegate.showDropTargetAt(QPointF(300, 500));
     auto *dark = filesDrop({w + QStringLiteral("/Harbour.png")});
     delegate.mycustomviewDidGetDrop(dark);
@@ -329,5 +352,22 @@ int main(int argc, char **argv)
     ConflictDialog conflict(ConflictQuestion{QStringLiteral("Harbour.png"), {}, {}});
     conflict.show();
     save(&conflict, out, QStringLiteral("conflict-dialog"));
+    conflict.hide(); // it deletes itself on close
+
+    // In German: a panel, the small targets and the resize overlay, with their longest words.
+    if (Texts::language() != u"de") {
+        Texts::setLanguage(QStringLiteral("de"));
+        settle(100);
+        drop(filesDrop({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Notes.txt"), w + QStringLiteral("/Projects")}),
+             QStringLiteral("panel-several-files-de"));
+        drop(filesDrop({w + QStringLiteral("/Harbour.png")}), QStringLiteral("panel-image-de"));
+        delegate.showDropTargetAt(QPointF(300, 500));
+        save(delegate.window, out, QStringLiteral("drop-target-de"));
+        overlayOn({w + QStringLiteral("/Harbour.png")}, QStringLiteral("resizeImgBtn"), QString());
+        delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
+        QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
+        save(delegate.window, out, QStringLiteral("overlay-resize-de"));
+        delegate.closeVisibleModalOverlay();
+    }
     return 0;
 }
