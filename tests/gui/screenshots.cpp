@@ -34,7 +34,6 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QStyle>
 #include <QStyleFactory>
 #include <QLineEdit>
