@@ -734,6 +734,8 @@
     <message>
         <source>addDestBtn</source>
         <translation>Ordner hinzufügen …</translation>
+    </message>
+    <message>
         <source>Zipping</source>
         <translation>Wird gepackt …</translation>
     </message>
@@ -764,6 +766,8 @@
     <message>
         <source>zipFailedTitle</source>
         <translation>Das Archiv konnte nicht geschrieben werden</translation>
+    </message>
+    <message>
         <source>quickMoveDropHoverCaption</source>
         <translation>Ziel wählen</translation>
     </message>

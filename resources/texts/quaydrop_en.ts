@@ -734,6 +734,8 @@
     <message>
         <source>addDestBtn</source>
         <translation>Add Folder…</translation>
+    </message>
+    <message>
         <source>Zipping</source>
         <translation>Zipping…</translation>
     </message>
@@ -764,6 +766,8 @@
     <message>
         <source>zipFailedTitle</source>
         <translation>The archive could not be written</translation>
+    </message>
+    <message>
         <source>quickMoveDropHoverCaption</source>
         <translation>Move/Copy</translation>
     </message>

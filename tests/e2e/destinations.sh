@@ -22,9 +22,9 @@ printf 'notes\n' >"$files/notes.txt"
 [ "$("$BIN" destinations list)" = "Quay work	$files/Target" ] || fail "the list is: $("$BIN" destinations list)"
 pass "a destination added and renamed from the command line"
 
-# The quick-move target, below the drop window at (600, 400) y-up.
 window_top=$((screen_h - 400 - 90))
-drag_onto $((600 - 45 + 20)) $((window_top + 72)) --files "$files/notes.txt"
+# The quick-move target is the upper of the two rows below the window's own target.
+drag_onto 600 $((window_top + 63)) --files "$files/notes.txt"
 wait_for "$log" "quick-move picker shown" 5 || { cat "$log"; fail "no quick-move picker"; }
 sleep 0.5
 # First row, its subfolders (Archive, Inbox), the second of them.

@@ -5,6 +5,7 @@
 #include "platform/posix/UnixSignalWatcher.h"
 
 #include <QtTest>
+#include <QXmlStreamReader>
 
 #include <signal.h>
 #include <sys/socket.h>
@@ -174,6 +175,26 @@ void AppShellTest::everyUsedTextKeyIsInBothTables()
             if (*spec.labelKey)
                 keys.insert(QString::fromLatin1(spec.labelKey));
     QVERIFY(keys.size() >= 3);
+    // A text entry merged badly (two keys in one message) silently loses a key to the compiler.
+    QMap<QString, QStringList> keysOf;
+    for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
+        QFile ts(QStringLiteral(QD_SOURCE_DIR "/resources/texts/quaydrop_%1.ts").arg(language));
+        QVERIFY(ts.open(QIODevice::ReadOnly));
+        QXmlStreamReader xml(&ts);
+        int sourcesInMessage = 0;
+        while (!xml.atEnd()) {
+            xml.readNext();
+            if (xml.isStartElement() && xml.name() == u"message")
+                sourcesInMessage = 0;
+            else if (xml.isStartElement() && xml.name() == u"source") {
+                keysOf[language].append(xml.readElementText());
+                QVERIFY2(++sourcesInMessage == 1, qPrintable(language + QStringLiteral(": ") + keysOf[language].last()));
+            }
+        }
+        QVERIFY2(!xml.hasError(), qPrintable(xml.errorString()));
+        keysOf[language].sort();
+    }
+    QCOMPARE(keysOf.value(QStringLiteral("de")), keysOf.value(QStringLiteral("en")));
     for (const QString &language : {QStringLiteral("en"), QStringLiteral("de")}) {
         QTranslator table;
         QVERIFY(table.load(QStringLiteral(":/i18n/quaydrop_%1.qm").arg(language)));
