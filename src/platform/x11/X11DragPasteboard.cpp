@@ -92,13 +92,8 @@ void X11DragPasteboard::handle(xcb_generic_event_t *event)
         if (notify->state != XCB_PROPERTY_NEW_VALUE || notify->atom != m_x->atom("XdndTypeList") ||
             !m_watched.contains(notify->window) || m_phase == Phase::Learnt)
             return;
-        if (const auto list = m_x->property(notify->window, m_x->atom("XdndTypeList"), XCB_ATOM_ATOM)) {
-            QStringList types;
-            const auto *atoms = reinterpret_cast<const quint32 *>(list->constData());
-            for (qsizetype i = 0; i < list->size() / 4; ++i)
-                types.append(m_x->atomName(atoms[i]));
-            freshTypeList(types);
-        }
+        if (const auto types = typeListOf(notify->window))
+            freshTypeList(*types);
     }
 }
 
@@ -136,18 +131,23 @@ void X11DragPasteboard::stopWatching()
     m_watched.clear();
 }
 
+std::optional<QStringList> X11DragPasteboard::typeListOf(quint32 window) const
+{
+    const auto list = m_x->property(window, m_x->atom("XdndTypeList"), XCB_ATOM_ATOM);
+    if (!list || list->isEmpty())
+        return std::nullopt;
+    QStringList types;
+    const auto *atoms = reinterpret_cast<const quint32 *>(list->constData());
+    for (qsizetype i = 0; i < list->size() / 4; ++i)
+        types.append(m_x->atomName(atoms[i]));
+    return types;
+}
+
 std::optional<QStringList> X11DragPasteboard::typeList() const
 {
-    for (const quint32 window : m_sources) {
-        const auto list = m_x->property(window, m_x->atom("XdndTypeList"), XCB_ATOM_ATOM);
-        if (!list || list->isEmpty())
-            continue;
-        QStringList types;
-        const auto *atoms = reinterpret_cast<const quint32 *>(list->constData());
-        for (qsizetype i = 0; i < list->size() / 4; ++i)
-            types.append(m_x->atomName(atoms[i]));
-        return types;
-    }
+    for (const quint32 window : m_sources)
+        if (auto types = typeListOf(window))
+            return types;
     return std::nullopt;
 }
 

@@ -37,7 +37,8 @@ private:
     enum class Phase { Idle, Learning, Learnt };
     void newOwner(quint32 owner, quint32 timestamp);
     QList<quint32> sourceWindows() const; // the owner, then the windows the button went down in
-    std::optional<QStringList> typeList() const;
+    std::optional<QStringList> typeListOf(quint32 window) const;
+    std::optional<QStringList> typeList() const; // of the first source window that has one
     QList<quint32> candidateTimes() const;
     void askNext();
     void answered(bool refused, const QByteArray &data);
