@@ -3,7 +3,7 @@
 // Image and PDF files for the tests, made in memory: encoded images with a given resolution, damaged
 // and lying files, and PDFs of pages of given sizes.
 
-#include "images/vips/VipsSupport.h"
+#include "images/codecs/VipsSupport.h"
 
 #include "core/fs/AtomicFile.h"
 #include "images/BitmapImageRep.h"

@@ -137,24 +137,18 @@ int runPdfToImagesCommand(const Invocation &invocation, Console &console)
         console.fail(*unusable);
         return Cli::kFailed;
     }
-    const auto pdf = FsCalls::readWholeFile(source);
-    if (!pdf.ok()) {
-        console.fail(pdf.error());
-        return Cli::kFailed;
-    }
     PdfToImagesJob::Request request;
     request.sourcePath = source;
-    request.pdfData = pdf.value();
     request.password = invocation.value("--password").toUtf8();
     request.destParentFolder = *dest;
     request.imgType = typeTags().value(invocation.arguments.first());
     request.dpi = invocation.has("--dpi") ? invocation.value("--dpi").toFloat() : 150.0f;
-    const PdfPages::LockState state = PdfPages::inspect(request.pdfData);
+    const PdfPages::LockState state = PdfPages::inspect(source, request.password);
     if (!state.readable) {
         console.fail(ImageErrors::make(source, state.problem));
         return Cli::kFailed;
     }
-    if (state.locked && !PdfPages::unlockWithPassword(request.pdfData, request.password)) {
+    if (state.locked && !state.opens) {
         console.fail(ImageErrors::make(source, request.password.isEmpty()
                                                    ? QStringLiteral("is locked; give its password with --password")
                                                    : QStringLiteral("the password does not open it")));

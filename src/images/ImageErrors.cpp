@@ -16,6 +16,14 @@ Error ImageErrors::make(const QString &path, const QString &reason, int code)
                  {{QStringLiteral("path"), path}, {QStringLiteral("reason"), reason}}};
 }
 
+Error ImageErrors::tooLarge(const QString &path, qint64 width, qint64 height)
+{
+    return make(path, QStringLiteral("the image is too large (%1 x %2 pixels; at most %3 megapixels are read)")
+                          .arg(width)
+                          .arg(height)
+                          .arg(kMaxPixels / 1000000));
+}
+
 Error ImageErrors::damaged(const QString &path, const QString &decoderMessage)
 {
     qWarning("%s: %s", qPrintable(NativePath::forDisplay(path)), qPrintable(decoderMessage.simplified()));

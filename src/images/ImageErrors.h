@@ -19,7 +19,12 @@ inline constexpr const char *kFolder = "a folder, not a file";
 inline constexpr const char *kEmpty = "the file is empty";
 inline constexpr const char *kNotAPdf = "not a PDF document, or a damaged one";
 
+// Larger images are refused before a pixel is decoded: a header may claim anything.
+inline constexpr qint64 kMaxPixels = qint64(1) << 28; // 268 megapixels, 16384 x 16384
+
 Error make(const QString &path, const QString &reason, int code = 1);
+// Too many pixels to read, with the size the header claims.
+Error tooLarge(const QString &path, qint64 width, qint64 height);
 // A decoder's own words (libpng's "Read Error", libvips's "vipspng: libpng read error") go to the
 // log; the message says kDamaged whichever decoder met the damage.
 Error damaged(const QString &path, const QString &decoderMessage);

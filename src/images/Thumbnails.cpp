@@ -1,12 +1,11 @@
-#include "images/vips/VipsSupport.h"
-
 #include "Thumbnails.h"
 
 #include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
-#include "images/pdf/PdfPages.h"
-
-#include <poppler-qt6.h>
+#include "images/ImageSize.h"
+#include "images/ImageWorker.h"
+#include "worker/Jobs.h"
+#include "worker/Protocol.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -95,34 +94,25 @@ QImage framed(const QImage &picture)
     return icon;
 }
 
+// Common types that are not too large are decoded by Qt's own readers here, scaled while read
+// (a JPEG at an eighth of its size costs an eighth); anything else, and PDFs, by the image worker.
 QImage decodedThumbnail(const QString &path)
 {
-    auto image = VipsSupport::load(path, VipsSupport::Access::Sequential);
-    if (image.ok()) {
-        const double scale = std::min(1.0, double(Thumbnails::kMaxSide - 2 * kMat) / std::max(image.value().width(), image.value().height()));
-        auto whole = VipsSupport::decoded(image.value(), path);
-        auto small = whole.ok() ? VipsSupport::guarded<vips::VImage>(path, [&] { return whole.value().resize(scale); })
-                                : Result<vips::VImage>(whole.error());
-        if (small.ok())
-            if (auto pixels = VipsSupport::toQImage(small.value()); pixels.ok())
-                return pixels.value();
-    }
-    if (PdfFiles::hasPdfContent(path)) {
-        PdfPages::quietReader();
-        if (const auto read = FsCalls::readWholeFile(path); read.ok()) {
-            const QByteArray &data = read.value();
-            const auto doc = Poppler::Document::loadFromData(data);
-            if (doc && !doc->isLocked() && doc->numPages() > 0) {
-                const auto page = doc->page(0);
-                const QSizeF points = page->pageSizeF();
-                const double dpi = 72.0 * (Thumbnails::kMaxSide - 2 * kMat) / std::max(points.width(), points.height());
-                const QImage rendered = page->renderToImage(dpi, dpi);
-                if (!rendered.isNull())
-                    return rendered;
-            }
+    constexpr qint64 kMaxPixelsHere = 40'000'000;
+    const int side = Thumbnails::kMaxSide - 2 * kMat;
+    if (const auto opened = ImageSize::CommonReader::open(path)) {
+        QImageReader *reader = &opened->reader();
+        QSize size = reader->size();
+        if (size.isValid() && !size.isEmpty() && qint64(size.width()) * size.height() <= kMaxPixelsHere) {
+            // The scaled size is of the stored pixels, before any EXIF turn.
+            reader->setScaledSize(size.scaled(std::min(side, size.width()), std::min(side, size.height()), Qt::KeepAspectRatio));
+            QImage image = reader->read();
+            if (!image.isNull())
+                return image;
         }
     }
-    return {};
+    const auto made = ImageWorker::call(WorkerJobs::kThumbnail, {{WorkerJobs::kSide, side}}, path);
+    return made.ok() ? WorkerProtocol::imageFrom(made.value().value(WorkerJobs::kImage)) : QImage();
 }
 
 QImage typeIcon(const QString &path)

@@ -7,7 +7,7 @@
 
 #include "images/ImageTypeCode.h"
 #include "images/OptimizedPng.h"
-#include "images/PngRecompress.h"
+#include "images/codecs/PngRecompress.h"
 #include "images/jobs/ConvertJob.h"
 #include "utils/Utils.h"
 

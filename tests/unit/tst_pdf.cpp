@@ -26,7 +26,7 @@ std::unique_ptr<PdfToImagesJob> runPages(const QString &pdf, qint64 type, float 
                                          int parallel = 0, quint64 *credited = nullptr)
 {
     auto job = std::make_unique<PdfToImagesJob>(
-        PdfToImagesJob::Request{pdf, TestTree::contents(pdf), password, QFileInfo(pdf).absolutePath(), type, dpi});
+        PdfToImagesJob::Request{pdf, password, QFileInfo(pdf).absolutePath(), type, dpi});
     job->parallelPages = parallel;
     if (credited)
         job->credit = [credited](quint64 s) { *credited += s; };
@@ -237,11 +237,10 @@ void PdfTest::lockedDocuments()
         QSKIP("qpdf is missing: scripts/install-deps.sh installs it");
     const QString locked = m_tree.path() + QStringLiteral("/locked.pdf");
     QVERIFY(encrypt(m_threePages, locked, QStringLiteral("s3cret")));
-    const QByteArray data = TestTree::contents(locked);
-    const auto state = PdfPages::inspect(data);
+    const auto state = PdfPages::inspect(locked);
     QVERIFY(state.readable && state.locked && state.encrypted);
-    QVERIFY(!PdfPages::unlockWithPassword(data, "wrong"));
-    QVERIFY(PdfPages::unlockWithPassword(data, "s3cret"));
+    QVERIFY(!PdfPages::unlockWithPassword(locked, "wrong"));
+    QVERIFY(PdfPages::unlockWithPassword(locked, "s3cret"));
 
     const auto refused = runPages(locked, 1, 40, "wrong");
     QCOMPARE(refused->failures().size(), 1);
@@ -259,7 +258,7 @@ void PdfTest::ownerPasswordOnlyOpensButIsEncrypted()
         QSKIP("qpdf is missing: scripts/install-deps.sh installs it");
     const QString owner = m_tree.path() + QStringLiteral("/owner.pdf");
     QVERIFY(encrypt(m_threePages, owner, QString()));
-    const auto state = PdfPages::inspect(TestTree::contents(owner));
+    const auto state = PdfPages::inspect(owner);
     QVERIFY(state.readable && !state.locked && state.encrypted);
     QCOMPARE(runPages(owner, 1, 30)->written().size(), 3);
 }
@@ -280,7 +279,7 @@ void PdfTest::damagedPdfs()
     TestTree tree;
     const QString pdf = tree.path() + QStringLiteral("/bad.pdf");
     QVERIFY(ImageFixtures::write(pdf, content));
-    const auto state = PdfPages::inspect(content);
+    const auto state = PdfPages::inspect(pdf);
     const auto job = runPages(pdf, 1, 72);
     if (!state.readable) {
         QVERIFY(!state.problem.isEmpty());

@@ -153,9 +153,9 @@ public:
     // ---- PDF (AppDelegate_Pdf.cpp) ----
     void showPDFToImgConvertVC(ActionButton *sender);
     void pdfImgConvrtCompletion(qint64 tag, float dpi);
-    void pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &pdfData, const QByteArray &password);
+    void pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &password);
     void convertPDF2Img(const QString &path, qint64 imgType, bool libFile, bool fromOtherApp, float dpi,
-                        const QByteArray &pdfData, const QByteArray &password);
+                        const QByteArray &password);
     void SaveAsPDF(ActionButton *sender);
     QString getDestinationPathForPDFFile() const;
     LockedPDFEnterPass *enterLockedPDFPass = nullptr; // while its sheet is up

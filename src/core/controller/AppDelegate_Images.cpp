@@ -11,7 +11,7 @@
 #include "images/Thumbnails.h"
 #include "images/jobs/ConvertJob.h"
 #include "images/jobs/ResizeJob.h"
-#include "images/vips/VipsSupport.h"
+#include "images/ImageSize.h"
 #include "utils/Utils.h"
 
 
@@ -26,7 +26,7 @@ void AppDelegate::quickResizeBtnAction(ActionButton *)
 {
     // One image whose size cannot be read would open the fields at 0 x 0: say why instead.
     if (!multiFilesActionPanelShown) {
-        if (const auto size = VipsSupport::headerSize(filePathsArr.value(0)); !size.ok()) {
+        if (const auto size = ImageSize::ofFile(filePathsArr.value(0)); !size.ok()) {
             qWarning("%s", qPrintable(size.error().message));
             Utils::showBasicAlertwithTitle(Texts::localized("sizeUnreadableTitle"), size.error().message);
             return;

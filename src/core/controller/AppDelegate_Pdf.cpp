@@ -34,31 +34,29 @@ void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
     }
     const QString path = filePathsArr.value(0);
     const QString shown = NativePath::forDisplay(PathParts::lastComponent(path));
-    const auto data = FsCalls::readWholeFile(path);
-    const PdfPages::LockState state = data.ok() ? PdfPages::inspect(data.value()) : PdfPages::LockState{};
-    if (!data.ok() || !state.readable) {
+    const PdfPages::LockState state = PdfPages::inspect(path);
+    if (!state.readable) {
         // The overlay stays: nothing was started.
-        const QString why = data.ok() ? state.problem : data.error().info.value(QStringLiteral("reason")).toString();
+        const QString why = state.problem;
         qWarning("%s: %s", qPrintable(shown), qPrintable(why));
         Utils::showBasicAlertwithTitle(Texts::localized("pdfUnreadableTitle"), QStringLiteral("%1: %2").arg(shown, why));
         return;
     }
     if (!state.locked && !state.encrypted) {
-        pdf2ImgCompletionAction(tag, dpi, data.value(), {});
+        pdf2ImgCompletionAction(tag, dpi, {});
         return;
     }
     qInfo("%s - isLocked or encrypted", qPrintable(shown));
-    const QByteArray pdf = data.value();
     if (!enterLockedPDFPass) {
         // A wrong password is said on the sheet, which stays for another try.
-        enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), [pdf, shown](const QString &password) {
-            const bool opens = PdfPages::unlockWithPassword(pdf, password.toUtf8());
+        enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), [path, shown](const QString &password) {
+            const bool opens = PdfPages::unlockWithPassword(path, password.toUtf8());
             if (!opens)
                 qWarning("the password does not open %s", qPrintable(shown));
             return opens;
         }, window);
     }
-    connect(enterLockedPDFPass, &QDialog::finished, this, [this, tag, dpi, pdf](int code) {
+    connect(enterLockedPDFPass, &QDialog::finished, this, [this, tag, dpi](int code) {
         const QString password = enterLockedPDFPass->password();
         enterLockedPDFPass->deleteLater();
         enterLockedPDFPass = nullptr;
@@ -66,26 +64,24 @@ void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
             qInfo("Cancel button tapped");
             return;
         }
-        pdf2ImgCompletionAction(tag, dpi, pdf, password.toUtf8());
+        pdf2ImgCompletionAction(tag, dpi, password.toUtf8());
     });
     enterLockedPDFPass->open();
 }
 
-void AppDelegate::pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &pdfData, const QByteArray &password)
+void AppDelegate::pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &password)
 {
-    if (pdfData.isEmpty())
-        return;
     revealInFinderPaths.clear();
     closeVisibleModalOverlay();
     if (tag >= 1 && tag <= 4)
-        convertPDF2Img(filePathsArr.value(0), tag, libraryFolderFile, droppedImageFromOtherApp, dpi, pdfData, password);
+        convertPDF2Img(filePathsArr.value(0), tag, libraryFolderFile, droppedImageFromOtherApp, dpi, password);
 }
 
 void AppDelegate::convertPDF2Img(const QString &path, qint64 imgType, bool libFile, bool fromOtherApp, float dpi,
-                                 const QByteArray &pdfData, const QByteArray &password)
+                                 const QByteArray &password)
 {
     auto start = [=, this](const QString &parentFolder) {
-        PdfToImagesJob::Request request{path, pdfData, password, parentFolder, imgType, dpi};
+        PdfToImagesJob::Request request{path, password, parentFolder, imgType, dpi};
         auto *job = new PdfToImagesJob(request, this);
         job->credit = [](quint64 seconds) { Utils::saveChangesToTimeSavedPlistByAddingSec(seconds); };
         runImageJob(job, "Converting", [this](ImageBatchJob *done) {

@@ -69,15 +69,23 @@ Status AtomicFile::write(const char *data, qint64 size)
     return success();
 }
 
+Status AtomicFile::commitAs(const QString &finalPath, Mode mode)
+{
+    m_final = finalPath;
+    return commit(mode);
+}
+
 Status AtomicFile::commit(Mode mode)
 {
-    if (m_fd < 0)
+    if (m_temp.isEmpty())
         return failure(EBADF, "not open for writing:");
-    // close() is where some file systems report a full disk.
-    const int closed = ::close(m_fd);
-    m_fd = -1;
-    if (closed != 0)
-        return failure(errno, "cannot write");
+    if (m_fd >= 0) {
+        // close() is where some file systems report a full disk.
+        const int closed = ::close(m_fd);
+        m_fd = -1;
+        if (closed != 0)
+            return failure(errno, "cannot write");
+    }
     const QByteArray target = NativePath::toNative(m_final);
     int err = 0;
     if (mode == Mode::Replace)

@@ -28,7 +28,12 @@ public:
     Status write(const QByteArray &data) { return write(data.constData(), data.size()); }
     qint64 written() const { return m_written; }
     Status commit(Mode mode);
+    // The same under another final name, in the same folder: a commit refused with EEXIST may be
+    // tried again under the next free name.
+    Status commitAs(const QString &finalPath, Mode mode);
     const QString &path() const { return m_final; }
+    // The temporary file's native path while open: another process may write the bytes there.
+    const QByteArray &temporaryPath() const { return m_temp; }
 
     // The usual one-shot use.
     static Status writeFile(const QString &path, const QByteArray &data, Mode mode);

@@ -2,7 +2,8 @@
 
 #include "images/ImageErrors.h"
 
-#include <turbojpeg.h>
+#include "images/ImageWorker.h"
+#include "worker/Jobs.h"
 
 #include <array>
 
@@ -33,21 +34,6 @@ Matrix times(const Matrix &a, const Matrix &b)
     return {a[0] * b[0] + a[1] * b[2], a[0] * b[1] + a[1] * b[3], a[2] * b[0] + a[3] * b[2], a[2] * b[1] + a[3] * b[3]};
 }
 
-int tjOp(Op op)
-{
-    switch (op) {
-    case Op::None: return TJXOP_NONE;
-    case Op::FlipHorizontal: return TJXOP_HFLIP;
-    case Op::FlipVertical: return TJXOP_VFLIP;
-    case Op::Transpose: return TJXOP_TRANSPOSE;
-    case Op::Transverse: return TJXOP_TRANSVERSE;
-    case Op::Rotate90: return TJXOP_ROT90;
-    case Op::Rotate180: return TJXOP_ROT180;
-    case Op::Rotate270: return TJXOP_ROT270;
-    }
-    return TJXOP_NONE;
-}
-
 } // namespace
 
 Op forOrientationAndTurns(int orientation, int clockwiseTurns)
@@ -68,23 +54,12 @@ Op forOrientationAndTurns(int orientation, int clockwiseTurns)
 
 Result<QByteArray> transformed(const QByteArray &jpeg, Op op)
 {
-    tjhandle handle = tjInitTransform();
-    if (!handle)
-        return ImageErrors::make(QString(), QStringLiteral("the JPEG transformer could not start"));
-    tjtransform transform{};
-    transform.op = tjOp(op);
-    // Perfect or nothing: edge blocks that cannot move are never left behind or cut off silently.
-    transform.options = TJXOPT_PERFECT;
-    unsigned char *out = nullptr;
-    unsigned long outSize = 0;
-    const int status = tjTransform(handle, reinterpret_cast<const unsigned char *>(jpeg.constData()),
-                                   static_cast<unsigned long>(jpeg.size()), 1, &out, &outSize, &transform,
-                                   TJFLAG_STOPONWARNING);
-    Result<QByteArray> result = status == 0 ? Result<QByteArray>(QByteArray(reinterpret_cast<const char *>(out), qsizetype(outSize)))
-                                            : Result<QByteArray>(ImageErrors::make(QString(), QString::fromUtf8(tjGetErrorStr2(handle))));
-    tjFree(out);
-    tjDestroy(handle);
-    return result;
+    // libjpeg runs in the image worker, like every decoder.
+    namespace J = WorkerJobs;
+    const auto reply = ImageWorker::call(J::kJpegTransform, {{J::kData, jpeg}, {J::kOperation, int(op)}}, {});
+    if (!reply.ok())
+        return reply.error();
+    return reply.value().value(J::kData).toByteArray();
 }
 
 } // namespace LosslessJpeg

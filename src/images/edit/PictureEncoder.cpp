@@ -1,10 +1,10 @@
-#include "images/vips/VipsSupport.h"
-
 #include "PictureEncoder.h"
 
-#include "images/ImageEncoder.h"
+#include "images/ImageWorker.h"
 #include "images/ImageErrors.h"
 #include "images/ImageTypeCode.h"
+#include "worker/Jobs.h"
+#include "worker/Protocol.h"
 
 #include <QBuffer>
 #include <QImageWriter>
@@ -12,6 +12,8 @@
 #include <QPainter>
 
 namespace {
+
+constexpr int kDefaultJpegQuality = 85; // the worker's encoders use the same
 
 QImage onWhite(const QImage &image)
 {
@@ -53,17 +55,19 @@ Result<QByteArray> PictureEncoder::encode(const QImage &pixels, quint64 code)
         return ImageErrors::make(QString(), QStringLiteral("there is no picture to encode"));
     switch (code) {
     case ImageTypeCode::JPEG:
-        return withQt(onWhite(pixels), "jpeg", ImageEncoder::kDefaultJpegQuality);
+        return withQt(onWhite(pixels), "jpeg", kDefaultJpegQuality);
     case ImageTypeCode::BMP:
         return withQt(pixels, "bmp");
     case ImageTypeCode::TIFF:
         return withQt(pixels, "tiff", -1, 1); // LZW
     case ImageTypeCode::GIF:
     case ImageTypeCode::JPEG2000: {
-        const auto source = VipsSupport::fromQImage(pixels);
-        if (!source.ok())
-            return source.error();
-        return ImageEncoder::encode(source.value(), code);
+        // The image library's encoders, in the image worker.
+        const auto encoded = ImageWorker::call(WorkerJobs::kEncode,
+                                               {{WorkerJobs::kImage, WorkerProtocol::image(pixels)}, {WorkerJobs::kCode, qint64(code)}}, {});
+        if (!encoded.ok())
+            return encoded.error();
+        return encoded.value().value(WorkerJobs::kData).toByteArray();
     }
     default:
         return withQt(pixels, "png");

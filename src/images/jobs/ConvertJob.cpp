@@ -1,15 +1,13 @@
-#include "images/vips/VipsSupport.h"
-
 #include "ConvertJob.h"
 
 #include "core/fs/AtomicFile.h"
 #include "core/fs/PathParts.h"
 #include "fileops/FreeName.h"
-#include "images/ImageEncoder.h"
+#include "images/ImageWorker.h"
 #include "images/ImageTypeCode.h"
-#include "images/PngRecompress.h"
 #include "images/pdf/ImagesToPdf.h"
 #include "utils/Utils.h"
+#include "worker/Jobs.h"
 
 #include <cerrno>
 #include <cmath>
@@ -54,29 +52,18 @@ Result<QString> ConvertJob::convertImg2Type(quint64 code, float factor, const QS
                                             const QString &destParFolder)
 {
     creditSeconds(kSecondsPerImage);
-    const auto parts = PathParts::splitExtension(PathParts::lastComponent(origImgPath));
-    QByteArray data;
-    if (code == ImageTypeCode::PNG && parts.extension == u"png" && PngRecompress::isPng(origImgPath)) {
-        // A PNG stays the same pixels and chunks, deflated at the highest level.
-        auto recompressed = PngRecompress::recompress(origImgPath, 1.0f);
-        if (!recompressed.ok())
-            return recompressed.error();
-        data = recompressed.value();
-    } else {
-        auto loaded = VipsSupport::load(origImgPath);
-        if (!loaded.ok())
-            return loaded.error();
-        auto image = VipsSupport::decoded(loaded.value(), origImgPath);
-        if (!image.ok())
-            return image.error();
-        auto encoded = ImageEncoder::encode(image.value(), code, factor);
-        if (!encoded.ok())
-            return VipsSupport::error(origImgPath, encoded.error().message);
-        data = encoded.value();
-    }
-    return FreeName::write(destParFolder, parts.name, Utils::getImageExtensionString(code), [&data](const QString &path) {
-        return AtomicFile::writeFile(path, data, AtomicFile::Mode::KeepExisting);
-    });
+    const QString name = PathParts::splitExtension(PathParts::lastComponent(origImgPath)).name;
+    const QString extension = Utils::getImageExtensionString(code);
+    // Encoded once under a temporary name, then given the first free name. A PNG to PNG stays the
+    // same pixels and chunks, deflated at the highest level (the worker sees to that).
+    AtomicFile output(destParFolder + QChar('/') + name + QChar('.') + extension);
+    const Status written = ImageWorker::writeInto(output, WorkerJobs::kConvert,
+                                                  {{WorkerJobs::kCode, qint64(code)}, {WorkerJobs::kFactor, double(factor)}},
+                                                  origImgPath, [this] { return isCancelled(); });
+    if (!written.ok())
+        return written.error();
+    return FreeName::write(destParFolder, name, extension,
+                           [&output](const QString &path) { return output.commitAs(path, AtomicFile::Mode::KeepExisting); });
 }
 
 void ConvertJob::run()

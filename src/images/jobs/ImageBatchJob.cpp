@@ -60,6 +60,7 @@ void ImageBatchJob::reportProgress(int done, int total, const QString &item)
 
 void ImageBatchJob::reportWritten(const QString &path)
 {
+    ++m_writtenCount;
     post([this, path] {
         m_written.append(path);
         Q_EMIT itemWritten(path);
@@ -127,8 +128,8 @@ int ImageBatchJob::forEachInOrder(int count, int parallel, const Prepare &prepar
         ready.erase(item);
         lock.unlock();
         reportProgress(item, count, label(item));
-        const Result<QString> result = prepared.data.ok() ? finish(item, prepared.data.value())
-                                                          : Result<QString>(prepared.data.error());
+        const Result<QString> result = prepared.output.ok() ? finish(item, *prepared.output.value())
+                                                            : Result<QString>(prepared.output.error());
         if (result.ok())
             reportWritten(result.value());
         else

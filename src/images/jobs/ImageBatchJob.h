@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/fs/AtomicFile.h"
 #include "utils/Result.h"
 
 #include <QList>
@@ -9,11 +10,13 @@
 
 #include <atomic>
 #include <functional>
+#include <memory>
 
 // Long image work in the shape every job of the program has: start() returns at once and the work
 // runs on the global thread pool; progress comes per item; cancel() is seen between items; finished()
 // comes exactly once. Signals arrive on the thread that owns the job. Destroying a running job
-// cancels it and waits for the item in hand.
+// cancels it and waits for the item in hand. The decoding itself runs in the image worker process
+// (images/ImageWorker.h); a cancel reaches an item in hand there too.
 class ImageBatchJob : public QObject
 {
     Q_OBJECT
@@ -53,15 +56,18 @@ protected:
     void reportWritten(const QString &path);
     void reportFailure(const Error &error);
     void creditSeconds(quint64 seconds) const;
-    // What the parallel part of an item hands on: the encoded bytes, or why there are none. `stopHere`
-    // ends the work before this item: neither it nor any after it is finished.
+    // From the worker: whether anything was written so far.
+    bool hasWritten() const { return m_writtenCount.load() > 0; }
+    // What the parallel part of an item hands on: the output written under a temporary name, or why
+    // there is none. `stopHere` ends the work before this item: neither it nor any after it is finished.
     struct Prepared
     {
-        Result<QByteArray> data = QByteArray();
+        Result<std::shared_ptr<AtomicFile>> output = std::shared_ptr<AtomicFile>();
         bool stopHere = false;
     };
     using Prepare = std::function<Prepared(int item, int worker)>;
-    using Finish = std::function<Result<QString>(int item, const QByteArray &data)>;
+    // Gives the output its final name.
+    using Finish = std::function<Result<QString>(int item, AtomicFile &output)>;
     // Items 0 .. count-1: `prepare` runs up to `parallel` of them at once (`worker`, 0 .. parallel-1,
     // says which of the threads runs it, for state of its own), at most 2 x parallel items ahead of
     // the one being finished; `finish` takes each result strictly in item order and writes it, so the
@@ -74,6 +80,7 @@ private:
     void post(std::function<void()> update);
 
     std::atomic<bool> m_cancelled{false};
+    std::atomic<int> m_writtenCount{0};
     bool m_started = false;
     bool m_joined = false;
     bool m_finished = false;

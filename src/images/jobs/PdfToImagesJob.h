@@ -2,16 +2,16 @@
 
 #include "ImageBatchJob.h"
 
-// Cuts a PDF into one image per page in a new folder. Pages are rendered on every core at once and
-// written strictly in page order, so the folder always holds Page_1 .. Page_k with nothing missing.
+// Cuts a PDF into one image per page in a new folder. Pages are rendered by image workers on every
+// core at once and written strictly in page order, so the folder always holds Page_1 .. Page_k with
+// nothing missing. A folder that would stay empty because every page failed is not left behind.
 class PdfToImagesJob : public ImageBatchJob
 {
     Q_OBJECT
 public:
     struct Request
     {
-        QString sourcePath;       // names the new folder
-        QByteArray pdfData;       // the document's bytes
+        QString sourcePath;       // the document; it names the new folder
         QByteArray password;      // empty when it opens without one
         QString destParentFolder; // where the new folder is made
         qint64 imgType = 1;       // 1 PNG, 2 JPEG, 3 BMP, 4 TIFF

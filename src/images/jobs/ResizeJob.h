@@ -5,7 +5,7 @@
 
 // Writes each planned resize: Lanczos-resampled, encoded as the source's first byte says, named as
 // the plan says, replacing an earlier output of that name in one step. Several images are resampled
-// at once, and written and reported in the plan's order.
+// at once, each in an image worker, and written and reported in the plan's order.
 class ResizeJob : public ImageBatchJob
 {
     Q_OBJECT
@@ -15,10 +15,10 @@ public:
 
     // One resize, on the caller's thread: the output's path, or why there is none.
     static Result<QString> resizeOneImg(const ResizePlan::Task &task);
-    // The resized image encoded, within the program's budget of decoded pixels (waiting for room
-    // until `stopped` says true), and its writing.
-    static Result<QByteArray> resizedData(const ResizePlan::Task &task, const std::function<bool()> &stopped = {});
-    static Result<QString> write(const ResizePlan::Task &task, const QByteArray &data);
+    // The resized image under a temporary name beside its output, within the program's budget of
+    // decoded pixels (waiting for room until `stopped` says true), and its final name.
+    static Result<std::shared_ptr<AtomicFile>> resized(const ResizePlan::Task &task, const std::function<bool()> &stopped = {});
+    static Result<QString> commit(const ResizePlan::Task &task, AtomicFile &output);
 
 protected:
     void run() override;

@@ -1,5 +1,3 @@
-#include "images/vips/VipsSupport.h"
-
 #include "ImagesToPdf.h"
 
 #include "JpegInfo.h"
@@ -11,8 +9,11 @@
 #include "fileops/FreeName.h"
 #include "images/BitmapImageRep.h"
 #include "images/ImageErrors.h"
+#include "images/ImageWorker.h"
 #include "images/ImageTypeCode.h"
 #include "utils/Utils.h"
+#include "worker/Jobs.h"
+#include "worker/Protocol.h"
 
 
 #include <algorithm>
@@ -27,33 +28,31 @@ QSizeF pointSize(int width, int height, double dpiX, double dpiY)
 
 Status addPage(PdfWriter &pdf, const QString &path)
 {
+    namespace J = WorkerJobs;
     if (auto unusable = ImageErrors::unusableInput(path))
         return *unusable;
     auto bytes = FsCalls::readWholeFile(path);
     if (!bytes.ok())
         return ImageErrors::make(path, bytes.error().info.value(QStringLiteral("reason")).toString());
-    auto header = VipsSupport::loadFromData(bytes.value());
     // A JPEG goes in as it is: no decoding, no loss, and the file's own size; its orientation is the
-    // page's matrix.
+    // page's matrix. Only its header is asked of the worker.
     if (const auto jpeg = JpegInfo::parse(bytes.value())) {
-        const double dpiX = header.ok() ? VipsSupport::dotsPerInch(header.value()) : Resolution::kPointsPerInch;
-        const double dpiY = header.ok() ? VipsSupport::verticalDotsPerInch(header.value()) : dpiX;
-        const int orientation = header.ok() ? VipsSupport::orientation(header.value()) : 1;
+        const auto header = ImageWorker::call(J::kProbe, {}, path);
+        const double dpiX = header.ok() ? header.value().value(J::kDpiX).toDouble() : Resolution::kPointsPerInch;
+        const double dpiY = header.ok() ? header.value().value(J::kDpiY).toDouble() : dpiX;
+        const int orientation = header.ok() ? int(header.value().value(J::kOrientation).toInteger()) : 1;
         const QSizeF stored = pointSize(jpeg->width, jpeg->height, dpiX, dpiY);
-        return pdf.addJpegPage(bytes.value(), *jpeg, VipsSupport::turnsAQuarter(orientation) ? stored.transposed() : stored,
-                               orientation);
+        const bool quarter = orientation >= 5 && orientation <= 8;
+        return pdf.addJpegPage(bytes.value(), *jpeg, quarter ? stored.transposed() : stored, orientation);
     }
-    if (!header.ok())
-        return ImageErrors::make(path, header.error().info.value(QStringLiteral("reason")).toString());
-    auto image = VipsSupport::decoded(header.value(), path);
-    if (!image.ok())
-        return image.error();
-    auto pixels = VipsSupport::toQImage(image.value());
-    if (!pixels.ok())
-        return VipsSupport::error(path, pixels.error().message);
-    const double dpiX = VipsSupport::dotsPerInch(image.value());
-    return pdf.addImagePage(pixels.value(),
-                            pointSize(pixels.value().width(), pixels.value().height(), dpiX, VipsSupport::verticalDotsPerInch(image.value())));
+    const auto decoded = ImageWorker::call(J::kDecode, {}, path);
+    if (!decoded.ok())
+        return decoded.error();
+    const QImage pixels = WorkerProtocol::imageFrom(decoded.value().value(J::kImage));
+    if (pixels.isNull())
+        return ImageErrors::make(path, QString::fromLatin1(ImageErrors::kDamaged));
+    return pdf.addImagePage(pixels, pointSize(pixels.width(), pixels.height(), decoded.value().value(J::kDpiX).toDouble(),
+                                              decoded.value().value(J::kDpiY).toDouble()));
 }
 
 } // namespace

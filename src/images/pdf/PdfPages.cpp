@@ -1,17 +1,17 @@
 #include "PdfPages.h"
 
 #include "images/ImageErrors.h"
+#include "images/ImageWorker.h"
+#include "worker/Jobs.h"
 
 #include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"
 #include "utils/Utils.h"
 
-#include <poppler-qt6.h>
 
 #include <sys/stat.h>
 
 #include <cmath>
-#include <mutex>
 
 QString PdfPages::extensionForImgType(qint64 tag)
 {
@@ -48,42 +48,31 @@ QSize PdfPages::targetPixels(const QSizeF &pagePoints, float dpi)
 
 QString PdfPages::pageBaseName(int index) { return QStringLiteral("Page_%1").arg(index + 1); }
 
-void PdfPages::quietReader()
+PdfPages::LockState PdfPages::inspect(const QString &path, const QByteArray &password)
 {
-    static std::once_flag once;
-    std::call_once(once, [] {
-        const bool verbose = qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") != 0;
-        Poppler::setDebugErrorFunction(
-            [](const QString &message, const QVariant &verbose) {
-                if (verbose.toBool())
-                    qDebug("PDF reader: %s", qPrintable(message));
-            },
-            verbose);
-    });
-}
-
-// The reader keeps referring to the bytes it was given: they must outlive the document.
-PdfPages::LockState PdfPages::inspect(const QByteArray &pdf)
-{
-    quietReader();
+    namespace J = WorkerJobs;
     LockState state;
-    const auto document = Poppler::Document::loadFromData(pdf);
-    if (!document) {
-        state.problem = QString::fromLatin1(ImageErrors::kNotAPdf);
+    QCborMap arguments;
+    if (!password.isEmpty())
+        arguments.insert(J::kPassword, password);
+    const auto reply = ImageWorker::call(J::kPdfInfo, arguments, path);
+    if (!reply.ok()) {
+        state.problem = reply.error().info.value(QStringLiteral("reason")).toString();
         return state;
     }
-    state.readable = true;
-    state.locked = document->isLocked();
-    // A locked document answers that it is not encrypted until it is opened.
-    state.encrypted = state.locked || document->isEncrypted();
+    const QCborMap &info = reply.value();
+    state.readable = info.value(J::kReadable).toBool();
+    state.problem = info.value(J::kProblem).toString();
+    state.locked = info.value(J::kLocked).toBool();
+    state.encrypted = info.value(J::kEncrypted).toBool();
+    state.opens = info.value(J::kOpens).toBool();
+    state.pages = int(info.value(J::kPages).toInteger());
     return state;
 }
 
-bool PdfPages::unlockWithPassword(const QByteArray &pdf, const QByteArray &password)
+bool PdfPages::unlockWithPassword(const QString &path, const QByteArray &password)
 {
-    quietReader();
-    const auto document = Poppler::Document::loadFromData(pdf, password, password);
-    return document && !document->isLocked();
+    return inspect(path, password).opens;
 }
 
 bool PdfFiles::hasPdfContent(const QString &path)

@@ -18,20 +18,19 @@ QSize targetPixels(const QSizeF &pagePoints, float dpi);
 // The file name of page `index` (from 0), without extension: "Page_1", "Page_2", ...
 QString pageBaseName(int index);
 
-// The reader's own complaints about damaged files go to the log only with QUAYDROP_VERBOSE=1: the
-// program reports each failure once, in its own words. Called before any document is opened.
-void quietReader();
-
 struct LockState
 {
     bool readable = false;
     bool locked = false;    // a password is needed to read it
     bool encrypted = false; // encrypted, though it may open without a password
+    bool opens = false;     // it can be read, with the password given if it is locked
+    int pages = 0;          // once it opens
     QString problem;        // why it is not readable
 };
-LockState inspect(const QByteArray &pdf);
+// Asked of the image worker, which reads the file; a worker that stopped on it makes it unreadable.
+LockState inspect(const QString &path, const QByteArray &password = {});
 // Whether the password opens it for reading.
-bool unlockWithPassword(const QByteArray &pdf, const QByteArray &password);
+bool unlockWithPassword(const QString &path, const QByteArray &password);
 
 } // namespace PdfPages
 

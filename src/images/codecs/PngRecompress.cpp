@@ -1,9 +1,7 @@
 #include "PngRecompress.h"
 
-#include "core/fs/AtomicFile.h"
 #include "core/fs/NativePath.h"
 #include "images/ImageErrors.h"
-#include "utils/Utils.h"
 
 #include <png.h>
 
@@ -138,17 +136,4 @@ Result<QByteArray> PngRecompress::recompress(const QString &source, float factor
     png_write_image(s.write, rows.data());
     png_write_end(s.write, s.endInfo);
     return out;
-}
-
-bool Utils::changePngCompression(const QString &source, const QString &destination, float comprFactor)
-{
-    const auto data = PngRecompress::recompress(source, comprFactor);
-    if (!data.ok()) {
-        qWarning("%s", qPrintable(data.error().message));
-        return false;
-    }
-    const Status written = AtomicFile::writeFile(destination, data.value(), AtomicFile::Mode::Replace);
-    if (!written.ok())
-        qWarning("%s", qPrintable(written.error().message));
-    return written.ok();
 }

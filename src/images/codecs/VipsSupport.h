@@ -1,8 +1,8 @@
 #pragma once
 
-// libvips for the image area: decoding any readable file, the Lanczos resampler and the encoders.
-// Include this before any Qt header (glib names a member `signals`). Nothing here throws: libvips
-// errors come back as values.
+// libvips for the image worker: decoding any readable file, the Lanczos resampler and the encoders.
+// Only the worker process links it. Include this before any Qt header (glib names a member
+// `signals`). Nothing here throws: libvips errors come back as values.
 
 #include <vips/vips8>
 
@@ -12,10 +12,11 @@
 #include <QImage>
 #include <QString>
 
+#include <functional>
+
 namespace VipsSupport {
 
-// Larger images are refused before a pixel is decoded: a header may claim anything.
-inline constexpr qint64 kMaxPixels = qint64(1) << 28; // 268 megapixels, 16384 x 16384
+using ImageErrors::kMaxPixels;
 
 // Starts libvips once per process; safe from any thread.
 void ensureStarted();
@@ -29,11 +30,17 @@ Result<vips::VImage> load(const QString &path, Access access = Access::Sequentia
 Result<vips::VImage> loadFromData(const QByteArray &data, Access access = Access::Sequential);
 
 // The pixels decoded into memory and turned upright: an EXIF orientation is applied, and the image
-// states none any more, so nothing written from it is turned a second time. A damaged file fails here,
-// every time: a streamed decode can lose the decoder's error in the library's worker threads and pass
-// on blank pixels instead.
+// states none any more, so nothing written from it is turned a second time.
 Result<vips::VImage> decoded(const vips::VImage &image, const QString &path);
 inline constexpr qint64 kMaxDecodedBytes = qint64(1) << 30;
+// The image as it is seen, like decoded(), but an upright image stays a stream: its pixels are
+// decoded strip by strip as whatever is made of them is written. Loaded with fail_on=error, a
+// damaged file still fails that write, every time (a repeated-run test holds it to that).
+Result<vips::VImage> upright(const vips::VImage &image, const QString &path);
+
+// Ends the computation of `image` once `cancelled` says true; it is asked as the pixels are made.
+// `cancelled` must outlive the computation.
+void stopWhen(const vips::VImage &image, const std::function<bool()> *cancelled);
 
 // The file's pixel size from its header alone, as the image is seen: a photo whose orientation turns
 // it by a quarter has its sides swapped.

@@ -1,7 +1,6 @@
 #include "Resampler.h"
 
 #include "images/BitmapImageRep.h"
-#include "utils/Utils.h"
 
 #include <cmath>
 
@@ -34,29 +33,4 @@ Result<VImage> Resampler::lanczosScale(const VImage &source, double width, doubl
         // Both axes keep the source's horizontal resolution, as the point size is derived from it.
         return VipsSupport::withResolution(scaled, dpi, dpi);
     });
-}
-
-BitmapImageRep Utils::scaleImage(const BitmapImageRep &image, const QSizeF &size)
-{
-    if (!image.isValid() || size.width() < 1.0 || size.height() < 1.0)
-        return {};
-    if (image.pixelsWide() < 1 || image.pixelsHigh() < 1 || image.size.width() < 1.0 || image.size.height() < 1.0)
-        return {};
-    const double pixelsPerPoint = image.pixelsWide() / image.size.width();
-    const auto source = VipsSupport::fromQImage(image.pixels);
-    if (!source.ok()) {
-        qWarning("%s", qPrintable(source.error().message));
-        return {};
-    }
-    const auto scaled = Resampler::lanczosScale(source.value(), size.width(), size.height());
-    if (!scaled.ok()) {
-        qWarning("%s", qPrintable(scaled.error().message));
-        return {};
-    }
-    auto pixels = VipsSupport::toQImage(scaled.value());
-    if (!pixels.ok()) {
-        qWarning("%s", qPrintable(pixels.error().message));
-        return {};
-    }
-    return {pixels.value(), QSizeF(size.width() / pixelsPerPoint, size.height() / pixelsPerPoint)};
 }

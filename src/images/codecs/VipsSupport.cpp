@@ -64,10 +64,7 @@ Result<VImage> checked(const QString &path, VImage image)
     if (image.width() < 1 || image.height() < 1)
         return error(path, QStringLiteral("the image has no pixels"));
     if (pixels > kMaxPixels)
-        return error(path, QStringLiteral("the image is too large (%1 x %2 pixels; at most %3 megapixels are read)")
-                               .arg(image.width())
-                               .arg(image.height())
-                               .arg(kMaxPixels / 1000000));
+        return ImageErrors::tooLarge(path, image.width(), image.height());
     return image;
 }
 
@@ -139,6 +136,29 @@ Result<VImage> decoded(const VImage &image, const QString &path)
         return pixels;
     // Turned from memory, where any pixel can be read in any order; the orientation becomes 1.
     return guarded<VImage>(path, [&] { return pixels.value().autorot(); });
+}
+
+Result<VImage> upright(const VImage &image, const QString &path)
+{
+    if (orientation(image) == 1)
+        return image;
+    return decoded(image, path);
+}
+
+namespace {
+void onEval(VipsImage *image, VipsProgress *, void *cancelled)
+{
+    if ((*static_cast<const std::function<bool()> *>(cancelled))())
+        vips_image_set_kill(image, TRUE);
+}
+} // namespace
+
+void stopWhen(const VImage &image, const std::function<bool()> *cancelled)
+{
+    if (!cancelled || !*cancelled)
+        return;
+    vips_image_set_progress(image.get_image(), TRUE);
+    g_signal_connect(image.get_image(), "eval", G_CALLBACK(onEval), const_cast<std::function<bool()> *>(cancelled));
 }
 
 int orientation(const VImage &image)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "images/vips/VipsSupport.h"
+#include "images/codecs/VipsSupport.h"
 
 namespace Resampler {
 

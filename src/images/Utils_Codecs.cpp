@@ -1,0 +1,62 @@
+#include "BitmapImageRep.h"
+#include "ImageTypeCode.h"
+#include "ImageWorker.h"
+
+#include "core/fs/AtomicFile.h"
+#include "utils/Utils.h"
+#include "worker/Jobs.h"
+#include "worker/Protocol.h"
+
+namespace J = WorkerJobs;
+
+// The resampler and the encoders live in the image worker: the pixels go there and back.
+
+BitmapImageRep Utils::scaleImage(const BitmapImageRep &image, const QSizeF &size)
+{
+    if (!image.isValid() || size.width() < 1.0 || size.height() < 1.0)
+        return {};
+    if (image.pixelsWide() < 1 || image.pixelsHigh() < 1 || image.size.width() < 1.0 || image.size.height() < 1.0)
+        return {};
+    const double pixelsPerPoint = image.pixelsWide() / image.size.width();
+    const auto scaled = ImageWorker::call(J::kScale,
+                                          {{J::kImage, WorkerProtocol::image(image.pixels)},
+                                           {J::kWidth, size.width()},
+                                           {J::kHeight, size.height()}},
+                                          {});
+    if (!scaled.ok()) {
+        qWarning("%s", qPrintable(scaled.error().message));
+        return {};
+    }
+    const QImage pixels = WorkerProtocol::imageFrom(scaled.value().value(J::kImage));
+    if (pixels.isNull())
+        return {};
+    return {pixels, QSizeF(size.width() / pixelsPerPoint, size.height() / pixelsPerPoint)};
+}
+
+QByteArray Utils::convertImg(const BitmapImageRep &image, quint64 code, float compressedBy)
+{
+    if (code == ImageTypeCode::GIF || code > ImageTypeCode::JPEG2000 || !image.isValid())
+        return {};
+    const auto encoded = ImageWorker::call(J::kEncode,
+                                           {{J::kImage, WorkerProtocol::image(image.taggedPixels())},
+                                            {J::kCode, qint64(code)},
+                                            {J::kFactor, double(compressedBy)}},
+                                           {});
+    if (!encoded.ok()) {
+        qWarning("%s", qPrintable(encoded.error().message));
+        return {};
+    }
+    return encoded.value().value(J::kData).toByteArray();
+}
+
+bool Utils::changePngCompression(const QString &source, const QString &destination, float comprFactor)
+{
+    AtomicFile output(destination);
+    Status s = ImageWorker::writeInto(output, J::kConvert,
+                                      {{J::kCode, qint64(ImageTypeCode::PNG)}, {J::kPngLevel, double(comprFactor)}}, source);
+    if (s.ok())
+        s = output.commit(AtomicFile::Mode::Replace);
+    if (!s.ok())
+        qWarning("%s", qPrintable(s.error().message));
+    return s.ok();
+}
