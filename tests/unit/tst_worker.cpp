@@ -1,0 +1,378 @@
+// The image worker: its protocol (framing, versions, truncated and broken frames, an unknown job),
+// a crash in the middle of a batch, the memory and time limits, cancel while it is busy, idle exit,
+// a missing or unusable worker program, and damaged files that fail every time while they stream.
+
+#include "ImageFixtures.h"
+#include "TestTree.h"
+
+#include "images/ImageTypeCode.h"
+#include "images/codecs/VipsSupport.h"
+#include "images/jobs/ConvertJob.h"
+#include "images/jobs/ResizeJob.h"
+#include "worker/Jobs.h"
+#include "worker/Protocol.h"
+#include "worker/WorkerPool.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTest>
+
+#include <signal.h>
+
+namespace {
+
+const QString kRealWorker = QStringLiteral(QD_WORKER_BINARY);
+const QString kTestWorker = QStringLiteral(QD_TEST_WORKER_BINARY);
+
+template <typename Job>
+void runToEnd(Job &job, int ms = 60000)
+{
+    QSignalSpy finished(&job, &ImageBatchJob::finished);
+    job.start();
+    QVERIFY(finished.wait(ms));
+    QCOMPARE(finished.size(), 1);
+}
+
+ConvertJob::Request toJpeg(const QStringList &paths, const QString &folder)
+{
+    ConvertJob::Request r;
+    r.paths = paths;
+    r.multiFiles = true;
+    r.folder = folder;
+    r.srcImgPath = paths.value(0);
+    r.tag = 2;
+    return r;
+}
+
+QStringList leftovers(const QString &folder)
+{
+    return QDir(folder).entryList({QStringLiteral(".quaydrop-*")}, QDir::Files | QDir::Hidden);
+}
+
+bool processExists(qint64 pid) { return ::kill(pid_t(pid), 0) == 0; }
+
+// A PNG that any reader takes, with a marker for the test worker after its end.
+QByteArray markedPng(const char *marker)
+{
+    return ImageFixtures::encoded(ImageFixtures::picture(30, 20), "png") + QByteArray(marker);
+}
+
+} // namespace
+
+class WorkerTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void init() { useWorker(kRealWorker); }
+    void cleanupTestCase() { useWorker(kRealWorker); }
+
+    void framesRoundTrip_data();
+    void framesRoundTrip();
+    void brokenFrames_data();
+    void brokenFrames();
+    void anotherVersionIsRefused();
+    void anUnknownJobIsAnswered();
+    void aCrashFailsOneItemAndTheBatchGoesOn();
+    void aBombFailsWithinTheMemoryLimit();
+    void aHangingWorkerIsKilledAtTheTimeLimit();
+    void cancelWhileBusyKillsTheWorker();
+    void idleWorkersGo();
+    void aWorkerThatLeftIsReplaced();
+    void aMissingWorkerIsToldAtTheFirstImageAction_data();
+    void aMissingWorkerIsToldAtTheFirstImageAction();
+    void damagedFilesFailEveryTimeWhileStreaming_data();
+    void damagedFilesFailEveryTimeWhileStreaming();
+
+private:
+    static void useWorker(const QString &program, WorkerLimits limits = {})
+    {
+        WorkerPool::shared().closeIdle();
+        WorkerPool::shared().configure({program, limits, 0});
+    }
+    TestTree m_tree;
+};
+
+void WorkerTest::framesRoundTrip_data()
+{
+    QTest::addColumn<QCborMap>("message");
+    QTest::newRow("hello") << WorkerProtocol::hello();
+    QTest::newRow("request with a path of bytes")
+        << WorkerProtocol::request(7, QStringLiteral("probe"), {{WorkerJobs::kSource, QCborValue(QByteArray("/tmp/caf\xe9.png"))}});
+    QTest::newRow("pixels") << QCborMap{{WorkerJobs::kImage, WorkerProtocol::image(ImageFixtures::picture(33, 7, true))}};
+}
+
+void WorkerTest::framesRoundTrip()
+{
+    QFETCH(QCborMap, message);
+    QByteArray stream = WorkerProtocol::frame(message) + WorkerProtocol::frame(WorkerProtocol::bye());
+    // Byte by byte, as a socket may hand them over: nothing is taken before a frame is whole.
+    QByteArray buffer;
+    QList<QCborMap> got;
+    for (char c : std::as_const(stream)) {
+        buffer.append(c);
+        const auto parsed = WorkerProtocol::takeFrame(buffer);
+        QVERIFY(parsed.state != WorkerProtocol::Parse::Bad);
+        if (parsed.state == WorkerProtocol::Parse::Ok)
+            got.append(parsed.message);
+    }
+    QCOMPARE(got.size(), 2);
+    QCOMPARE(got.first(), message);
+    QVERIFY(WorkerProtocol::isBye(got.last()));
+    QVERIFY(buffer.isEmpty());
+    if (message.contains(WorkerJobs::kImage)) {
+        const QImage back = WorkerProtocol::imageFrom(got.first().value(WorkerJobs::kImage));
+        QCOMPARE(back, ImageFixtures::picture(33, 7, true));
+    }
+    if (message.contains(QStringLiteral("args")))
+        QCOMPARE(WorkerProtocol::pathFrom(WorkerProtocol::argumentsOf(got.first()).value(WorkerJobs::kSource)).toUtf8().size() > 0,
+                 true);
+}
+
+void WorkerTest::brokenFrames_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<int>("state");
+    const QByteArray whole = WorkerProtocol::frame(WorkerProtocol::hello());
+    QTest::newRow("a truncated frame waits") << whole.left(whole.size() - 1) << int(WorkerProtocol::Parse::Incomplete);
+    QTest::newRow("half a length waits") << whole.left(2) << int(WorkerProtocol::Parse::Incomplete);
+    QTest::newRow("a length past any message") << QByteArray("\x7f\xff\xff\xff", 4) << int(WorkerProtocol::Parse::Bad);
+    QTest::newRow("no CBOR") << QByteArray("\x00\x00\x00\x02\xff\xff", 6) << int(WorkerProtocol::Parse::Bad);
+    QTest::newRow("CBOR but no map") << QByteArray("\x00\x00\x00\x01\x05", 5) << int(WorkerProtocol::Parse::Bad);
+}
+
+void WorkerTest::brokenFrames()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(int, state);
+    QByteArray buffer = bytes;
+    QCOMPARE(int(WorkerProtocol::takeFrame(buffer).state), state);
+    if (state == int(WorkerProtocol::Parse::Incomplete))
+        QCOMPARE(buffer, bytes);
+}
+
+void WorkerTest::anotherVersionIsRefused()
+{
+    // The test worker's hello names the version it is told to.
+    qputenv("QUAYDROP_TEST_WORKER_VERSION", "99");
+    const auto other = WorkerConnection::start(kTestWorker, WorkerLimits());
+    qunsetenv("QUAYDROP_TEST_WORKER_VERSION");
+    QVERIFY(!other.ok());
+    QCOMPARE(other.error().message, QStringLiteral("the image worker speaks version 99; this program needs 1"));
+    QVERIFY(WorkerConnection::start(kTestWorker, WorkerLimits()).ok());
+}
+
+void WorkerTest::anUnknownJobIsAnswered()
+{
+    const auto reply = WorkerPool::shared().call(QStringLiteral("paint a sunset"), {});
+    QVERIFY(reply.ok());
+    QVERIFY(!WorkerProtocol::succeeded(reply.value()));
+    QCOMPARE(WorkerProtocol::errorOf(reply.value()).message, QStringLiteral("unknown job: paint a sunset"));
+    // The worker stays and takes the next request.
+    const QString png = m_tree.path() + QStringLiteral("/after-unknown.png");
+    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(12, 9), "png")));
+    const auto probed = WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}});
+    QVERIFY(probed.ok() && WorkerProtocol::succeeded(probed.value()));
+    QCOMPARE(probed.value().value(WorkerJobs::kWidth).toInteger(), 12);
+}
+
+void WorkerTest::aCrashFailsOneItemAndTheBatchGoesOn()
+{
+    useWorker(kTestWorker);
+    TestTree tree;
+    QStringList paths;
+    for (const char *name : {"a", "b", "c"}) {
+        paths.append(tree.path() + QChar('/') + QLatin1String(name) + QStringLiteral(".png"));
+        QVERIFY(ImageFixtures::write(paths.last(), qstrcmp(name, "b") == 0 ? markedPng("QUAYDROP-TEST-ABORT")
+                                                                            : markedPng("")));
+    }
+    ConvertJob job(toJpeg(paths, tree.path()));
+    runToEnd(job);
+    QCOMPARE(job.written(), QStringList({tree.path() + QStringLiteral("/a.jpg"), tree.path() + QStringLiteral("/c.jpg")}));
+    QCOMPARE(job.failures().size(), 1);
+    QCOMPARE(job.failures().first().message, paths.at(1) + QStringLiteral(": could not be read: the decoder stopped"));
+    QVERIFY(!QFile::exists(tree.path() + QStringLiteral("/b.jpg")));
+    QVERIFY(leftovers(tree.path()).isEmpty());
+    // The next batch works with a fresh worker.
+    ConvertJob again(toJpeg({paths.at(0)}, tree.path()));
+    runToEnd(again);
+    QCOMPARE(again.written().size(), 1);
+}
+
+void WorkerTest::aBombFailsWithinTheMemoryLimit()
+{
+    WorkerLimits small;
+    small.memoryBytes = qint64(256) << 20;
+    useWorker(kRealWorker, small);
+    TestTree tree;
+    // A photo turned by its EXIF tag is decoded whole: 12,000 x 12,000 pixels need 432 MB, from a file
+    // of a few hundred kilobytes.
+    VipsSupport::ensureStarted();
+    const QByteArray black = VipsSupport::takeBlob(vips::VImage::black(12000, 12000, vips::VImage::option()->set("bands", 3))
+                                                        .jpegsave_buffer(vips::VImage::option()->set("Q", 50)));
+    const QString bomb = tree.path() + QStringLiteral("/bomb.jpg");
+    const QString fine = tree.path() + QStringLiteral("/fine.png");
+    QVERIFY(ImageFixtures::write(bomb, ImageFixtures::withOrientation(black, 6)));
+    QVERIFY(ImageFixtures::write(fine, ImageFixtures::encoded(ImageFixtures::picture(40, 30), "png")));
+    ConvertJob job(toJpeg({bomb, fine}, tree.path()));
+    runToEnd(job);
+    QCOMPARE(job.failures().size(), 1);
+    QVERIFY2(job.failures().first().message.startsWith(bomb + QStringLiteral(": ")), qPrintable(job.failures().first().message));
+    QCOMPARE(job.written(), QStringList{tree.path() + QStringLiteral("/fine.jpg")});
+    QVERIFY(!QFile::exists(tree.path() + QStringLiteral("/bomb 1.jpg")));
+    QVERIFY(leftovers(tree.path()).isEmpty());
+}
+
+void WorkerTest::aHangingWorkerIsKilledAtTheTimeLimit()
+{
+    WorkerLimits quick;
+    quick.secondsPerItem = 1;
+    useWorker(kTestWorker, quick);
+    TestTree tree;
+    const QString hang = tree.path() + QStringLiteral("/hang.png");
+    QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
+    ConvertJob job(toJpeg({hang}, tree.path()));
+    runToEnd(job);
+    QCOMPARE(job.failures().size(), 1);
+    QVERIFY2(job.failures().first().message.contains(QStringLiteral("took longer than 1 seconds")),
+             qPrintable(job.failures().first().message));
+    QVERIFY(job.written().isEmpty());
+    QVERIFY(leftovers(tree.path()).isEmpty());
+    QCOMPARE(WorkerPool::shared().liveWorkers(), 0);
+}
+
+void WorkerTest::cancelWhileBusyKillsTheWorker()
+{
+    useWorker(kTestWorker);
+    TestTree tree;
+    const QString hang = tree.path() + QStringLiteral("/hang.png");
+    const QString after = tree.path() + QStringLiteral("/after.png");
+    QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
+    QVERIFY(ImageFixtures::write(after, markedPng("")));
+    ConvertJob job(toJpeg({hang, after}, tree.path()));
+    QSignalSpy finished(&job, &ImageBatchJob::finished);
+    job.start();
+    QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
+    const qint64 pid = WorkerPool::shared().workerPids().first();
+    QTest::qWait(300);
+    QElapsedTimer clock;
+    clock.start();
+    job.cancel();
+    QVERIFY(finished.wait(5000));
+    // 200 ms for the worker to answer, then it is killed; the job ends at once after that.
+    QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
+    QCOMPARE(finished.size(), 1);
+    QVERIFY(job.written().isEmpty());
+    QVERIFY(leftovers(tree.path()).isEmpty());
+    QTRY_VERIFY(!processExists(pid));
+    ConvertJob next(toJpeg({after}, tree.path()));
+    runToEnd(next);
+    QCOMPARE(next.written().size(), 1);
+}
+
+void WorkerTest::idleWorkersGo()
+{
+    WorkerLimits brief;
+    brief.idleSeconds = 1;
+    useWorker(kRealWorker, brief);
+    const QString png = m_tree.path() + QStringLiteral("/idle.png");
+    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(5, 5), "png")));
+    QVERIFY(WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}}).ok());
+    QCOMPARE(WorkerPool::shared().liveWorkers(), 1);
+    const qint64 pid = WorkerPool::shared().workerPids().first();
+    QVERIFY(processExists(pid));
+    QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().liveWorkers(), 0, 5000);
+    // Closed and reaped: no process, not even a zombie.
+    QVERIFY(!processExists(pid));
+}
+
+void WorkerTest::aWorkerThatLeftIsReplaced()
+{
+    // A worker that says bye on its own (its idle time is shorter than the program's) is replaced and
+    // the request goes to the new one.
+    WorkerLimits limits;
+    limits.idleSeconds = -4; // the worker's own is this plus five seconds: one
+    WorkerPool pool({kRealWorker, limits, 1});
+    const QString png = m_tree.path() + QStringLiteral("/left.png");
+    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(6, 4), "png")));
+    const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(png)}};
+    QVERIFY(pool.call(QString(WorkerJobs::kProbe), args).ok());
+    QTest::qWait(1600);
+    const auto again = pool.call(QString(WorkerJobs::kProbe), args);
+    QVERIFY2(again.ok(), qPrintable(again.ok() ? QString() : again.error().message));
+    QCOMPARE(again.value().value(WorkerJobs::kHeight).toInteger(), 4);
+}
+
+void WorkerTest::aMissingWorkerIsToldAtTheFirstImageAction_data()
+{
+    QTest::addColumn<bool>("exists");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("missing") << false << QStringLiteral("No such file or directory");
+    QTest::newRow("not executable") << true << QStringLiteral("Permission denied");
+}
+
+void WorkerTest::aMissingWorkerIsToldAtTheFirstImageAction()
+{
+    QFETCH(bool, exists);
+    QFETCH(QString, reason);
+    const QString program = m_tree.path() + QStringLiteral("/no-worker");
+    QFile::remove(program);
+    if (exists)
+        QVERIFY(ImageFixtures::write(program, "#!/bin/false\n")); // mode 0644: not executable
+    useWorker(program);
+    TestTree tree;
+    const QString png = tree.path() + QStringLiteral("/p.png");
+    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(20, 20), "png")));
+    ResizeJob job({{png, "10", "10", tree.path() + QStringLiteral("/p_10x10.png"), {}}});
+    runToEnd(job);
+    QCOMPARE(job.failures().size(), 1);
+    const QString message = job.failures().first().message;
+    QVERIFY2(message.contains(QStringLiteral("the image worker cannot be started")) && message.contains(reason), qPrintable(message));
+    QVERIFY(leftovers(tree.path()).isEmpty());
+}
+
+void WorkerTest::damagedFilesFailEveryTimeWhileStreaming_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("name");
+    // Large enough that the decoder streams it in many strips across its threads.
+    const QImage big = ImageFixtures::picture(1600, 1200);
+    const QByteArray png = ImageFixtures::encoded(big, "png");
+    const QByteArray jpeg = ImageFixtures::encoded(big, "jpeg");
+    QTest::newRow("PNG cut in half") << png.left(png.size() / 2) << "cut.png";
+    QTest::newRow("PNG with damaged data") << ImageFixtures::damagedPng(big) << "damaged.png";
+    QByteArray late = png;
+    for (qsizetype i = late.size() * 3 / 4; i < late.size() * 3 / 4 + 64; ++i)
+        late[i] = char(late[i] ^ 0x5A);
+    QTest::newRow("PNG damaged near its end") << late << "late.png";
+    QTest::newRow("JPEG cut in half") << jpeg.left(jpeg.size() / 2) << "cut.jpg";
+    VipsSupport::ensureStarted();
+    const auto v = VipsSupport::fromQImage(big);
+    const QByteArray jp2 = VipsSupport::takeBlob(v.value().jp2ksave_buffer());
+    QTest::newRow("JPEG 2000 cut in half") << jp2.left(jp2.size() / 2) << "cut.jp2";
+}
+
+void WorkerTest::damagedFilesFailEveryTimeWhileStreaming()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, name);
+    TestTree tree;
+    const QString bad = tree.path() + QChar('/') + name;
+    QVERIFY(ImageFixtures::write(bad, content));
+    for (int run = 0; run < 10; ++run) {
+        ConvertJob convert(toJpeg({bad}, tree.path()));
+        runToEnd(convert);
+        QVERIFY2(convert.written().isEmpty(), qPrintable(QStringLiteral("run %1 wrote %2").arg(run).arg(convert.written().join(' '))));
+        QCOMPARE(convert.failures().size(), 1);
+        ResizeJob resize({{bad, "160", "120", tree.path() + QStringLiteral("/small.png"), {}}});
+        runToEnd(resize);
+        QVERIFY2(resize.written().isEmpty(), qPrintable(QStringLiteral("run %1").arg(run)));
+        QVERIFY(resize.failures().first().message.startsWith(bad + QStringLiteral(": ")));
+    }
+    QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden), QStringList{name});
+}
+
+QTEST_MAIN(WorkerTest)
+#include "tst_worker.moc"
