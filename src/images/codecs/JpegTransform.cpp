@@ -29,7 +29,7 @@ int tjOp(Op op)
 }
 
 
-Result<QByteArray> transformed(const QByteArray &jpeg, Op op)
+Result<QByteArray> transformedHere(const QByteArray &jpeg, Op op)
 {
     tjhandle handle = tjInitTransform();
     if (!handle)
@@ -55,7 +55,7 @@ Result<QCborMap> jpegTransform(const QCborMap &a, const JobContext &)
     const int op = int(a.value(J::kOperation).toInteger());
     if (op < int(Op::None) || op > int(Op::Rotate270))
         return ImageErrors::make(QString(), QStringLiteral("no such JPEG transform: %1").arg(op));
-    auto out = transformed(a.value(J::kData).toByteArray(), Op(op));
+    auto out = transformedHere(a.value(J::kData).toByteArray(), Op(op));
     if (!out.ok())
         return out.error();
     return QCborMap{{J::kData, out.value()}};
