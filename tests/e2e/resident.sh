@@ -26,6 +26,11 @@ pass "temp folder private, switch on"
 
 sleep 1
 kill -0 "$pid" 2>/dev/null || fail "did not stay resident"
+# Decoders live in the image worker: none is mapped into the resident program before an image action.
+decoders=$(grep -oE '/[^ ]*lib(vips|poppler|MagickCore|openjp2|turbojpeg|heif)[^ /]*\.so[^ ]*' "/proc/$pid/maps" | sort -u || true)
+[ -z "$decoders" ] || fail "decoder libraries mapped in the resident program: $decoders"
+pgrep -f "quaydrop-worker" -P "$pid" >/dev/null && fail "a worker was started before any image action"
+pass "no decoder library mapped and no worker running at rest"
 
 second_log="$E2E_HOME/second.log"
 timeout 10 "$BIN" 2>"$second_log" || fail "second start failed: $(cat "$second_log")"
@@ -45,4 +50,4 @@ wait "$pid" && status=0 || status=$?
 [ "$status" = 0 ] || fail "exit status $status after SIGTERM"
 [ -z "$(ls -A "$temp")" ] || fail "temp folder not emptied at stop: $(ls -A "$temp")"
 pass "SIGTERM stops it cleanly and empties the temp folder"
-echo "5 passed, 0 failed"
+echo "6 passed, 0 failed"
