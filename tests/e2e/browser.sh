@@ -70,12 +70,9 @@ window=$(xdotool search --sync --onlyvisible --class "$class" | tail -1)
 xdotool windowmove "$window" 40 40
 sleep 2 # the page painted
 
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+write_conf
 log="$E2E_HOME/quaydrop.log"
-QT_LOGGING_RULES="quaydrop.window.debug=true;quaydrop.drag.debug=true" "$BIN" 2>"$log" &
-pid=$!
-wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"
 
 # At once: the first drag after the start, from the middle of the picture, downward as a hand goes.
 eval "$(xdotool getwindowgeometry --shell "$window")"
@@ -88,16 +85,11 @@ done
 grep -q "panel 111 shown" "$log" || { cat "$log"; fail "the first drag of an image out of $BROWSER raised nothing"; }
 sleep 0.4
 grep -q "the drag offers nothing the window takes" "$log" && { cat "$log"; fail "the image out of $BROWSER was refused"; }
-read -r wx wy <<<"$(xwininfo -name "Quaydrop drop window" | awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} END {print x, y}')"
+read -r wx wy _ <<<"$(window_geometry)"
 pass "the first drag of an image out of $BROWSER raises the drop window"
 
 # Onto the window's own target, and let go.
-eval "$(xdotool getmouselocation --shell)"
-tx=$((wx + 45)) ty=$((wy + 28))
-for i in $(seq 10); do
-  xdotool mousemove_relative -- $(((tx - X) * i / 10 - (tx - X) * (i - 1) / 10)) $(((ty - Y) * i / 10 - (ty - Y) * (i - 1) / 10))
-  sleep 0.04
-done
+glide_to $((wx + 45)) $((wy + 28))
 sleep 0.4
 xdotool mousemove_relative -- 1 1
 sleep 0.3

@@ -9,8 +9,7 @@ private_home
 trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 pid= src=
 screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+write_conf
 log="$E2E_HOME/quaydrop.log"
 out="$E2E_HOME/source.out"
 
@@ -26,19 +25,11 @@ window_top=$((screen_h - 400 - 90))
 # The quick-move target is the upper of the two rows below the window's own target.
 drag_onto 600 $((window_top + 63)) --files "$files/notes.txt"
 wait_for "$log" "quick-move picker shown" 5 || { cat "$log"; fail "no quick-move picker"; }
+[ "$(window_geometry | cut -d' ' -f3,4)" = "210 300" ] || fail "the picker's window is not 210x300: $(window_geometry)"
 sleep 0.5
 # First row, its subfolders (Archive, Inbox), the second of them.
-xdotool key Down
-sleep 0.2
-xdotool key Right
-sleep 1
-xdotool key Down
-sleep 0.2
-xdotool key Down
-sleep 0.2
-xdotool key Return
-for _ in $(seq 50); do [ -f "$files/Target/Inbox/notes.txt" ] && break; sleep 0.1; done
-[ -f "$files/Target/Inbox/notes.txt" ] || { cat "$log"; fail "the file did not arrive in the chosen subfolder"; }
+for key in Down Right Down Down Return; do xdotool key $key; sleep 0.7; done
+wait_until 5 test -f "$files/Target/Inbox/notes.txt" || { cat "$log"; fail "the file did not arrive in the chosen subfolder"; }
 [ ! -e "$files/notes.txt" ] || fail "the moved file is still at its source"
 [ "$(cat "$files/Target/Inbox/notes.txt")" = notes ] || fail "the file arrived changed"
 pass "a drop, the picker, a subfolder from the popup: the file arrives"
@@ -47,8 +38,7 @@ stop_both
 # The same list in a window of its own.
 "$BIN" --destinations 2>"$E2E_HOME/manager.log" &
 pid=$!
-for _ in $(seq 50); do xdotool search --onlyvisible --name '^Destinations$' >/dev/null 2>&1 && break; sleep 0.1; done
-xdotool search --onlyvisible --name '^Destinations$' >/dev/null 2>&1 || { cat "$E2E_HOME/manager.log"; fail "quaydrop --destinations opened no window"; }
+wait_until 5 has_window '^Destinations$' || { cat "$E2E_HOME/manager.log"; fail "quaydrop --destinations opened no window"; }
 kill "$pid"
 pass "quaydrop --destinations opens the destination manager"
 echo "3 passed, 0 failed"

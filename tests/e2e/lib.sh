@@ -14,6 +14,58 @@ private_home() {
   mkdir -p -m 0700 "$XDG_RUNTIME_DIR"
 }
 
+# The settings file, past the first start's questions (the login question would sit where the drop
+# window opens); each argument is one more line of it. conf names it.
+write_conf() {
+  conf="$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+  mkdir -p "$(dirname "$conf")"
+  printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$conf"
+  local line
+  for line in "$@"; do echo "$line" >>"$conf"; done
+}
+
+# start_quaydrop [LOGGING_RULES]: $BIN in the background, its log in $log, its process in pid.
+start_quaydrop() {
+  QT_LOGGING_RULES="${1:-}" "$BIN" 2>"$log" &
+  pid=$!
+  wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+}
+stop_quaydrop() {
+  kill -TERM "$pid"
+  wait_gone "$pid" 10 || fail "did not stop"
+}
+
+# wait_until SECONDS COMMAND...: true as soon as COMMAND is.
+wait_until() {
+  local n=$(($1 * 10))
+  shift
+  for _ in $(seq "$n"); do "$@" && return 0; sleep 0.1; done
+  return 1
+}
+has_window() { xdotool search --onlyvisible --name "$1" >/dev/null 2>&1; }
+
+# How often the drop target was shown, by $log; raised_since N: more often than N.
+shown_count() { grep -c "panel 111 shown" "$log" 2>/dev/null || true; }
+raised_since() { [ "$(shown_count)" -gt "$1" ]; }
+
+# The drop window as "x y width height map-state".
+window_geometry() {
+  xwininfo -name "Quaydrop drop window" 2>/dev/null |
+    awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} /Map State/ {m=$3}
+         END {print x, y, w, h, m}'
+}
+window_shown() { [ "$(window_geometry | cut -d' ' -f5)" = IsViewable ]; }
+
+# glide_to X Y: the pointer there in ten steps, as a hand moves during a drag.
+glide_to() {
+  eval "$(xdotool getmouselocation --shell)"
+  local i
+  for i in $(seq 10); do
+    xdotool mousemove_relative -- $((($1 - X) * i / 10 - ($1 - X) * (i - 1) / 10)) $((($2 - Y) * i / 10 - ($2 - Y) * (i - 1) / 10))
+    sleep 0.04
+  done
+}
+
 # wait_for FILE TEXT SECONDS
 wait_for() {
   for _ in $(seq $(($3 * 10))); do
@@ -38,9 +90,7 @@ wait_gone() {
 drag_onto() { # x, y, source arguments...
   local x=$1 y=$2; shift 2
   : >"$out"
-  QT_LOGGING_RULES="quaydrop.window.debug=true" QUAYDROP_SHOW_DROP_WINDOW_AT=600,400 "$BIN" 2>"$log" &
-  pid=$!
-  wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+  QUAYDROP_SHOW_DROP_WINDOW_AT=600,400 start_quaydrop "quaydrop.window.debug=true"
   wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "the drop target did not show"; }
   "$SOURCE" "$@" >"$out" 2>/dev/null &
   src=$!
@@ -58,7 +108,6 @@ drag_onto() { # x, y, source arguments...
 
 stop_both() {
   kill "$src" 2>/dev/null || true
-  kill -TERM "$pid"
-  wait_gone "$pid" 10 || fail "did not stop"
+  stop_quaydrop
 }
 

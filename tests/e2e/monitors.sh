@@ -65,17 +65,11 @@ xrandr --setmonitor LEFT 1024/271x768/203+0+0 "$output" >/dev/null
 xrandr --setmonitor RIGHT 1024/271x768/203+1024+0 none >/dev/null
 [ "$(xrandr --listmonitors | head -1)" = "Monitors: 2" ] || fail "xrandr did not make two monitors: $(xrandr --listmonitors)"
 
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+write_conf
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 log="$E2E_HOME/quaydrop.log"
 out="$E2E_HOME/source.out"
 
-window_geometry() {
-  xwininfo -name "Quaydrop drop window" 2>/dev/null |
-    awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} /Map State/ {m=$3}
-         END {print x, y, w, h, m}'
-}
 # The monitor a point is on, as "left right" edges.
 monitor_of() { if [ "$1" -lt 1024 ]; then echo "0 1024"; else echo "1024 2048"; fi; }
 scale_of() { if [ "$1" -lt 1024 ]; then echo 1; else echo "$right_scale"; fi; }
@@ -95,14 +89,14 @@ drag_from() { # what, x, y, dx, dy
   local what=$1
   xdotool windowmove "$source_window" $(($2 - 60)) $(($3 - 60))
   sleep 0.3
-  local raised=$(grep -c "panel 111 shown" "$log" || true)
+  local raised=$(shown_count)
   xdotool mousemove "$2" "$3" mousedown 1
   for _ in $(seq 30); do
     xdotool mousemove_relative -- "$4" "$5"
     sleep 0.04
-    [ "$(grep -c "panel 111 shown" "$log" || true)" -gt "$raised" ] && break
+    raised_since "$raised" && break
   done
-  [ "$(grep -c "panel 111 shown" "$log" || true)" -gt "$raised" ] || { cat "$log"; fail "$what: the drag raised nothing"; }
+  raised_since "$raised" || { cat "$log"; fail "$what: the drag raised nothing"; }
   sleep 0.15
   eval "$(xdotool getmouselocation --shell)"
   read -r x y w h state <<<"$(window_geometry)"
@@ -124,16 +118,13 @@ end_and_wander() { # what, dx, dy
   for _ in $(seq 50); do [ "$(grep -c dropped "$out" || true)" -gt "$drops" ] && break; sleep 0.1; done
   for _ in $(seq 6); do xdotool mousemove_relative -- "$2" "$3"; sleep 0.05; done
   sleep 0.2
-  read -r _ _ _ _ state <<<"$(window_geometry)"
-  [ "$state" != IsViewable ] || fail "$1: the window stayed although the pointer went far away"
+  ! window_shown || fail "$1: the window stayed although the pointer went far away"
 }
 
 run_pass() { # scale of RIGHT
   right_scale=$1
   : >"$log"
-  QT_SCREEN_SCALE_FACTORS="LEFT=1;RIGHT=$right_scale" QT_LOGGING_RULES="quaydrop.window.debug=true" "$BIN" 2>"$log" &
-  pid=$!
-  wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+  QT_SCREEN_SCALE_FACTORS="LEFT=1;RIGHT=$right_scale" start_quaydrop "quaydrop.window.debug=true"
   : >"$out"
   "$SOURCE" --files "$E2E_HOME/notes.txt" >"$out" 2>/dev/null &
   src=$!
@@ -173,12 +164,10 @@ run_pass() { # scale of RIGHT
   for _ in $(seq 50); do [ "$(grep -c dropped "$out" || true)" -gt "$drops" ] && break; sleep 0.1; done
   xdotool mousemove_relative -- 0 2
   sleep 0.3
-  read -r _ _ _ _ state <<<"$(window_geometry)"
-  [ "$state" = IsViewable ] || fail "the window closed with the pointer 20 pixels beside it on the other monitor ($at)"
+  window_shown || fail "the window closed with the pointer 20 pixels beside it on the other monitor ($at)"
   for _ in $(seq 6); do xdotool mousemove_relative -- -60 0; sleep 0.05; done
   sleep 0.2
-  read -r _ _ _ _ state <<<"$(window_geometry)"
-  [ "$state" != IsViewable ] || fail "the window stayed with the pointer far away on the other monitor ($at)"
+  ! window_shown || fail "the window stayed with the pointer far away on the other monitor ($at)"
   pass "across the boundary the window stays within the margin and closes beyond it ($at)"
 
   # Across the boundary and back, then a drop at RIGHT's far edge: the panel opens on RIGHT.
@@ -187,11 +176,7 @@ run_pass() { # scale of RIGHT
   for _ in $(seq 10); do xdotool mousemove_relative -- -100 0; sleep 0.03; done
   eval "$(xdotool getmouselocation --shell)"
   [ "$X" -lt 1024 ] || fail "the drag did not cross to LEFT"
-  tx=$((x + w / 2)) ty=$((y + h / 3))
-  for i in 1 2 3 4 5 6 7 8 9 10; do
-    xdotool mousemove_relative -- $(((tx - X) * i / 10 - (tx - X) * (i - 1) / 10)) $(((ty - Y) * i / 10 - (ty - Y) * (i - 1) / 10))
-    sleep 0.03
-  done
+  glide_to $((x + w / 2)) $((y + h / 3))
   sleep 0.3
   xdotool mousemove_relative -- 1 1
   sleep 0.2
@@ -203,9 +188,7 @@ run_pass() { # scale of RIGHT
   check_on_monitor "the panel" 1990 300
   pass "a drop after crossing the boundary opens the panel on RIGHT, inside its edge ($at)"
 
-  kill "$src" 2>/dev/null || true
-  kill -TERM "$pid"
-  wait_gone "$pid" 10 || fail "did not stop"
+  stop_both
 }
 
 run_pass 1

@@ -6,14 +6,9 @@ BIN=$1
 private_home
 trap 'kill $pid 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 
-# A switch left off in the last session is on again after launch.
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nkQuaydropIsOffKey=false\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
-
+write_conf kQuaydropIsOffKey=false # left off in the last session: on again after launch
 log="$E2E_HOME/first.log"
-"$BIN" 2>"$log" &
-pid=$!
-wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+start_quaydrop
 grep -q "no system tray is running" "$log" || fail "the missing tray host was not reported"
 [ "$(grep -c 'no system tray' "$log")" = 1 ] || fail "the missing tray host was reported more than once"
 pass "started without a tray host and said so"
@@ -21,7 +16,7 @@ pass "started without a tray host and said so"
 temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"
 [ -d "$temp" ] || fail "temp folder not created at launch"
 [ "$(stat -c %a "$temp")" = 700 ] || fail "temp folder is not private"
-grep -q 'kQuaydropIsOffKey=true' "$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf" || fail "switch not reset to on"
+grep -q 'kQuaydropIsOffKey=true' "$conf" || fail "switch not reset to on"
 pass "temp folder private, switch on"
 
 sleep 1
@@ -39,8 +34,7 @@ wait_for "$log" "a second start was passed to this process" 5 || fail "first did
 [ "$(pgrep -c -f "^$BIN\$" || true)" -le 1 ] || fail "a second process stayed"
 pass "a second start reaches the first and leaves"
 # No tray to click: the second start is the way to the options, as a window of its own.
-for _ in $(seq 50); do xdotool search --onlyvisible --name '^Quaydrop options$' >/dev/null 2>&1 && break; sleep 0.1; done
-xdotool search --onlyvisible --name '^Quaydrop options$' >/dev/null 2>&1 || fail "the options did not open as a window"
+wait_until 5 has_window '^Quaydrop options$' || fail "the options did not open as a window"
 pass "without a tray a second start opens the options"
 
 mkdir -p "$temp/promised-drop" && echo data >"$temp/promised-drop/file.png" && touch "$temp/.hidden"

@@ -4,8 +4,7 @@
 source "$(dirname "$0")/lib.sh"
 BIN=$1
 private_home
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+write_conf
 xvfbs=() apps=()
 trap 'kill "${apps[@]}" 2>/dev/null || true; kill "${xvfbs[@]}" 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 

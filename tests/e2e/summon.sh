@@ -7,25 +7,9 @@ BIN=$1
 SOURCE=$2
 private_home
 trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
-conf="$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
-mkdir -p "$(dirname "$conf")"
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 log="$E2E_HOME/quaydrop.log"
-
-start() {
-  QT_LOGGING_RULES="quaydrop.window.debug=true;quaydrop.drag.debug=true" "$BIN" 2>"$log" &
-  pid=$!
-  wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
-}
-
-stop() {
-  kill -TERM "$pid"
-  wait_gone "$pid" 10 || fail "did not stop"
-}
-
-map_state() {
-  xwininfo -name "Quaydrop drop window" 2>/dev/null | awk '/Map State/ {print $3}'
-}
+start() { start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"; }
 
 # A whole drag of a file from the source; true when the program saw it start.
 drag_a_file() {
@@ -45,7 +29,7 @@ drag_a_file() {
 }
 
 # The source's windows carry the class "qd_dragsource", which no desktop file claims.
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$conf"
+write_conf
 mkdir -p "$XDG_DATA_HOME/com.velmora.Quaydrop"
 cat >"$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist" <<'PLIST'
 <?xml version="1.0" encoding="UTF-8"?>
@@ -56,10 +40,10 @@ start
 drag_a_file
 grep -q 'window under the pointer: .* of "qd_dragsource"' "$log" || { cat "$log"; fail "the source was not recognised"; }
 grep -q "panel 111 shown" "$log" && fail "a drag from an excluded application raised the window"
-stop
+stop_quaydrop
 pass "a drag from an application on the exclusion list raises nothing"
 
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\nkShowPanelHKEnabled=true\n' >"$conf"
+write_conf kShowPanelHKEnabled=true
 rm "$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist"
 start
 wait_for "$log" "hot key Ctrl+Alt+F opens the drop window" 5 || { cat "$log"; fail "the hot key was not grabbed"; }
@@ -72,27 +56,26 @@ sleep 0.2
 xdotool key ctrl+alt+f
 wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "the hot key did not open the window"; }
 sleep 0.2
-read -r x y w h <<<"$(xwininfo -name "Quaydrop drop window" |
-  awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} END {print x, y, w, h}')"
-[ "$(map_state)" = IsViewable ] || fail "the window is not on screen"
+read -r x y w h state <<<"$(window_geometry)"
+[ "$state" = IsViewable ] || fail "the window is not on screen"
 [ "$x" = 455 ] && [ $((y + h)) = 400 ] || fail "the window is at $x,$y ${w}x$h, not centred above the pointer at 500,400"
 pass "the hot key opens the window with its bottom edge at the pointer"
 
 for _ in 1 2 3 4 5; do xdotool mousemove_relative -- 80 60; sleep 0.05; done
 sleep 0.3
-[ "$(map_state)" = IsViewable ] || fail "in hot-key mode the waiting window closed when the pointer left"
+window_shown || fail "in hot-key mode the waiting window closed when the pointer left"
 xdotool key ctrl+alt+f
 sleep 0.5
-[ "$(map_state)" != IsViewable ] || fail "the hot key again did not close the window"
+! window_shown || fail "the hot key again did not close the window"
 pass "it stays when the pointer leaves, and the key again closes it"
 
 # Opened by the key, the window has the keyboard: Escape closes it.
 xdotool key ctrl+alt+f
-for _ in $(seq 20); do [ "$(map_state)" = IsViewable ] && break; sleep 0.1; done
+wait_until 2 window_shown
 sleep 0.3
 xdotool key Escape
 sleep 0.5
-[ "$(map_state)" != IsViewable ] || fail "Escape did not close the window the hot key opened"
-stop
+! window_shown || fail "Escape did not close the window the hot key opened"
+stop_quaydrop
 pass "the window the key opened takes the keyboard: Escape closes it"
 echo "5 passed, 0 failed"

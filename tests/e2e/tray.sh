@@ -7,15 +7,13 @@ BIN=$1
 command -v trayer >/dev/null || fail "trayer is missing (scripts/install-deps.sh installs it)"
 command -v xdotool >/dev/null || fail "xdotool is missing (scripts/install-deps.sh installs it)"
 private_home
-conf="$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
-mkdir -p "$(dirname "$conf")"
 trap 'kill $pid $tray $other 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 pid= other=
 
 trayer --edge top --align right --widthtype pixel --width 100 --heighttype pixel --height 26 \
   --SetDockType false --SetPartialStrut false --expand false 2>/dev/null &
 tray=$!
-for _ in $(seq 50); do xdotool search --classname trayer >/dev/null 2>&1 && break; sleep 0.1; done
+wait_until 5 sh -c 'xdotool search --classname trayer >/dev/null 2>&1'
 
 panel_visible() { xdotool search --onlyvisible --name '^Quaydrop options$' 2>/dev/null | head -1; }
 icon_window() { # the icon: our small window inside the tray's panel
@@ -24,20 +22,13 @@ icon_window() { # the icon: our small window inside the tray's panel
     [ "$WIDTH" -le 40 ] && [ "$Y" -le 26 ] && [ "$X" -ge 1180 ] && { echo "$w"; return; }
   done
 }
-wait_until() { # wait_until SECONDS COMMAND...
-  local n=$(($1 * 10)); shift
-  for _ in $(seq "$n"); do "$@" && return 0; sleep 0.1; done
-  return 1
-}
 has_panel() { [ -n "$(panel_visible)" ]; }
 no_panel() { [ -z "$(panel_visible)" ]; }
 has_icon() { [ -n "$(icon_window)" ]; }
 
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$conf"
+write_conf
 log="$E2E_HOME/first.log"
-"$BIN" 2>"$log" &
-pid=$!
-wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
+start_quaydrop
 ! grep -q "no system tray" "$log" || fail "the tray host was not found"
 wait_until 5 has_icon || fail "no icon in the tray"
 pass "the icon sits in the tray"
@@ -65,15 +56,12 @@ xdotool windowfocus --sync "$(xdotool search --name '^xmessage$' | head -1)"
 wait_until 5 no_panel || fail "the panel stayed when another window took the focus"
 pass "another window taking the focus closes it"
 
-kill "$pid"
-wait_gone "$pid" 10 || fail "did not stop on SIGTERM"
-pid=
+stop_quaydrop
 
 # Hidden by the user: no icon; a second start brings it back with the panel open.
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\nshouldHideStatusBarItem=true\n' >"$conf"
-"$BIN" 2>"$E2E_HOME/hidden.log" &
-pid=$!
-wait_for "$E2E_HOME/hidden.log" "quaydrop: running" 10 || fail "no start with the icon hidden"
+write_conf shouldHideStatusBarItem=true
+log="$E2E_HOME/hidden.log"
+start_quaydrop
 sleep 1
 has_icon && fail "the hidden icon showed"
 "$BIN" 2>"$E2E_HOME/again.log" || fail "the second start failed"

@@ -5,8 +5,7 @@
 source "$(dirname "$0")/lib.sh"
 BIN=$1 LOGIN1=$2
 private_home
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+write_conf
 bus= pid=
 trap 'kill $pid $bus 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
 
@@ -17,9 +16,7 @@ export DBUS_SYSTEM_BUS_ADDRESS=$(head -1 "$E2E_HOME/bus")
 [ -n "$DBUS_SYSTEM_BUS_ADDRESS" ] || fail "the private system bus did not start: $(cat "$E2E_HOME/bus.log")"
 
 log="$E2E_HOME/app.log"
-"$BIN" 2>"$log" &
-pid=$!
-wait_for "$log" "quaydrop: running" 20 || { cat "$log"; fail "no start"; }
+start_quaydrop
 grep -q "no system bus\|cannot listen for wake" "$log" && fail "did not listen on the private system bus: $(cat "$log")"
 
 temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"

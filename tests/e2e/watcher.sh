@@ -7,20 +7,10 @@ BIN=$1
 SOURCE=$2
 private_home
 trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
-mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+write_conf
 printf 'notes\n' >"$E2E_HOME/notes.txt"
-
 log="$E2E_HOME/quaydrop.log"
-QT_LOGGING_RULES="quaydrop.window.debug=true;quaydrop.drag.debug=true" "$BIN" 2>"$log" &
-pid=$!
-wait_for "$log" "quaydrop: running" 10 || { cat "$log"; fail "no start"; }
-
-window_geometry() {
-  xwininfo -name "Quaydrop drop window" 2>/dev/null |
-    awk '/Absolute upper-left X/ {x=$4} /Absolute upper-left Y/ {y=$4} /Width:/ {w=$2} /Height:/ {h=$2} /Map State/ {m=$3}
-         END {print x, y, w, h, m}'
-}
+start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"
 
 # Pressing and moving with no drag raises nothing: XdndSelection never changes hands.
 xdotool mousemove 600 500 mousedown 1
@@ -30,20 +20,21 @@ sleep 0.3
 grep -q "panel 111 shown" "$log" && fail "a press and move without a drag raised the window"
 pass "moving with the button down raises nothing"
 
+# A drag of a file from the source, downward in small steps as a hand moves, until the window is up
+# again (a loaded machine may start the source's drag late): it opens above the pointer.
 start_drag() {
   "$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
   src=$!
   wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
   sleep 0.3
+  local before=$(shown_count)
   xdotool mousemove 100 100 mousedown 1
-  # Downward, in small steps as a hand moves, until the window is up (a loaded machine may start the
-  # source's drag late): it opens above the pointer.
   for _ in $(seq 30); do
     xdotool mousemove_relative -- 1 4
     sleep 0.05
-    grep -q "panel 111 shown" "$log" && break
+    raised_since "$before" && break
   done
-  wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "a drag of a file did not raise the window"; }
+  wait_until 5 raised_since "$before" || { cat "$log"; fail "a drag of a file did not raise the window"; }
 }
 
 start_drag
@@ -66,18 +57,9 @@ wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "dropping on the raised 
 pass "dropping on it shows the document panel"
 kill "$src" 2>/dev/null || true
 
-# A drag that ends elsewhere leaves the window up until the pointer wanders off.
-"$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
-src=$!
-wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
-sleep 0.3
-raised_before=$(grep -c "panel 111 shown" "$log")
-xdotool mousemove 100 100 mousedown 1
-for _ in $(seq 30); do
-  xdotool mousemove_relative -- 1 4
-  sleep 0.05
-  [ "$(grep -c "panel 111 shown" "$log")" -gt "$raised_before" ] && break
-done
+# A new drag while the panel is up raises the window again; ending elsewhere leaves it up until the
+# pointer wanders off.
+start_drag
 sleep 0.2
 read -r x y w h state <<<"$(window_geometry)"
 [ "$state" = IsViewable ] || fail "a new drag while a panel was up did not raise the window again"
