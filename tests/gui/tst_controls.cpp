@@ -1,17 +1,13 @@
 // The program's own controls: the switch's click, drag and key rules and its knob, the integer
-// field's rule, the borderless buttons' colours, the hover button's pictures, and disabling by filter.
+// field's rule, the borderless buttons' colours, and disabling the controls below a view.
 
 #include "widgets/DisableSubviews.h"
-#include "widgets/controls/HoverBtn.h"
 #include "widgets/controls/ITSwitch.h"
-#include "widgets/controls/MDBorderlessWindow.h"
-#include "widgets/controls/MXButton.h"
 #include "widgets/controls/OnlyIntegerValueFormatter.h"
 #include "widgets/controls/RMBorderlessButton.h"
 #include "widgets/controls/SwitchGeometry.h"
 
 #include <QApplication>
-#include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -29,16 +25,24 @@ private Q_SLOTS:
     void switchDrags();
     void disabledSwitchIgnoresTheMouse();
     void switchKeys();
-    void switchIsACheckBoxToAssistiveTechnology();
     void integerField_data();
     void integerField();
     void dimmedColours_data();
     void dimmedColours();
-    void hoverButtonPictures();
-    void disablingByFilter();
-    void flatButtonSizeHasItsPadding();
-    void borderlessWindowFades();
+    void disablingControlsLeavesContainers();
 };
+
+namespace {
+// A shown switch of the panels' size.
+struct ShownSwitch : ITSwitch
+{
+    ShownSwitch()
+    {
+        resize(44, 26);
+        show();
+    }
+};
+} // namespace
 
 void ControlsTest::knobGeometry_data()
 {
@@ -70,9 +74,7 @@ void ControlsTest::knobGeometry()
 
 void ControlsTest::switchClickToggles()
 {
-    ITSwitch s;
-    s.resize(44, 26);
-    s.show();
+    ShownSwitch s;
     QSignalSpy action(&s, &ITSwitch::switched);
     QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
     QVERIFY(s.isOn());
@@ -106,9 +108,7 @@ void ControlsTest::switchDrags()
     QFETCH(int, to);
     QFETCH(bool, endOn);
     QFETCH(int, actions);
-    ITSwitch s;
-    s.resize(44, 26);
-    s.show();
+    ShownSwitch s;
     s.setOn(startOn);
     QSignalSpy action(&s, &ITSwitch::switched);
     QTest::mousePress(&s, Qt::LeftButton, {}, QPoint(from, 13));
@@ -127,9 +127,7 @@ void ControlsTest::switchDrags()
 
 void ControlsTest::disabledSwitchIgnoresTheMouse()
 {
-    ITSwitch s;
-    s.resize(44, 26);
-    s.show();
+    ShownSwitch s;
     s.setEnabled(false);
     QSignalSpy action(&s, &ITSwitch::switched);
     QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
@@ -160,15 +158,6 @@ void ControlsTest::switchKeys()
     QTest::keyClick(&s, Qt::Key_Left);
     QVERIFY(!s.isOn());
     QCOMPARE(action.count(), 4);
-}
-
-void ControlsTest::switchIsACheckBoxToAssistiveTechnology()
-{
-    ITSwitch s;
-    QVERIFY(qobject_cast<QCheckBox *>(&s));
-    s.setOn(true);
-    QVERIFY(s.isChecked());
-    QCOMPARE(s.checkState(), Qt::Checked);
 }
 
 void ControlsTest::integerField_data()
@@ -227,84 +216,21 @@ void ControlsTest::dimmedColours()
     QCOMPARE(button.color(), colour);
 }
 
-void ControlsTest::hoverButtonPictures()
-{
-    auto pixmap = [](Qt::GlobalColor c) {
-        QPixmap p(8, 8);
-        p.fill(c);
-        return p;
-    };
-    HoverBtn b;
-    b.setImages(pixmap(Qt::red), pixmap(Qt::green), pixmap(Qt::gray), pixmap(Qt::blue));
-    QCOMPARE(b.shownImage(), QStringLiteral("active"));
-    QEnterEvent enter(QPointF(1, 1), QPointF(1, 1), QPointF(1, 1));
-    QApplication::sendEvent(&b, &enter);
-    QCOMPARE(b.shownImage(), QStringLiteral("rollover"));
-    QEvent leave(QEvent::Leave);
-    QApplication::sendEvent(&b, &leave);
-    QCOMPARE(b.shownImage(), QStringLiteral("active"));
-    b.setEnabled(false);
-    QCOMPARE(b.shownImage(), QStringLiteral("inactive"));
-}
-
-void ControlsTest::disablingByFilter()
+void ControlsTest::disablingControlsLeavesContainers()
 {
     QWidget view;
     auto *layout = new QVBoxLayout(&view);
     auto *inner = new QWidget(&view);
     layout->addWidget(inner);
-    auto *innerLayout = new QVBoxLayout(inner);
-    QList<QPushButton *> buttons;
-    for (int tag = 1; tag <= 4; ++tag) {
-        auto *b = new QPushButton(inner);
-        b->setProperty("tag", tag);
-        innerLayout->addWidget(b);
-        buttons << b;
-    }
+    auto *button = new QPushButton(inner);
+    (new QVBoxLayout(inner))->addWidget(button);
     auto *field = new QLineEdit(&view);
     layout->addWidget(field);
-    auto *label = new QWidget(&view);
-    layout->addWidget(label);
-
-    disableSubviewsInTagRange(&view, true, 2, 3);
-    QCOMPARE(QList<bool>({buttons[0]->isEnabled(), buttons[1]->isEnabled(), buttons[2]->isEnabled(), buttons[3]->isEnabled()}),
-             QList<bool>({true, false, false, true}));
-    QVERIFY(field->isEnabled());
-    disableSubviewsOfType(&view, true, QLineEdit::staticMetaObject);
-    QVERIFY(!field->isEnabled());
-    QVERIFY(buttons[0]->isEnabled());
-    disableSubviewsWithTags(&view, true, {4});
-    QVERIFY(!buttons[3]->isEnabled());
-    disableSubviews(&view, false);
-    for (QPushButton *b : buttons)
-        QVERIFY(b->isEnabled());
-    QVERIFY(field->isEnabled() && label->isEnabled() && inner->isEnabled());
     disableSubviews(&view, true);
-    QVERIFY(!buttons[0]->isEnabled() && !field->isEnabled());
+    QVERIFY(!button->isEnabled() && !field->isEnabled());
     QVERIFY(inner->isEnabled() && view.isEnabled()); // containers and the view itself stay
-}
-
-void ControlsTest::flatButtonSizeHasItsPadding()
-{
-    MXButton b(QStringLiteral("Options"));
-    QCOMPARE(b.cornerRadius(), 4.0);
-    QCOMPARE(b.padding(), QMargins(13, 2, 13, 2));
-    const QSize before = b.sizeHint();
-    b.setPadding(QMargins(30, 10, 30, 10));
-    QCOMPARE(b.sizeHint() - before, QSize(34, 16));
-}
-
-void ControlsTest::borderlessWindowFades()
-{
-    MDBorderlessWindow w;
-    QVERIFY(w.windowFlags() & Qt::FramelessWindowHint);
-    QVERIFY(w.windowFlags() & Qt::WindowStaysOnTopHint);
-    w.fadeIn();
-    QVERIFY(w.isVisible());
-    QTRY_COMPARE(w.windowOpacity(), 1.0);
-    w.fadeOut();
-    QVERIFY(w.isVisible()); // it fades first
-    QTRY_VERIFY(!w.isVisible());
+    disableSubviews(&view, false);
+    QVERIFY(button->isEnabled() && field->isEnabled());
 }
 
 QTEST_MAIN(ControlsTest)

@@ -1,9 +1,7 @@
 // The modal overlay on its own: showing, closing, the delegate's say, and the parent's resizability.
 
-#include "core/NotificationCenter.h"
 #include "widgets/JMModalOverlay.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -24,10 +22,31 @@ public:
     }
 };
 
-int overlayViews(QWidget *window)
+// A 300 by 300 window, a 100 by 100 content view and an unanimated overlay with a recording delegate.
+struct Shown
 {
-    return int(window->findChildren<QWidget *>(QStringLiteral("JMOverlayView"), Qt::FindDirectChildrenOnly).size());
-}
+    QWidget window;
+    QWidget *content = new QWidget;
+    RecordingDelegate delegate;
+    JMModalOverlay overlay;
+    explicit Shown(bool animates = false)
+    {
+        window.resize(300, 300);
+        content->setFixedSize(100, 100);
+        overlay.animates = animates;
+        overlay.delegate = &delegate;
+        overlay.contentViewController = content;
+    }
+    ~Shown()
+    {
+        overlay.close();
+        delete content; // the overlay hands its controller back on close
+    }
+    int overlayViews() const
+    {
+        return int(window.findChildren<QWidget *>(QStringLiteral("JMOverlayView"), Qt::FindDirectChildrenOnly).size());
+    }
+};
 
 } // namespace
 
@@ -36,61 +55,44 @@ class OverlayTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void missingPiecesAreErrors();
-    void showingTwiceShowsOne();
-    void messagesComeInOrder();
+    void showingTwiceShowsOneAndClosingHandsTheContentBack();
     void backgroundClick_data();
     void backgroundClick();
     void parentResizableOnlyAgainIfItWas_data();
     void parentResizableOnlyAgainIfItWas();
     void animatedCloseEndsHidden();
-    void otherOverlaysNotificationsAreNotForwarded();
 };
 
 void OverlayTest::missingPiecesAreErrors()
 {
-    JMModalOverlay overlay;
-    QWidget window;
-    Status s = overlay.showInWindow(nullptr);
-    QVERIFY(!s.ok());
-    QCOMPARE(s.error().message, QStringLiteral("window is nil"));
-    s = overlay.showInWindow(&window);
-    QCOMPARE(s.error().message, QStringLiteral("contentViewController is nil"));
-    QVERIFY(!overlay.isShown());
+    Shown s;
+    QCOMPARE(s.overlay.showInWindow(nullptr).error().message, QStringLiteral("window is nil"));
+    s.overlay.contentViewController = nullptr;
+    QCOMPARE(s.overlay.showInWindow(&s.window).error().message, QStringLiteral("contentViewController is nil"));
+    QVERIFY(!s.overlay.isShown());
+    QVERIFY(s.delegate.calls.isEmpty());
 }
 
-void OverlayTest::showingTwiceShowsOne()
+void OverlayTest::showingTwiceShowsOneAndClosingHandsTheContentBack()
 {
-    QWidget window;
-    window.resize(210, 235);
-    auto *content = new QWidget;
-    JMModalOverlay overlay;
-    overlay.animates = false;
-    overlay.contentViewController = content;
-    QVERIFY(overlay.showInWindow(&window).ok());
-    QVERIFY(overlay.showInWindow(&window).ok());
-    QCOMPARE(overlayViews(&window), 1);
-    QVERIFY(overlay.isShown());
-    overlay.close();
-    QVERIFY(!overlay.isShown());
-    QCOMPARE(content->parent(), nullptr); // the controller is kept for its next showing
-    QTRY_COMPARE(overlayViews(&window), 0);
-    delete content;
-}
-
-void OverlayTest::messagesComeInOrder()
-{
-    QWidget window;
-    QWidget content;
-    RecordingDelegate delegate;
-    JMModalOverlay overlay;
-    overlay.animates = false;
-    overlay.delegate = &delegate;
-    overlay.contentViewController = &content;
-    overlay.showInWindow(&window);
-    overlay.performClose();
-    QCOMPARE(delegate.calls, QStringList({"willShow", "didShow", "shouldClose", "willClose", "didClose"}));
-    overlay.close(); // not shown: nothing
-    QCOMPARE(delegate.calls.size(), 5);
+    Shown s;
+    QVERIFY(s.overlay.showInWindow(&s.window).ok());
+    QVERIFY(s.overlay.showInWindow(&s.window).ok());
+    QCOMPARE(s.overlayViews(), 1);
+    s.overlay.performClose();
+    QCOMPARE(s.delegate.calls, QStringList({"willShow", "didShow", "shouldClose", "willClose", "didClose"}));
+    QVERIFY(!s.overlay.isShown());
+    QCOMPARE(s.content->parent(), nullptr); // the controller is kept for its next showing
+    QTRY_COMPARE(s.overlayViews(), 0);
+    s.overlay.close(); // not shown: nothing
+    QCOMPARE(s.delegate.calls.size(), 5);
+    // The messages are posted for everyone to hear; another overlay's delegate takes none of them.
+    RecordingDelegate other;
+    JMModalOverlay another;
+    another.delegate = &other;
+    s.overlay.showInWindow(&s.window);
+    s.overlay.close();
+    QVERIFY(other.calls.isEmpty());
 }
 
 void OverlayTest::backgroundClick_data()
@@ -112,28 +114,18 @@ void OverlayTest::backgroundClick()
     QFETCH(bool, delegateAllows);
     QFETCH(QPoint, at);
     QFETCH(bool, closed);
-    QWidget window;
-    window.resize(300, 300);
-    auto *content = new QWidget;
-    content->setFixedSize(100, 100);
-    RecordingDelegate delegate;
-    delegate.allowClose = delegateAllows;
-    JMModalOverlay overlay;
-    overlay.animates = false;
-    overlay.delegate = &delegate;
-    overlay.shouldCloseWhenClickOnBackground = closeOnBackground;
-    overlay.contentViewController = content;
-    overlay.showInWindow(&window);
-    QWidget *background = window.findChild<QWidget *>(QStringLiteral("JMOverlayView"));
-    QWidget *card = window.findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
-    QVERIFY(background->geometry() == window.rect() && background->geometry().contains(card->geometry()));
+    Shown s;
+    s.delegate.allowClose = delegateAllows;
+    s.overlay.shouldCloseWhenClickOnBackground = closeOnBackground;
+    s.overlay.showInWindow(&s.window);
+    QWidget *background = s.window.findChild<QWidget *>(QStringLiteral("JMOverlayView"));
+    QWidget *card = s.window.findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
+    QVERIFY(background->geometry() == s.window.rect() && background->geometry().contains(card->geometry()));
     QVERIFY(card->geometry() != background->rect()); // the dimmed window shows around it
     QWidget *hit = background->childAt(at) ? background->childAt(at) : background;
     QTest::mouseClick(hit, Qt::LeftButton, {}, hit->mapFrom(background, at));
-    QCOMPARE(!overlay.isShown(), closed);
-    QCOMPARE(delegate.calls.contains("shouldClose"), closeOnBackground && hit == background);
-    overlay.close();
-    delete content;
+    QCOMPARE(!s.overlay.isShown(), closed);
+    QCOMPARE(s.delegate.calls.contains("shouldClose"), closeOnBackground && hit == background);
 }
 
 void OverlayTest::parentResizableOnlyAgainIfItWas_data()
@@ -146,51 +138,26 @@ void OverlayTest::parentResizableOnlyAgainIfItWas_data()
 void OverlayTest::parentResizableOnlyAgainIfItWas()
 {
     QFETCH(bool, resizable);
-    QWidget window;
-    if (resizable)
-        window.resize(300, 200);
-    else
-        window.setFixedSize(300, 200);
-    const QSize min = window.minimumSize(), max = window.maximumSize();
-    QWidget content;
-    JMModalOverlay overlay;
-    overlay.animates = false;
-    overlay.contentViewController = &content;
-    overlay.showInWindow(&window);
-    QCOMPARE(window.minimumSize(), window.maximumSize()); // no resizing while shown
-    overlay.close();
-    QCOMPARE(window.minimumSize(), min);
-    QCOMPARE(window.maximumSize(), max);
+    Shown s;
+    if (!resizable)
+        s.window.setFixedSize(300, 200);
+    const QSize min = s.window.minimumSize(), max = s.window.maximumSize();
+    s.overlay.showInWindow(&s.window);
+    QCOMPARE(s.window.minimumSize(), s.window.maximumSize()); // no resizing while shown
+    s.overlay.close();
+    QCOMPARE(s.window.minimumSize(), min);
+    QCOMPARE(s.window.maximumSize(), max);
 }
 
 void OverlayTest::animatedCloseEndsHidden()
 {
-    QWidget window;
-    window.resize(200, 200);
-    QWidget content;
-    RecordingDelegate delegate;
-    JMModalOverlay overlay;
-    overlay.delegate = &delegate;
-    overlay.animationDirection = 3;
-    overlay.contentViewController = &content;
-    overlay.showInWindow(&window);
-    QTRY_VERIFY(delegate.calls.contains("didShow"));
-    overlay.close();
-    QTRY_VERIFY(!overlay.isShown());
-    QCOMPARE(delegate.calls.last(), QStringLiteral("didClose"));
-}
-
-void OverlayTest::otherOverlaysNotificationsAreNotForwarded()
-{
-    QWidget window, content;
-    RecordingDelegate a;
-    JMModalOverlay first, second;
-    first.delegate = &a;
-    second.animates = false;
-    second.contentViewController = &content;
-    second.showInWindow(&window);
-    second.close();
-    QVERIFY(a.calls.isEmpty());
+    Shown s(true);
+    s.overlay.animationDirection = 3;
+    s.overlay.showInWindow(&s.window);
+    QTRY_VERIFY(s.delegate.calls.contains("didShow"));
+    s.overlay.close();
+    QTRY_VERIFY(!s.overlay.isShown());
+    QCOMPARE(s.delegate.calls.last(), QStringLiteral("didClose"));
 }
 
 QTEST_MAIN(OverlayTest)
