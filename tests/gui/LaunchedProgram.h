@@ -7,6 +7,12 @@
 #include "core/settings/SettingsStore.h"
 #include "platform/fake/FakePlatform.h"
 
+#include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <QMimeData>
+#include <QUrl>
+
 #include <memory>
 
 // Installed as the running services, past the first start's login question, launched.
@@ -34,3 +40,37 @@ inline VolumeInfo fakeStick()
     stick.internal = false;
     return stick;
 }
+
+// A file of `bytes` at `path`, its folder made first; the path.
+inline QString writtenFile(const QString &path, const QByteArray &bytes = "x")
+{
+    QDir().mkpath(QFileInfo(path).path());
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly) || f.write(bytes) != bytes.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+// A small picture in PNG, as a program hands it out or a file holds it.
+inline QByteArray pngBytes(QSize size = QSize(8, 6))
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "PNG");
+    return png;
+}
+
+// What a drag of files brings, and those files let go on the window.
+inline std::unique_ptr<QMimeData> filesData(const QStringList &paths)
+{
+    auto data = std::make_unique<QMimeData>();
+    QList<QUrl> urls;
+    for (const QString &p : paths)
+        urls.append(QUrl::fromLocalFile(p));
+    data->setUrls(urls);
+    return data;
+}
+inline void dropPaths(AppDelegate &app, const QStringList &paths) { app.mycustomviewDidGetDrop(filesData(paths).get()); }

@@ -1,7 +1,7 @@
 // Renders every state of the drop window, the overlay, the progress panel and the conflict dialog to
 // PNG files, through the real drop path, for the README. Run under a display: scripts/screenshots.sh.
 
-#include "core/controller/AppDelegate.h"
+#include "LaunchedProgram.h"
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/LockedPDFEnterPass.h"
@@ -20,7 +20,6 @@
 #include "menubar/statusitem/NotificationBalloon.h"
 #include "menubar/tutorial/MIHSliderView.h"
 #include "menubar/tutorial/QDIntroSlides.h"
-#include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
@@ -67,23 +66,6 @@ void saveScreenArea(const QRect &area, const QString &dir, const QString &name)
         .save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
 }
 
-QMimeData *filesDrop(const QStringList &paths)
-{
-    auto *data = new QMimeData;
-    QList<QUrl> urls;
-    for (const QString &p : paths)
-        urls.append(QUrl::fromLocalFile(p));
-    data->setUrls(urls);
-    return data;
-}
-
-void writeFile(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    f.open(QIODevice::WriteOnly);
-    f.write(bytes);
-}
-
 QPalette darkPalette()
 {
     QPalette p;
@@ -110,55 +92,52 @@ int main(int argc, char **argv)
     QDir().mkpath(out);
     QTemporaryDir work;
     const QString w = work.path();
+    const QString harbour = w + QStringLiteral("/Harbour.png"), notes = w + QStringLiteral("/Notes.txt"),
+                  invoice = w + QStringLiteral("/Invoice.pdf"), projects = w + QStringLiteral("/Projects");
     QImage photo(640, 480, QImage::Format_RGB32);
     photo.fill(QColor(80, 140, 200));
-    photo.save(w + QStringLiteral("/Harbour.png"));
-    writeFile(w + QStringLiteral("/Notes.txt"), "Quay notes\n");
-    writeFile(w + QStringLiteral("/Invoice.pdf"), "%PDF-1.4\n%%EOF\n");
-    QDir(w).mkpath(QStringLiteral("Projects/Quay"));
-    writeFile(w + QStringLiteral("/Projects/Quay/plan.md"), QByteArray(200000, 'x'));
+    photo.save(harbour);
+    writtenFile(notes, "Quay notes\n");
+    writtenFile(invoice, "%PDF-1.4\n%%EOF\n");
+    writtenFile(projects + QStringLiteral("/Quay/plan.md"), QByteArray(200000, 'x'));
 
     // A home with the standard folders, as the destination lists show them.
     for (const char *f : {"Desktop", "Documents/Invoices", "Documents/Letters", "Documents/Taxes 2025",
                           "Documents/Taxes 2026/Receipts", "Music", "Pictures", "Downloads", "Videos"})
         QDir::home().mkpath(QString::fromLatin1(f));
     FakePlatform fakes(w + QStringLiteral("/.trash"));
-    Platform services = fakes.services();
-    Platform::install(services);
-    AppDelegate delegate(services);
-    delegate.applicationDidFinishLaunching();
-    for (QWidget *top : QApplication::topLevelWidgets())
-        if (top->objectName() == QLatin1String("launchAtLoginAlert"))
-            top->close();
+    const std::unique_ptr<AppDelegate> launched = launchedOn(fakes);
+    AppDelegate &delegate = *launched;
 
     delegate.showDropTargetAt(QPointF(300, 500));
     save(delegate.window, out, QStringLiteral("drop-target"));
 
-    auto drop = [&](QMimeData *data, const QString &name) {
+    // A drop on a fresh drop target, settled: the size button is filled in the background.
+    auto dropData = [&](const QMimeData &data, const QString &name = {}) {
         delegate.showDropTargetAt(QPointF(300, 500));
-        delegate.mycustomviewDidGetDrop(data);
-        delete data;
-        settle(400); // the size button is filled in the background
-        save(delegate.window, out, name);
+        delegate.mycustomviewDidGetDrop(&data);
+        settle(400);
+        if (!name.isEmpty())
+            save(delegate.window, out, name);
     };
-    drop(filesDrop({w + QStringLiteral("/Harbour.png")}), QStringLiteral("panel-image"));
-    drop(filesDrop({w + QStringLiteral("/Notes.txt")}), QStringLiteral("panel-document"));
-    drop(filesDrop({w + QStringLiteral("/Projects")}), QStringLiteral("panel-folder"));
-    drop(filesDrop({w + QStringLiteral("/Invoice.pdf")}), QStringLiteral("panel-pdf"));
-    drop(filesDrop({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Notes.txt"), w + QStringLiteral("/Projects")}),
-         QStringLiteral("panel-several-files"));
-    auto *text = new QMimeData;
-    text->setText(QStringLiteral("Ships leave the quay at dawn, loaded with what the night brought in."));
-    drop(text, QStringLiteral("panel-text"));
-    auto *image = new QMimeData;
+    auto drop = [&](const QStringList &paths, const QString &name = {}) { dropData(*filesData(paths), name); };
+    drop({harbour}, QStringLiteral("panel-image"));
+    drop({notes}, QStringLiteral("panel-document"));
+    drop({projects}, QStringLiteral("panel-folder"));
+    drop({invoice}, QStringLiteral("panel-pdf"));
+    drop({harbour, notes, projects}, QStringLiteral("panel-several-files"));
+    QMimeData text;
+    text.setText(QStringLiteral("Ships leave the quay at dawn, loaded with what the night brought in."));
+    dropData(text, QStringLiteral("panel-text"));
+    QMimeData image;
     QByteArray png;
     {
         QBuffer buffer(&png);
         buffer.open(QIODevice::WriteOnly);
         photo.save(&buffer, "PNG");
     }
-    image->setData(QStringLiteral("image/png"), png);
-    drop(image, QStringLiteral("panel-image-from-app"));
+    image.setData(QStringLiteral("image/png"), png);
+    dropData(image, QStringLiteral("panel-image-from-app"));
 
     delegate.showDropTargetAt(QPointF(300, 500));
     delegate.applyPanelFrame(235);
@@ -166,41 +145,31 @@ int main(int argc, char **argv)
     delegate.emptyContview->incrementBy(5);
     save(delegate.window, out, QStringLiteral("busy"));
 
-    delegate.showDropTargetAt(QPointF(300, 500));
-    auto *doc = filesDrop({w + QStringLiteral("/Notes.txt")});
-    delegate.mycustomviewDidGetDrop(doc);
-    delete doc;
-    settle(300);
+    drop({notes});
     delegate.moveToBtnAction();
     save(delegate.window, out, QStringLiteral("overlay-move"));
     delegate.closeVisibleModalOverlay();
 
     // The image and PDF overlays over the panels that open them.
-    auto overlayOn = [&](const QStringList &paths, const QString &panelButton, const QString &name) {
-        delegate.showDropTargetAt(QPointF(300, 500));
-        auto *files = filesDrop(paths);
-        delegate.mycustomviewDidGetDrop(files);
-        delete files;
-        settle(300);
-            for (ActionButton *b : delegate.window->contentView()->findChildren<ActionButton *>())
-            if (b->objectName() == panelButton)
-                b->click();
+    auto overlayOn = [&](const QStringList &paths, const QString &panelButton, const QString &name = {}) {
+        drop(paths);
+        delegate.window->contentView()->findChild<ActionButton *>(panelButton)->click();
         settle(300);
         if (!name.isEmpty())
             save(delegate.window, out, name);
     };
-    overlayOn({w + QStringLiteral("/Harbour.png")}, QStringLiteral("resizeImgBtn"), QString());
+    overlayOn({harbour}, QStringLiteral("resizeImgBtn"));
     delegate.imgResizeVC->widthTextField->setFocus();
     delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
     QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
     save(delegate.window, out, QStringLiteral("overlay-resize-typed"));
     delegate.closeVisibleModalOverlay();
     photo.save(w + QStringLiteral("/Quay.jpg"));
-    overlayOn({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"), QString());
+    overlayOn({harbour, w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"));
     delegate.imgConvrtVC->compressFactorSlider->setValue(37);
     save(delegate.window, out, QStringLiteral("overlay-convert"));
     delegate.closeVisibleModalOverlay();
-    overlayOn({w + QStringLiteral("/Invoice.pdf")}, QStringLiteral("convrtPDFToImgBtn"), QStringLiteral("overlay-pdf-to-images"));
+    overlayOn({invoice}, QStringLiteral("convrtPDFToImgBtn"), QStringLiteral("overlay-pdf-to-images"));
     LockedPDFEnterPass sheet(QStringLiteral("Invoice.pdf"), [](const QString &) { return false; }, delegate.window);
     sheet.show();
     sheet.pdfPassTxtFld->setText(QStringLiteral("harbour"));
@@ -210,7 +179,7 @@ int main(int argc, char **argv)
     delegate.closeVisibleModalOverlay();
 
     delegate.showDropTargetAt(QPointF(300, 500));
-    delegate.filePathsArr = {w + QStringLiteral("/Notes.txt")};
+    delegate.filePathsArr = {notes};
     delegate.showQuickMovePanel();
     save(delegate.window, out, QStringLiteral("quick-move-picker"));
     delegate.orderOutTheWindow();
@@ -218,23 +187,13 @@ int main(int argc, char **argv)
     // The destinations: the standard folders of the home, a folder of the user's renamed, a stick.
     {
         const QString home = QDir::homePath();
-        writeFile(home + QStringLiteral("/Documents/Offer.pdf"), "%PDF-1.4\n%%EOF\n");
+        writtenFile(home + QStringLiteral("/Documents/Offer.pdf"), "%PDF-1.4\n%%EOF\n");
         Utils::createMoveDestArr();
-        DestinationEdits::add(w + QStringLiteral("/Projects"));
-        DestinationEdits::rename(w + QStringLiteral("/Projects"), QStringLiteral("Quay work"));
-        VolumeInfo stick;
-        stick.mountPoint = QStringLiteral("/media/%1/STICK").arg(QString::fromLocal8Bit(qgetenv("USER")));
-        stick.name = QStringLiteral("STICK");
-        stick.removable = stick.ejectable = true;
-        stick.internal = false;
-        fakes.volumes.plugIn(stick);
-
+        DestinationEdits::add(projects);
+        DestinationEdits::rename(projects, QStringLiteral("Quay work"));
+        fakes.volumes.plugIn(fakeStick());
         auto pickerFor = [&](const QString &dropped) {
-            delegate.showDropTargetAt(QPointF(300, 500));
-            auto *files = filesDrop({dropped});
-            delegate.mycustomviewDidGetDrop(files);
-            delete files;
-            settle(300);
+            drop({dropped});
             delegate.moveToBtnAction();
             settle(200);
         };
@@ -278,7 +237,7 @@ int main(int argc, char **argv)
                                                       {"org.libreoffice.LibreOffice.writer", "LibreOffice Writer"}};
     QDir(w).mkpath(QStringLiteral("apps"));
     for (const auto &[id, name] : installed)
-        writeFile(w + QStringLiteral("/apps/") + id + QStringLiteral(".desktop"),
+        writtenFile(w + QStringLiteral("/apps/") + id + QStringLiteral(".desktop"),
                   "[Desktop Entry]\nType=Application\nName=" + name.toUtf8() + "\nIcon=" + id.toUtf8() + "\n");
     Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.gimp.GIMP"), false);
     Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
@@ -331,17 +290,12 @@ int main(int argc, char **argv)
     app.setPalette(darkPalette());
     panelShot(QStringLiteral("options-panel-dark"));
     windowShot(QStringLiteral("options-window-no-tray-dark"));
-    delegate.showDropTargetAt(QPointF(300, 500));
-    auto *dark = filesDrop({w + QStringLiteral("/Harbour.png")});
-    delegate.mycustomviewDidGetDrop(dark);
-    delete dark;
-    settle(400);
-    save(delegate.window, out, QStringLiteral("panel-image-dark"));
+    drop({harbour}, QStringLiteral("panel-image-dark"));
     app.setPalette(QApplication::style()->standardPalette());
 
     QList<FileCopyParamsPtr> jobs = {
         std::make_shared<FileCopyParams>(QStringList{w + QStringLiteral("/Holiday 2026")}, QStringLiteral("/media/usb/Backup"), true),
-        std::make_shared<FileCopyParams>(QStringList{w + QStringLiteral("/Projects")}, QStringLiteral("/mnt/archive"), false)};
+        std::make_shared<FileCopyParams>(QStringList{projects}, QStringLiteral("/mnt/archive"), false)};
     ProgressPanel panel([&] { return jobs; }, [](const FileCopyParamsPtr &) {});
     panel.jobsChanged(2);
     panel.jobProgress(jobs[0], 64, QStringLiteral("Copying IMG_2231.jpg to Backup"));
@@ -357,12 +311,11 @@ int main(int argc, char **argv)
     if (Texts::language() != u"de") {
         Texts::setLanguage(QStringLiteral("de"));
         settle(100);
-        drop(filesDrop({w + QStringLiteral("/Harbour.png"), w + QStringLiteral("/Notes.txt"), w + QStringLiteral("/Projects")}),
-             QStringLiteral("panel-several-files-de"));
-        drop(filesDrop({w + QStringLiteral("/Harbour.png")}), QStringLiteral("panel-image-de"));
+        drop({harbour, notes, projects}, QStringLiteral("panel-several-files-de"));
+        drop({harbour}, QStringLiteral("panel-image-de"));
         delegate.showDropTargetAt(QPointF(300, 500));
         save(delegate.window, out, QStringLiteral("drop-target-de"));
-        overlayOn({w + QStringLiteral("/Harbour.png")}, QStringLiteral("resizeImgBtn"), QString());
+        overlayOn({harbour}, QStringLiteral("resizeImgBtn"));
         delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
         QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
         save(delegate.window, out, QStringLiteral("overlay-resize-de"));

@@ -121,14 +121,9 @@ void DestinationsUiTest::pickerShowsEachFolderOnceAndGreysTheDropsOwn()
     m_picker.reset();
     FakePlatform fakes(m_tree->path() + QStringLiteral("/.trash2"));
     std::unique_ptr<AppDelegate> app = launchedOn(fakes);
-    const QString offer = m_home + QStringLiteral("/Documents/offer.txt");
-    QFile f(offer);
-    QVERIFY(f.open(QIODevice::WriteOnly));
-    f.close();
+    const QString offer = writtenFile(m_home + QStringLiteral("/Documents/offer.txt"));
     app->showDropTargetAt(QPointF(300, 300));
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(offer)});
-    app->mycustomviewDidGetDrop(&data);
+    dropPaths(*app, {offer});
     app->moveToBtnAction();
     DestinationList *list = app->moveFileVC->destList;
     const QStringList rows = list->destinationsArr();

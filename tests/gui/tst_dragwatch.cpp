@@ -32,8 +32,6 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void frameByDragDirection_data();
-    void frameByDragDirection();
     void besidePointer_data();
     void besidePointer();
     void keepOpenRectangles_data();
@@ -86,27 +84,6 @@ void DragWatchTest::drag(const QStringList &types, const QStringList &paths)
     m_fakes->pointer.drag(QPointF(400, 300), 3, 4);
 }
 
-void DragWatchTest::frameByDragDirection_data()
-{
-    QTest::addColumn<qreal>("dx");
-    QTest::addColumn<qreal>("dy");
-    QTest::addColumn<QRectF>("frame");
-    const QPointF m(500, 400);
-    Q_UNUSED(m);
-    QTest::newRow("hot key: bottom edge at the pointer") << 0.0 << 0.0 << QRectF(455, 400, 90, 90);
-    QTest::newRow("upward drag: below the pointer") << 2.0 << -3.0 << QRectF(455, 210, 90, 90);
-    QTest::newRow("sideways drag counts as upward") << 5.0 << 0.0 << QRectF(455, 210, 90, 90);
-    QTest::newRow("downward drag: above the pointer") << -1.0 << 4.0 << QRectF(455, 490, 90, 90);
-}
-
-void DragWatchTest::frameByDragDirection()
-{
-    QFETCH(qreal, dx);
-    QFETCH(qreal, dy);
-    QFETCH(QRectF, frame);
-    QCOMPARE(DropHereGeometry::getMeDropHereFrameFromDeltaX(dx, dy, QPointF(500, 400)), frame);
-}
-
 void DragWatchTest::besidePointer_data()
 {
     QTest::addColumn<qreal>("dx");
@@ -119,6 +96,8 @@ void DragWatchTest::besidePointer_data()
     const QRectF left(-1024, 100, 1024, 768);
     QTest::newRow("middle, downward: above") << 0.0 << 4.0 << QPointF(700, 400) << screen << QRectF(655, 490, 90, 90);
     QTest::newRow("middle, upward: below") << 0.0 << -4.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
+    QTest::newRow("sideways counts as upward") << 5.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
+    QTest::newRow("hot key: bottom edge at the pointer") << 0.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 400, 90, 90);
     QTest::newRow("top edge, downward: below instead") << 0.0 << 4.0 << QPointF(700, 860) << screen << QRectF(655, 680, 90, 90);
     QTest::newRow("bottom edge, upward: above instead") << 0.0 << -4.0 << QPointF(700, 20) << screen << QRectF(655, 120, 90, 90);
     QTest::newRow("left edge") << 0.0 << 4.0 << QPointF(5, 400) << screen << QRectF(0, 490, 90, 90);

@@ -28,7 +28,6 @@
 #include "widgets/ActionButton.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
@@ -50,8 +49,6 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void aDropChoosesThePanel_data();
-    void aDropChoosesThePanel();
     void libraryImageDisablesWhatWouldChangeIt();
     void severalFilesWithOneImage();
     void defaultPanelFollowsTheFile_data();
@@ -62,18 +59,14 @@ private Q_SLOTS:
     void busyViewSecondCallChangesNothing();
     void busyViewSpinsUpToOne_data();
     void busyViewSpinsUpToOne();
-    void unknownPanelLeavesThePrologue();
     void sizeButtonIsFilledInTheBackground();
     void pathButtonCopiesAndRevertsItsTitle();
     void dpiFieldIsResetOutsideItsRange_data();
     void dpiFieldIsResetOutsideItsRange();
     void onlyTheMoveOverlayIgnoresBackgroundClicks();
     void closeTagClosesEveryOverlay();
-    void completionsAreInstalledInOrder();
     void actionsOfLaterAreasSayTheyAreMissing();
     void notificationClickRevealsOrOpens();
-    void launchTurnsTheSwitchBackOn();
-    void loginAlertShowsOnce();
     void keysCloseAndPress();
     void pasteActsAsADrop_data();
     void pasteActsAsADrop();
@@ -81,8 +74,8 @@ private Q_SLOTS:
     void everyTextFits();
 
 private:
-    QString makeFile(const QString &name, const QByteArray &bytes = "x");
-    void drop(const QStringList &paths);
+    QString makeFile(const QString &name, const QByteArray &bytes = "x") { return writtenFile(m_dir.path() + '/' + name, bytes); }
+    void drop(const QStringList &paths) { dropPaths(*m_app, paths); }
     void dropText(const QString &text);
     ActionPanelView *current() const { return qobject_cast<ActionPanelView *>(m_app->window->contentView()); }
 
@@ -114,67 +107,11 @@ void DropWindowTest::cleanup()
     SettingsStore::shared().resetAll();
 }
 
-QString DropWindowTest::makeFile(const QString &name, const QByteArray &bytes)
-{
-    const QString path = m_dir.path() + QLatin1Char('/') + name;
-    QFile f(path);
-    if (f.open(QIODevice::WriteOnly))
-        f.write(bytes);
-    return path;
-}
-
-void DropWindowTest::drop(const QStringList &paths)
-{
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const QString &p : paths)
-        urls.append(QUrl::fromLocalFile(p));
-    data.setUrls(urls);
-    m_app->mycustomviewDidGetDrop(&data);
-}
-
 void DropWindowTest::dropText(const QString &text)
 {
     QMimeData data;
     data.setText(text);
     m_app->mycustomviewDidGetDrop(&data);
-}
-
-void DropWindowTest::aDropChoosesThePanel_data()
-{
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<QString>("view");
-    QTest::newRow("image") << QStringList{"photo.png"} << "imgActionPanel";
-    QTest::newRow("text document") << QStringList{"notes.txt"} << "docTxtActionPanel";
-    QTest::newRow("folder") << QStringList{"folder/"} << "defaultActionPanel";
-    QTest::newRow("other file") << QStringList{"data.bin"} << "defaultActionPanel";
-    QTest::newRow("several files") << QStringList{"a.bin", "b.txt"} << "multiFilesActionPanel";
-}
-
-void DropWindowTest::aDropChoosesThePanel()
-{
-    QFETCH(QStringList, names);
-    QFETCH(QString, view);
-    QStringList paths;
-    for (const QString &n : names) {
-        if (n.endsWith(QLatin1Char('/'))) {
-            QDir(m_dir.path()).mkpath(n);
-            paths << m_dir.path() + QLatin1Char('/') + n.chopped(1);
-        } else if (n.endsWith(QLatin1String(".png"))) {
-            QImage img(4, 3, QImage::Format_RGB32);
-            img.fill(Qt::red);
-            paths << m_dir.path() + QLatin1Char('/') + n;
-            QVERIFY(img.save(paths.last()));
-        } else {
-            paths << makeFile(n);
-        }
-    }
-    drop(paths);
-    QCOMPARE(m_app->window->contentView()->objectName(), view);
-    QCOMPARE(m_app->filePathsArr, paths);
-    QVERIFY(m_app->oneofThePanelsIsShown);
-    QVERIFY(!m_app->emptyContviewIsShown);
-    QVERIFY(m_app->window->takesFocus());
 }
 
 void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
@@ -186,11 +123,7 @@ void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
     QVERIFY(QDir().mkpath(library));
     QTemporaryDir inLibrary(library + QStringLiteral("/quaydrop-test-XXXXXX"));
     QVERIFY(inLibrary.isValid());
-    const QString folder = inLibrary.path();
-    QImage img(2, 2, QImage::Format_RGB32);
-    img.fill(Qt::blue);
-    QVERIFY(img.save(folder + QStringLiteral("/icon.png")));
-    drop({folder + QStringLiteral("/icon.png")});
+    drop({writtenFile(inLibrary.path() + QStringLiteral("/icon.png"), pngBytes())});
     QVERIFY(m_app->libraryFolderFile);
     ActionPanelView *view = current();
     QCOMPARE(view->objectName(), QStringLiteral("imgActionPanel"));
@@ -239,10 +172,7 @@ void DropWindowTest::defaultPanelFollowsTheFile()
 
 void DropWindowTest::severalFilesWithOneImage()
 {
-    QImage img(2, 2, QImage::Format_RGB32);
-    img.fill(Qt::green);
-    const QString image = m_dir.path() + QStringLiteral("/one.png");
-    QVERIFY(img.save(image));
+    const QString image = makeFile(QStringLiteral("one.png"), pngBytes());
     const QString other = makeFile(QStringLiteral("first.bin"));
     drop({other, image});
     QCOMPARE(m_app->imgsOnlyPathsArr, QStringList{image});
@@ -260,8 +190,7 @@ void DropWindowTest::onlyOurTempFolderHoldsAnotherApplicationsFiles()
     QVERIFY(!m_app->droppedImageFromOtherApp);
     QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
     // What another application handed out is kept in our own temp folder.
-    const QString handedOut = Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin");
-    QFile(handedOut).open(QIODevice::WriteOnly);
+    const QString handedOut = writtenFile(Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin"));
     m_app->showDropTargetAt(QPointF(400, 300));
     drop({handedOut});
     QVERIFY(m_app->droppedImageFromOtherApp);
@@ -348,14 +277,6 @@ void DropWindowTest::busyViewSpinsUpToOne()
     QCOMPARE(m_app->emptyContview->isBar(), !spins);
     QVERIFY(m_app->emptyContview->cancelProgressBtn->isHidden());
     QCOMPARE(m_app->emptyContview->alpha(), 0.8);
-}
-
-void DropWindowTest::unknownPanelLeavesThePrologue()
-{
-    QWidget *before = m_app->window->contentView();
-    m_app->showPanelWithIndex(5);
-    QVERIFY(m_app->oneofThePanelsIsShown);
-    QCOMPARE(m_app->window->contentView(), before);
 }
 
 void DropWindowTest::sizeButtonIsFilledInTheBackground()
@@ -451,14 +372,6 @@ void DropWindowTest::closeTagClosesEveryOverlay()
     QVERIFY(!m_app->isModalOverlayVisible());
 }
 
-void DropWindowTest::completionsAreInstalledInOrder()
-{
-    QCOMPARE(m_app->installedCompletions,
-             QStringList({"setRenameCompletion", "setCompletion", "setWpVCCompletion", "setShareCompletion",
-                          "setPdfImgConvrtCompletion", "setImgConvrtCompletion", "setImgResizeCompletion",
-                          "setFolderNameCompletion", "setFileCreateCompletion"}));
-}
-
 void DropWindowTest::actionsOfLaterAreasSayTheyAreMissing()
 {
     drop({makeFile(QStringLiteral("z.bin"))});
@@ -484,47 +397,6 @@ void DropWindowTest::notificationClickRevealsOrOpens()
     QCOMPARE(m_fakes->workspace.opened, QStringList{archive});
     m_app->userNotificationCenterDidActivate({{QStringLiteral("OpenPath"), archive}}, 3);
     QCOMPARE(m_fakes->workspace.opened.size(), 1); // neither a click nor its button
-}
-
-void DropWindowTest::launchTurnsTheSwitchBackOn()
-{
-    SettingsStore::shared().setBool(SettingsKey::QuaydropIsOff, false);
-    AppDelegate again(m_fakes->services());
-    again.applicationDidFinishLaunching();
-    QVERIFY(Utils::QuaydropIsOFFSate());
-}
-
-void DropWindowTest::loginAlertShowsOnce()
-{
-    auto alerts = [] {
-        int n = 0;
-        for (QWidget *w : QApplication::topLevelWidgets())
-            n += w->objectName() == QLatin1String("launchAtLoginAlert") && w->isVisible();
-        return n;
-    };
-    m_app.reset();
-    SettingsStore::shared().resetAll();
-    {
-        AppDelegate first(m_fakes->services());
-        first.applicationDidFinishLaunching();
-        // Not on top of the first start's slides: asked when they close.
-        QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
-        QCOMPARE(alerts(), 0);
-        first.introSlidesWC->close();
-        QCOMPARE(alerts(), 1);
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (w->objectName() == QLatin1String("launchAtLoginAlert")) // no tray here: it says where Quaydrop is
-                QCOMPARE(qobject_cast<QMessageBox *>(w)->informativeText(), Texts::localized("loginLaunchInfTXTNoTray"));
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (w->objectName() == QLatin1String("launchAtLoginAlert"))
-                qobject_cast<QMessageBox *>(w)->buttons().first()->click(); // "Yes"
-        QVERIFY(m_fakes->loginItems.enabled);
-    }
-    QTRY_COMPARE(alerts(), 0);
-    m_fakes->loginItems.enabled = false; // even switched off again, the alert does not come back
-    AppDelegate second(m_fakes->services());
-    second.applicationDidFinishLaunching();
-    QCOMPARE(alerts(), 0);
 }
 
 void DropWindowTest::keysCloseAndPress()
@@ -575,14 +447,8 @@ void DropWindowTest::pasteActsAsADrop()
     QFETCH(QByteArray, content);
     QFETCH(QString, view);
     const QString file = makeFile(QStringLiteral("pasted.txt"));
-    if (content == "PNG") {
-        QImage picture(8, 6, QImage::Format_RGB32);
-        picture.fill(Qt::yellow);
-        QBuffer buffer(&content);
-        buffer.open(QIODevice::WriteOnly);
-        content.clear();
-        picture.save(&buffer, "PNG");
-    }
+    if (content == "PNG")
+        content = pngBytes();
     content.replace("FILE", QUrl::fromLocalFile(file).toEncoded());
     auto *data = new QMimeData;
     data->setData(format, content);
@@ -612,10 +478,7 @@ void DropWindowTest::everyTextFits()
     QFETCH(QString, view);
     Texts::setLanguage(language);
     QCoreApplication::processEvents(); // every open window takes the language
-    const QString image = m_dir.path() + QStringLiteral("/Hafenbild.png");
-    QImage picture(64, 48, QImage::Format_RGB32);
-    picture.fill(Qt::darkCyan);
-    QVERIFY(picture.save(image));
+    const QString image = makeFile(QStringLiteral("Hafenbild.png"), pngBytes(QSize(64, 48)));
     const QString pdf = makeFile(QStringLiteral("Rechnung.pdf"), "%PDF-1.4\n%%EOF\n");
     QDir(m_dir.path()).mkpath(QStringLiteral("Projekte"));
     const QMap<QString, QStringList> drops = {
@@ -640,11 +503,7 @@ void DropWindowTest::everyTextFits()
         dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
     } else if (view == u"image from an application") {
         QMimeData data;
-        QByteArray png;
-        QBuffer buffer(&png);
-        buffer.open(QIODevice::WriteOnly);
-        picture.save(&buffer, "PNG");
-        data.setData(QStringLiteral("image/png"), png);
+        data.setData(QStringLiteral("image/png"), pngBytes(QSize(64, 48)));
         m_app->mycustomviewDidGetDrop(&data);
     } else if (view == u"busy") {
         m_app->applyPanelFrame(PanelCatalog::kPanelHeight); // as every drop does before

@@ -15,9 +15,7 @@
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
 
-#include <QBuffer>
 #include <QDir>
-#include <QImage>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QLabel>
@@ -51,7 +49,7 @@ private Q_SLOTS:
     void dropViewsTakeFilesOnly();
 
 private:
-    QString file(const QString &name, const QByteArray &content = "x");
+    QString file(const QString &name, const QByteArray &content = "x") { return writtenFile(m_dir.path() + '/' + name, content); }
     // Enter, then drop, as the windowing system delivers them; whether the drop was taken.
     static bool dropOn(QWidget *target, const QMimeData *data);
 
@@ -82,15 +80,6 @@ void IntakeTest::cleanup()
     SettingsStore::shared().resetAll();
 }
 
-QString IntakeTest::file(const QString &name, const QByteArray &content)
-{
-    const QString path = m_dir.path() + QLatin1Char('/') + name;
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly) || f.write(content) != content.size())
-        qFatal("cannot write %s", qPrintable(path));
-    return path;
-}
-
 bool IntakeTest::dropOn(QWidget *target, const QMimeData *data)
 {
     const QPoint at = target->rect().center();
@@ -109,6 +98,9 @@ void IntakeTest::windowTarget_data()
     QTest::addColumn<bool>("taken");
     QTest::addColumn<int>("panel"); // 0: none
     QTest::newRow("a text file") << "file" << true << 2;
+    QTest::newRow("an image file") << "image" << true << 1;
+    QTest::newRow("a folder") << "folder" << true << 333;
+    QTest::newRow("another file") << "other" << true << 777;
     QTest::newRow("two files") << "files" << true << 888;
     QTest::newRow("text") << "text" << true << 222;
     QTest::newRow("image data") << "png" << true << 444;
@@ -125,6 +117,12 @@ void IntakeTest::windowTarget()
     QMimeData data;
     if (kind == QLatin1String("file"))
         data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("notes.txt")))});
+    else if (kind == QLatin1String("image"))
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("photo.png"), QByteArray("\x89PNG\r\n\x1a\n", 8)))});
+    else if (kind == QLatin1String("folder"))
+        data.setUrls({QUrl::fromLocalFile(m_dir.path())});
+    else if (kind == QLatin1String("other"))
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("data.bin")))});
     else if (kind == QLatin1String("files"))
         data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("a.txt"))), QUrl::fromLocalFile(file(QStringLiteral("b.txt")))});
     else if (kind == QLatin1String("text"))
@@ -146,6 +144,8 @@ void IntakeTest::windowTarget()
         return;
     }
     QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanel(panel))));
+    QVERIFY(m_app->window->takesFocus()); // a panel takes the keys
+    QCOMPARE(m_app->filePathsArr.size(), kind == QLatin1String("files") ? 2 : kind == QLatin1String("text") ? 0 : 1);
     if (kind == QLatin1String("text"))
         QCOMPARE(Utils::readDroppedString(), QStringLiteral("two words"));
     if (kind == QLatin1String("png")) {
@@ -213,11 +213,7 @@ void IntakeTest::anImageOutOfABrowser()
     QFETCH(QString, written);
     m_fakes->promisedFiles.names = sourceSaves;
     m_fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
-    QImage picture(40, 30, QImage::Format_RGB32);
-    picture.fill(Qt::darkCyan);
-    QByteArray png;
-    QBuffer buffer(&png);
-    QVERIFY(buffer.open(QIODevice::WriteOnly) && picture.save(&buffer, "PNG"));
+    const QByteArray png = pngBytes();
     QMimeData data;
     data.setUrls({QUrl(address)});
     data.setText(address);
