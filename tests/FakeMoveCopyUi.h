@@ -45,16 +45,10 @@ class FakeObserver : public JobObserver
 {
 public:
     QList<int> counts;
-    QList<int> percents;
-    QStringList texts;
     QList<std::optional<Error>> finished;
     std::function<void(const FileCopyParamsPtr &)> onFinished;
     void jobsChanged(int n) override { counts.append(n); }
-    void jobProgress(const FileCopyParamsPtr &, int percent, const QString &text) override
-    {
-        percents.append(percent);
-        texts.append(text);
-    }
+    void jobProgress(const FileCopyParamsPtr &, int, const QString &) override {}
     void jobFinished(const FileCopyParamsPtr &job, const std::optional<Error> &e) override
     {
         finished.append(e);

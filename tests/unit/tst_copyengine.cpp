@@ -73,7 +73,6 @@ private Q_SLOTS:
     void progressIsCumulative();
     void diskFullInTheMiddleOfAFile();
     void spaceTestIsStrict();
-    void replaceKeepsTheOldItemUntilTheNewIsComplete();
     void unreadableFileInsideAFolderStopsTheCopy();
 
 private:
@@ -382,35 +381,6 @@ void CopyEngineTest::spaceTestIsStrict()
     QCOMPARE(error.code, 1002);
     QCOMPARE(error.message, QStringLiteral("Not enough space!"));
     QCOMPARE(entries(disk.path()), QStringList());
-}
-
-void CopyEngineTest::replaceKeepsTheOldItemUntilTheNewIsComplete()
-{
-    m_tree.folder("rep-in");
-    m_tree.folder("rep-out");
-    const QByteArray src = m_tree.file("rep-in/doc.txt", QByteArray(20 << 20, 'n'));
-    const QByteArray old = m_tree.file("rep-out/doc.txt", "old");
-    QStringList setAside;
-    auto aside = [&](const QString &p) -> Status {
-        setAside.append(p);
-        return ::rename(NativePath::toNative(p).constData(), (m_tree.native() + "/rep-trash")) == 0
-                   ? success()
-                   : Status(Error{{}, errno, QStringLiteral("rename")});
-    };
-    Error error;
-    // Cancelled: the old item is untouched and nothing was set aside.
-    QVERIFY(!FileCopyHelper::copyItemsToAnotherDrive({s(src)}, m_tree.path() + "/rep-out",
-                                                     [](quint64 c, quint64, bool *stop, const QString &) { *stop = c > 0; },
-                                                     &error, {s(src)}, aside));
-    QCOMPARE(error.code, 1001);
-    QCOMPARE(readAll(old), QByteArray("old"));
-    QVERIFY(setAside.isEmpty());
-    QCOMPARE(entries(m_tree.path() + "/rep-out"), QStringList{"doc.txt"});
-    // Completed: the new one has the name, the old one went aside.
-    QVERIFY(FileCopyHelper::copyItemsToAnotherDrive({s(src)}, m_tree.path() + "/rep-out", nullptr, &error, {s(src)}, aside));
-    QCOMPARE(setAside, QStringList{s(old)});
-    QCOMPARE(QFileInfo(s(old)).size(), qint64(20 << 20));
-    QCOMPARE(readAll(m_tree.native() + "/rep-trash"), QByteArray("old"));
 }
 
 void CopyEngineTest::unreadableFileInsideAFolderStopsTheCopy()

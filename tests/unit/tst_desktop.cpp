@@ -1,12 +1,7 @@
 // Who a window belongs to and what the user keeps out: desktop files matched to window classes, the
-// exclusion list's file, the hot key as an X11 grab and its binding to the settings.
+// exclusion list's file, and the hot key as an X11 grab.
 
-#include "core/NotificationCenter.h"
-#include "core/dragwatch/HotKeyBinding.h"
 #include "core/plist/Plist.h"
-#include "core/settings/SettingsKeys.h"
-#include "core/settings/SettingsStore.h"
-#include "platform/fake/FakePlatform.h"
 #include "platform/freedesktop/DesktopEntries.h"
 #include "platform/x11/X11HotKeyBinder.h"
 #include "utils/Utils.h"
@@ -32,7 +27,6 @@ private Q_SLOTS:
     void exclusionListFile();
     void grabOfAKeySequence_data();
     void grabOfAKeySequence();
-    void bindingFollowsTheSettings();
 
 private:
     void writeEntry(const QString &folder, const QString &relativePath, const QString &body);
@@ -55,7 +49,6 @@ void DesktopTest::initTestCase()
 void DesktopTest::cleanup()
 {
     QFile::remove(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"));
-    SettingsStore::shared().resetAll();
 }
 
 void DesktopTest::writeEntry(const QString &folder, const QString &relativePath, const QString &body)
@@ -158,39 +151,6 @@ void DesktopTest::grabOfAKeySequence()
     QCOMPARE(uint(grab.keysym), keysym);
     if (keysym)
         QCOMPARE(uint(grab.modifiers), modifiers);
-}
-
-void DesktopTest::bindingFollowsTheSettings()
-{
-    FakeHotKeyBinder binder;
-    Platform::install(Platform{});
-    SettingsStore::shared().registerHotKeyDefaults();
-    HotKeyBinding binding(&binder);
-    QVERIFY(binder.bound.isEmpty()); // drags summon the window by default
-
-    int posted = 0;
-    NotificationCenter::defaultCenter().observe(QString::fromLatin1(NotificationName::ShowPanelHK), this,
-                                                [&posted](const QVariantMap &) { ++posted; });
-    const auto changed = [] {
-        NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::ActivateViaSettingsChanged));
-    };
-    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
-    changed();
-    QCOMPARE(binder.bound, QStringLiteral("Ctrl+Alt+F"));
-    binder.press(QStringLiteral("Ctrl+Alt+F"));
-    QCOMPARE(posted, 1);
-
-    SettingsStore::shared().setString(SettingsKey::ShowPanelHK, QStringLiteral("Meta+D"));
-    changed();
-    QCOMPARE(binder.bound, QStringLiteral("Meta+D"));
-    binder.press(QStringLiteral("Ctrl+Alt+F"));
-    QCOMPARE(posted, 1);
-
-    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, false);
-    changed();
-    QVERIFY(binder.bound.isEmpty());
-    QVERIFY(!binding.isBound());
-    NotificationCenter::defaultCenter().removeObserver(this);
 }
 
 QTEST_MAIN(DesktopTest)

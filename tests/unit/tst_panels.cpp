@@ -15,14 +15,10 @@ private Q_SLOTS:
     void panel777KeepsWhatPanel333Left();
     void zipButtonFollowsARunningZip_data();
     void zipButtonFollowsARunningZip();
-    void multiFilesModeByImageCount_data();
-    void multiFilesModeByImageCount();
-    void everyButtonHasItsActionAndImage();
     void panelFrame_data();
     void panelFrame();
     void properWindowFrameToFit_data();
     void properWindowFrameToFit();
-    void flippingTwiceGivesTheRectBack();
 };
 
 using States = QHash<QString, ButtonState>;
@@ -154,43 +150,6 @@ void PanelsTest::zipButtonFollowsARunningZip()
     QCOMPARE(PanelRules::buttonStatesFor(DropPanel(panel), in).value(zipButton, ButtonState{}).enabled, true);
 }
 
-void PanelsTest::multiFilesModeByImageCount_data()
-{
-    QTest::addColumn<int>("images");
-    QTest::addColumn<bool>("multi");
-    QTest::newRow("none") << 0 << true;
-    QTest::newRow("exactly one among many") << 1 << false;
-    QTest::newRow("two") << 2 << true;
-}
-
-void PanelsTest::multiFilesModeByImageCount()
-{
-    QFETCH(int, images);
-    QFETCH(bool, multi);
-    QCOMPARE(PanelRules::multiFilesActionPanelShown(images), multi);
-}
-
-void PanelsTest::everyButtonHasItsActionAndImage()
-{
-    QCOMPARE(PanelCatalog::buttonsOf(DropPanelImage).size(), 11);
-    QCOMPARE(PanelCatalog::buttonsOf(DropPanelDocument).size(), 11);
-    QCOMPARE(PanelCatalog::buttonsOf(DropPanelFolder).size(), 11);
-    QCOMPARE(PanelCatalog::buttonsOf(DropPanelOtherAppImage).size(), 10);
-    QCOMPARE(PanelCatalog::buttonsOf(DropPanelMultiFiles).size(), 12); // with the rename button
-    QCOMPARE(PanelCatalog::buttonsOf(DropPanelString).size(), 7);      // with the save-as-text button
-    QVERIFY(PanelCatalog::buttonsOf(DropPanelDropTarget).isEmpty());
-    QCOMPARE(PanelCatalog::contentViewName(DropPanelDefault), PanelCatalog::contentViewName(DropPanelFolder));
-    // The image panel's convert button keeps its old name.
-    for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(DropPanelImage))
-        if (QLatin1String(spec.outlet) == QLatin1String("revealImginFinderBtn"))
-            QCOMPARE(QLatin1String(spec.action), QLatin1String("convertImgAction"));
-    int pressButtons = 0;
-    for (quint64 p : {1, 2, 222, 333, 444, 888})
-        for (const PanelButtonSpec &spec : PanelCatalog::buttonsOf(DropPanel(p)))
-            pressButtons += PanelCatalog::firesOnPress(QString::fromLatin1(spec.outlet));
-    QCOMPARE(pressButtons, 6);
-}
-
 void PanelsTest::panelFrame_data()
 {
     QTest::addColumn<QRectF>("window");
@@ -241,13 +200,6 @@ void PanelsTest::properWindowFrameToFit()
     const QRectF r = PanelFrame::properWindowFrameToFit(image, minSize, viewWidth, QPointF(30, 40));
     QCOMPARE(r.topLeft(), QPointF(30, 40));
     QCOMPARE(r.size(), expected);
-}
-
-void PanelsTest::flippingTwiceGivesTheRectBack()
-{
-    const QRectF r(100, 200, 210, 235);
-    QCOMPARE(PanelFrame::flipped(r, 1080), QRectF(100, 645, 210, 235));
-    QCOMPARE(PanelFrame::flipped(PanelFrame::flipped(r, 1080), 1080), r);
 }
 
 QTEST_GUILESS_MAIN(PanelsTest)
