@@ -191,7 +191,9 @@ int main(int argc, char **argv)
         Utils::createMoveDestArr();
         DestinationEdits::add(projects);
         DestinationEdits::rename(projects, QStringLiteral("Quay work"));
-        fakes.volumes.plugIn(fakeStick());
+        VolumeInfo stick = fakeStick(); // mounted where the user's own sticks are
+        stick.mountPoint = QStringLiteral("/media/%1/STICK").arg(QString::fromLocal8Bit(qgetenv("USER")));
+        fakes.volumes.plugIn(stick);
         auto pickerFor = [&](const QString &dropped) {
             drop({dropped});
             delegate.moveToBtnAction();
