@@ -65,7 +65,7 @@ pass "a promised file is written into the temp folder and shows its panel"
 # below an alias.
 window_top=$((screen_h - 400 - 90))
 drag_onto $((target_x)) $((window_top + 81)) --files "$files/notes.txt" "$files/Projects"
-wait_until 5 test -L "$files/Projects alias"
+wait_until 5 test -L "$files/Projects alias" || fail "no alias of the folder"
 [ "$(readlink "$files/notes.txt alias")" = "$files/notes.txt" ] || fail "no alias of the file"
 [ "$(readlink "$files/Projects alias")" = "$files/Projects" ] || fail "no alias of the folder"
 pass "dropping on the alias target makes aliases beside the items"

@@ -71,7 +71,7 @@ pass "it stays when the pointer leaves, and the key again closes it"
 
 # Opened by the key, the window has the keyboard: Escape closes it.
 xdotool key ctrl+alt+f
-wait_until 2 window_shown
+wait_until 5 window_shown || fail "the hot key did not open the window again"
 sleep 0.3
 xdotool key Escape
 sleep 0.5

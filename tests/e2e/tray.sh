@@ -13,7 +13,7 @@ pid= other=
 trayer --edge top --align right --widthtype pixel --width 100 --heighttype pixel --height 26 \
   --SetDockType false --SetPartialStrut false --expand false 2>/dev/null &
 tray=$!
-wait_until 5 sh -c 'xdotool search --classname trayer >/dev/null 2>&1'
+wait_until 10 sh -c 'xdotool search --classname trayer >/dev/null 2>&1' || fail "the tray host did not start"
 
 panel_visible() { xdotool search --onlyvisible --name '^Quaydrop options$' 2>/dev/null | head -1; }
 icon_window() { # the icon: our small window inside the tray's panel
