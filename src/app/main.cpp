@@ -1,7 +1,5 @@
 #include "cli/CommandLine.h"
-#include "cli/Console.h"
 #include "core/controller/AppDelegate.h"
-#include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "menubar/statusitem/NotificationBalloon.h"
@@ -12,52 +10,15 @@
 #include "platform/freedesktop/Login1PowerEvents.h"
 #include "platform/freedesktop/XdgAutostart.h"
 #include "platform/linux/LinuxVolumeService.h"
+#include "platform/posix/ProgramPaths.h"
 #include "platform/posix/UnixSignalWatcher.h"
 #include "platform/x11/X11Desktop.h"
 
 #include <QApplication>
-#include <QCoreApplication>
-#include <QFile>
 
 #include <cstdio>
-#include <cstdlib>
-#include <unistd.h>
 
 namespace {
-
-QStringList argumentsAsPaths(int argc, char **argv)
-{
-    // Not QCoreApplication::arguments(): those lose bytes of names that are not UTF-8.
-    QStringList args;
-    for (int i = 0; i < argc; ++i)
-        args.append(NativePath::fromNative(QByteArray(argv[i])));
-    return args;
-}
-
-// Commands speak through their own output; the program's log lines only with QUAYDROP_VERBOSE=1.
-void quietLog(QtMsgType type, const QMessageLogContext &, const QString &message)
-{
-    if (type == QtCriticalMsg || type == QtFatalMsg)
-        std::fprintf(stderr, "quaydrop: %s\n", qPrintable(message));
-}
-
-int runCommandLine(int argc, char **argv)
-{
-    if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
-        qInstallMessageHandler(quietLog);
-    QCoreApplication app(argc, argv);
-    Texts::setLanguage(Texts::startupLanguage());
-    LinuxVolumeService volumes;
-    Platform services;
-    services.volumes = &volumes;
-    Platform::install(services);
-    // Unbuffered: each line goes out whole and in order, and a path keeps its bytes.
-    QFile out, err;
-    out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
-    err.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
-    Console console(out, err);
-    return CommandLine::run(argumentsAsPaths(argc, argv), console);
-}
 
 // `quaydrop --destinations`: the destination manager as a window of its own process, on the same
 // stored list as the running program's picker (which follows the file).
@@ -111,7 +72,7 @@ int runResident(int argc, char **argv)
     NotificationBalloon balloon; // where no notification server answers
     notifications.setFallback(&balloon);
     FreedesktopWorkspace workspace;
-    XdgAutostart autostart(QCoreApplication::applicationFilePath());
+    XdgAutostart autostart(ProgramPaths::front()); // the command users start, not this program
     Login1PowerEvents power;
     // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
     const std::unique_ptr<X11Desktop> x11 = X11Desktop::open();
@@ -156,6 +117,6 @@ int main(int argc, char **argv)
     if (argc == 2 && qstrcmp(argv[1], "--destinations") == 0)
         return runDestinationManager(argc, argv);
     if (argc > 1)
-        return runCommandLine(argc, argv);
+        return CommandLine::runProcess(argc, argv);
     return runResident(argc, argv);
 }

@@ -4,6 +4,55 @@
 #include "Console.h"
 #include "HelpText.h"
 
+#include "core/fs/NativePath.h"
+#include "core/texts/Texts.h"
+#include "platform/Platform.h"
+#include "platform/linux/LinuxVolumeService.h"
+
+#include <QCoreApplication>
+#include <QFile>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace {
+
+QStringList argumentsAsPaths(int argc, char **argv)
+{
+    // Not QCoreApplication::arguments(): those lose bytes of names that are not UTF-8.
+    QStringList args;
+    for (int i = 0; i < argc; ++i)
+        args.append(NativePath::fromNative(QByteArray(argv[i])));
+    return args;
+}
+
+// Commands speak through their own output; the program's log lines only with QUAYDROP_VERBOSE=1.
+void quietLog(QtMsgType type, const QMessageLogContext &, const QString &message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "quaydrop: %s\n", qPrintable(message));
+}
+
+} // namespace
+
+int CommandLine::runProcess(int argc, char **argv)
+{
+    if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
+        qInstallMessageHandler(quietLog);
+    QCoreApplication app(argc, argv);
+    Texts::setLanguage(Texts::startupLanguage());
+    LinuxVolumeService volumes;
+    Platform services;
+    services.volumes = &volumes;
+    Platform::install(services);
+    // Unbuffered: each line goes out whole and in order, and a path keeps its bytes.
+    QFile out, err;
+    out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    err.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
+    Console console(out, err);
+    return CommandLine::run(argumentsAsPaths(argc, argv), console);
+}
+
 bool CommandLine::wantsCommandLine(const QStringList &args) { return args.size() > 1; }
 
 int CommandLine::usageError(const Cli::Command &command, Console &console, const QString &what)

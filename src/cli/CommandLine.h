@@ -14,6 +14,9 @@ namespace CommandLine {
 bool wantsCommandLine(const QStringList &args);
 // The process's exit code.
 int run(const QStringList &args, Console &console);
+// The whole process of a command: the application object, the texts, the platform services, the
+// console on stdout and stderr, then run().
+int runProcess(int argc, char **argv);
 
 // A handler's own usage error ("give --width, --height or both"): the line, the usage, and 2.
 int usageError(const Cli::Command &command, Console &console, const QString &what);

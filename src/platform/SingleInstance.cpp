@@ -111,3 +111,7 @@ void SingleInstance::acceptConnections()
         }
     });
 }
+
+// Its own meta-object code here rather than in the library-wide one, so that a program that never
+// uses it (the command line) does not link it and what it links.
+#include "moc_SingleInstance.cpp"

@@ -1,12 +1,9 @@
 #include "WorkerPool.h"
 
 #include "core/fs/NativePath.h"
+#include "platform/posix/ProgramPaths.h"
 
-#include <QCoreApplication>
-#include <QFileInfo>
 #include <QThread>
-
-#include <unistd.h>
 
 WorkerPool::WorkerPool() : WorkerPool(Settings()) {}
 
@@ -34,16 +31,7 @@ QString WorkerPool::defaultProgram()
 {
     if (const QByteArray given = qgetenv("QUAYDROP_WORKER"); !given.isEmpty())
         return NativePath::fromNative(given);
-    char self[4096];
-    const ssize_t n = ::readlink("/proc/self/exe", self, sizeof self - 1);
-    const QString folder = n > 0 ? QFileInfo(NativePath::fromNative(QByteArray(self, n))).path()
-                                 : QCoreApplication::applicationDirPath();
-    const QString beside = folder + QStringLiteral("/quaydrop-worker");
-    const QString installed = folder + QStringLiteral("/../libexec/quaydrop/quaydrop-worker");
-    if (::access(NativePath::toNative(beside).constData(), F_OK) != 0 &&
-        ::access(NativePath::toNative(installed).constData(), F_OK) == 0)
-        return installed;
-    return beside;
+    return ProgramPaths::helper(QStringLiteral("quaydrop-worker"));
 }
 
 void WorkerPool::configure(const Settings &settings)

@@ -29,8 +29,7 @@ public:
 
     // The pool every job of the program shares.
     static WorkerPool &shared();
-    // Where the worker program is: $QUAYDROP_WORKER, else quaydrop-worker beside this program, else
-    // in ../libexec/quaydrop/ from it.
+    // Where the worker program is: $QUAYDROP_WORKER, else where helper programs are installed.
     static QString defaultProgram();
 
     // Runs one request in a free worker, starting one when none is free and waiting when all are

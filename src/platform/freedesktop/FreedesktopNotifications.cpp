@@ -86,3 +86,6 @@ void FreedesktopNotifications::onNotificationClosed(uint id, uint)
 {
     m_userInfo.remove(id);
 }
+
+// Its meta-object code of its own (see SingleInstance.cpp).
+#include "moc_FreedesktopNotifications.cpp"

@@ -21,3 +21,6 @@ void Login1PowerEvents::onPrepareForSleep(bool goingToSleep)
     if (!goingToSleep)
         Q_EMIT didWake();
 }
+
+// Its meta-object code of its own (see SingleInstance.cpp).
+#include "moc_Login1PowerEvents.cpp"

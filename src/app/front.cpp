@@ -1,0 +1,51 @@
+// `quaydrop`: the command line, light to start. It links QtCore and the file engine only, so that
+// `quaydrop type FILE` in a loop costs what a small tool costs. Without a command, for the windows and
+// for the image commands it hands this very process over to the full program (quaydrop-app) with the
+// same arguments: the caller sees one program, one process id, one exit status.
+
+#include "cli/CommandLine.h"
+#include "cli/Console.h"
+#include "cli/ImageCommands.h"
+#include "core/fs/NativePath.h"
+#include "platform/posix/ProgramPaths.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <unistd.h>
+
+namespace {
+
+char **g_argv = nullptr;
+
+// Returns only when the full program could not be started.
+QString becomeFullProgram()
+{
+    const QString full = ProgramPaths::helper(QStringLiteral("quaydrop-app"));
+    ::execv(NativePath::toNative(full).constData(), g_argv);
+    return QStringLiteral("cannot start %1: %2").arg(NativePath::forDisplay(full), QString::fromLocal8Bit(std::strerror(errno)));
+}
+
+int inFullProgram(const Invocation &, Console &console)
+{
+    console.fail(becomeFullProgram());
+    return Cli::kFailed;
+}
+
+} // namespace
+
+// The image commands of the command table are the full program's.
+int runResizeCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runConvertCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runPdfToImagesCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runImagesToPdfCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+
+int main(int argc, char **argv)
+{
+    g_argv = argv;
+    if (argc < 2 || (argc == 2 && qstrcmp(argv[1], "--destinations") == 0)) {
+        std::fprintf(stderr, "quaydrop: %s\n", qPrintable(becomeFullProgram()));
+        return 1;
+    }
+    return CommandLine::runProcess(argc, argv);
+}
