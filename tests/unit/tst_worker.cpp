@@ -1,6 +1,8 @@
 // The image worker: its protocol (framing, versions, truncated and broken frames, an unknown job),
 // a crash in the middle of a batch, the memory and time limits, cancel while it is busy, idle exit,
-// a missing or unusable worker program, and damaged files that fail every time while they stream.
+// a missing or unusable worker program, damaged files that fail every time while they stream, and
+// hostile files (a vast PNG, one that claims to be, a 10,000-deep PDF page tree, a page too large)
+// that fail alone, leave nothing behind, and leave the worker in order.
 
 #include "ImageFixtures.h"
 #include "TestTree.h"
@@ -8,6 +10,7 @@
 #include "images/ImageTypeCode.h"
 #include "images/codecs/VipsSupport.h"
 #include "images/jobs/ConvertJob.h"
+#include "images/jobs/PdfToImagesJob.h"
 #include "images/jobs/ResizeJob.h"
 #include "worker/Jobs.h"
 #include "worker/Protocol.h"
@@ -85,6 +88,8 @@ private Q_SLOTS:
     void aMissingWorkerIsToldAtTheFirstImageAction();
     void damagedFilesFailEveryTimeWhileStreaming_data();
     void damagedFilesFailEveryTimeWhileStreaming();
+    void hostileFilesFailCleanly_data();
+    void hostileFilesFailCleanly();
 
 private:
     static void useWorker(const QString &program, WorkerLimits limits = {})
@@ -372,6 +377,56 @@ void WorkerTest::damagedFilesFailEveryTimeWhileStreaming()
         QVERIFY(resize.failures().first().message.startsWith(bad + QStringLiteral(": ")));
     }
     QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden), QStringList{name});
+}
+
+void WorkerTest::hostileFilesFailCleanly_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("expected"); // in the failure; empty: the item may also be written
+    QTest::newRow("PNG header of 65,535 x 65,535") << ImageFixtures::pngClaiming(65535, 65535) << "claims.png"
+                                                  << "too large (65535 x 65535 pixels";
+    QTest::newRow("valid PNG of 30,000 x 30,000") << ImageFixtures::blackPng(30000, 30000) << "vast.png"
+                                                 << "too large (30000 x 30000 pixels";
+    QTest::newRow("PDF with a 10,000-deep page tree") << ImageFixtures::pdfWithDeepPageTree(10000) << "deep.pdf" << QString();
+    // The largest page a PDF may have: 200,000 pixels square at 1000 dpi.
+    const QString poster = m_tree.path() + QStringLiteral("/poster-source.pdf");
+    QVERIFY(ImageFixtures::pdfWithPages(poster, {QSizeF(14400, 14400)}));
+    QTest::newRow("PDF page too large at 1000 dpi") << TestTree::contents(poster) << "poster.pdf" << "too large";
+}
+
+void WorkerTest::hostileFilesFailCleanly()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, name);
+    QFETCH(QString, expected);
+    TestTree tree;
+    const QString path = tree.path() + QChar('/') + name;
+    QVERIFY(ImageFixtures::write(path, content));
+    const bool pdf = name.endsWith(QLatin1String(".pdf"));
+    std::unique_ptr<ImageBatchJob> job;
+    if (pdf)
+        job = std::make_unique<PdfToImagesJob>(PdfToImagesJob::Request{path, {}, tree.path(), 1, 1000.0f});
+    else
+        job = std::make_unique<ConvertJob>(toJpeg({path}, tree.path()));
+    runToEnd(*job, 120000);
+    const QStringList there = QDir(tree.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+    if (job->failures().isEmpty()) {
+        QVERIFY2(expected.isEmpty(), "a file that should fail was written");
+        QCOMPARE(job->written().size(), 1);
+    } else {
+        QCOMPARE(job->failures().size(), 1);
+        const QString message = job->failures().first().message;
+        QVERIFY2(message.startsWith(path + QStringLiteral(": ")) && message.contains(expected), qPrintable(message));
+        QVERIFY(job->written().isEmpty());
+        QCOMPARE(there, QStringList{name}); // no output, no temporary, no empty folder
+    }
+    // The worker is in order for what follows.
+    const QString fine = tree.path() + QStringLiteral("/fine.png");
+    QVERIFY(ImageFixtures::write(fine, ImageFixtures::encoded(ImageFixtures::picture(20, 20), "png")));
+    ConvertJob next(toJpeg({fine}, tree.path()));
+    runToEnd(next);
+    QCOMPARE(next.written().size(), 1);
 }
 
 QTEST_MAIN(WorkerTest)
