@@ -141,7 +141,8 @@ void ImageCliTest::theSameBadInputGetsTheSameWords()
     const QList<QStringList> commands{{"resize", "--width", "20"}, {"convert", "jpg"}, {"convert", "png"}, {"img2pdf"}};
     for (const QStringList &command : commands) {
         const Run run = quaydrop(command + QStringList{name}, m_tree.path());
-        QVERIFY2(run.code == 1 && run.out.isEmpty(), qPrintable(command.join(' ')));
+        QVERIFY2(run.code == 1 && run.out.isEmpty(),
+                 qPrintable(QStringLiteral("%1: exit %2, out %3, err %4").arg(command.join(' ')).arg(run.code).arg(run.out, run.err)));
         QVERIFY2(run.err.contains(line), qPrintable(command.join(' ') + ": " + run.err));
     }
 }
