@@ -27,6 +27,8 @@ bench: build
 	bash bench/copy.sh $(BUILD_DIR)
 	bash bench/drag-latency.sh $(BUILD_DIR)
 	bash bench/images.sh $(BUILD_DIR)
+	bash bench/startup.sh $(BUILD_DIR)
+	bash bench/worker.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)
