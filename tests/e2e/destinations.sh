@@ -6,7 +6,7 @@ source "$(dirname "$0")/lib.sh"
 BIN=$1
 SOURCE=$2
 private_home
-trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid $src' EXIT
 pid= src=
 screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
 write_conf

@@ -66,6 +66,15 @@ glide_to() {
   done
 }
 
+# For the EXIT trap: stops the given processes, waits for them to go (a program on its way out still
+# writes to its home), then removes the private home.
+leave() {
+  local p
+  kill "$@" 2>/dev/null || true
+  for p in "$@"; do wait_gone "$p" 3 || kill -KILL "$p" 2>/dev/null || true; done
+  rm -rf "$E2E_HOME" 2>/dev/null || { sleep 1; rm -rf "$E2E_HOME"; } || true
+}
+
 # wait_for FILE TEXT SECONDS
 wait_for() {
   for _ in $(seq $(($3 * 10))); do

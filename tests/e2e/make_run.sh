@@ -15,7 +15,7 @@ grep -- 'cmake --build' <<<"$plan" | grep -q -- '--target' && fail "make test do
 pass "make run builds only the program; make test builds everything"
 private_home
 unset XDG_RUNTIME_DIR
-trap 'kill $pid 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid' EXIT
 
 out="$E2E_HOME/run.log"
 bash "$RUN" "$BIN" >"$out" 2>&1 &

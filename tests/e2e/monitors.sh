@@ -16,7 +16,7 @@ command -v Xorg >/dev/null || skip "Xorg is missing (scripts/install-deps.sh ins
 command -v xrandr >/dev/null || skip "xrandr is missing (x11-xserver-utils)"
 private_home
 pid= src= xorg=
-trap 'kill $pid $src 2>/dev/null || true; kill $xorg 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid $src $xorg' EXIT
 
 cat >"$E2E_HOME/xorg.conf" <<'EOF'
 Section "ServerFlags"

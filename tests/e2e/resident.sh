@@ -4,7 +4,7 @@
 source "$(dirname "$0")/lib.sh"
 BIN=$1
 private_home
-trap 'kill $pid 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid' EXIT
 
 write_conf kQuaydropIsOffKey=false # left off in the last session: on again after launch
 log="$E2E_HOME/first.log"

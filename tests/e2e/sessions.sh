@@ -6,7 +6,7 @@ BIN=$1
 private_home
 write_conf
 xvfbs=() apps=()
-trap 'kill "${apps[@]}" 2>/dev/null || true; kill "${xvfbs[@]}" 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave "${apps[@]}" "${xvfbs[@]}"' EXIT
 
 start_display() { # start_display NAME: a new Xvfb; its number is read by display_number NAME
   Xvfb -displayfd 9 -screen 0 1024x768x24 -nolisten tcp 9>"$E2E_HOME/display.$1" >/dev/null 2>&1 &

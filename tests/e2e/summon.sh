@@ -6,7 +6,7 @@ source "$(dirname "$0")/lib.sh"
 BIN=$1
 SOURCE=$2
 private_home
-trap 'kill $pid $src 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid $src' EXIT
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 log="$E2E_HOME/quaydrop.log"
 start() { start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"; }

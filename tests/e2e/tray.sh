@@ -7,7 +7,7 @@ BIN=$1
 command -v trayer >/dev/null || fail "trayer is missing (scripts/install-deps.sh installs it)"
 command -v xdotool >/dev/null || fail "xdotool is missing (scripts/install-deps.sh installs it)"
 private_home
-trap 'kill $pid $tray $other 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid $tray $other' EXIT
 pid= other=
 
 trayer --edge top --align right --widthtype pixel --width 100 --heighttype pixel --height 26 \

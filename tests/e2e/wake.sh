@@ -7,7 +7,7 @@ BIN=$1 LOGIN1=$2
 private_home
 write_conf
 bus= pid=
-trap 'kill $pid $bus 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
+trap 'leave $pid $bus' EXIT
 
 dbus-daemon --config-file="$(dirname "$0")/system-bus.conf" --nofork --print-address=9 9>"$E2E_HOME/bus" 2>"$E2E_HOME/bus.log" &
 bus=$!
