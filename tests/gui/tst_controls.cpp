@@ -1,9 +1,8 @@
-// The program's own controls: the switch's click, drag and key rules and its knob, the integer
-// field's rule, the borderless buttons' colours, and disabling the controls below a view.
+// The program's own controls: the switch's click, drag and key rules and its knob, the borderless
+// buttons' colours, and disabling the controls below a view.
 
 #include "widgets/DisableSubviews.h"
 #include "widgets/controls/ITSwitch.h"
-#include "widgets/controls/OnlyIntegerValueFormatter.h"
 #include "widgets/controls/RMBorderlessButton.h"
 #include "widgets/controls/SwitchGeometry.h"
 
@@ -25,8 +24,6 @@ private Q_SLOTS:
     void switchDrags();
     void disabledSwitchIgnoresTheMouse();
     void switchKeys();
-    void integerField_data();
-    void integerField();
     void dimmedColours_data();
     void dimmedColours();
     void disablingControlsLeavesContainers();
@@ -158,36 +155,6 @@ void ControlsTest::switchKeys()
     QTest::keyClick(&s, Qt::Key_Left);
     QVERIFY(!s.isOn());
     QCOMPARE(action.count(), 4);
-}
-
-void ControlsTest::integerField_data()
-{
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<bool>("valid");
-    QTest::addColumn<bool>("beeps");
-    QTest::newRow("1234") << "1234" << true << false;
-    QTest::newRow("12345: too long") << "12345" << false << false;
-    QTest::newRow("0") << "0" << false << false;
-    QTest::newRow("01") << "01" << false << false;
-    QTest::newRow("1a: no number") << "1a" << false << true;
-    QTest::newRow("empty") << "" << true << false;
-    QTest::newRow("letters") << "abc" << false << true;
-}
-
-void ControlsTest::integerField()
-{
-    QFETCH(QString, text);
-    QFETCH(bool, valid);
-    QFETCH(bool, beeps);
-    bool beep = false;
-    QCOMPARE(OnlyIntegerValueFormatter::isPartialStringValid(text, 4, &beep), valid);
-    QCOMPARE(beep, beeps);
-    // In a field, what is refused cannot be typed.
-    QLineEdit field;
-    auto *formatter = new OnlyIntegerValueFormatter(&field);
-    field.setValidator(formatter);
-    QTest::keyClicks(&field, text);
-    QCOMPARE(field.text() == text, valid);
 }
 
 void ControlsTest::dimmedColours_data()

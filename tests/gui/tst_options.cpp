@@ -413,11 +413,6 @@ void OptionsTest::slideTimerAndSwipesWrap()
     v->displaySlideAtIndex(3);
     v->handleTimerTick();
     QCOMPARE(v->indexOfDisplayedSlide(), 0); // wraps
-    v->repeatingScheduledTransition = false;
-    v->displaySlideAtIndex(3);
-    v->handleTimerTick();
-    QCOMPARE(v->indexOfDisplayedSlide(), 3);
-    v->repeatingScheduledTransition = true;
 
     auto swipeBy = [v](int dx) {
         swipe(v, Qt::ScrollBegin, 0);
@@ -451,8 +446,6 @@ void OptionsTest::slidesWithOneSlide()
     v.handleTimerTick();
     QCOMPARE(v.displayedSlide(), only);
     QCOMPARE(v.dotsControl()->dotsCount(), 1);
-    v.setScheduledTransition(false);
-    QVERIFY(!v.transitionTimer()->isActive());
 }
 
 void OptionsTest::firstStartShowsSlidesThenAsksAboutLogin()

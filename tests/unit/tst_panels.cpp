@@ -46,20 +46,15 @@ void PanelsTest::enablingRules_data()
     QTest::addColumn<QStringList>("hidden");
 
     const QStringList img = {"zipImgBtn", "createNewFImgBtn", "trashImgBtn", "revealImginFinderBtn"};
-    QTest::newRow("image, user's file") << quint64(1) << inputs(false, false) << img << QStringList() << QStringList();
     QTest::newRow("image, library folder") << quint64(1) << inputs(true, false) << QStringList() << img << QStringList();
     QTest::newRow("image ignores OTHER") << quint64(1) << inputs(false, true) << img << QStringList() << QStringList();
     const QStringList doc = {"revealdocInFinderBtn", "zipDocBtn", "trashdocBtn", "createNewDocBtn"};
-    QTest::newRow("document, library folder") << quint64(2) << inputs(true, false) << QStringList() << doc << QStringList();
     QTest::newRow("document ignores OTHER") << quint64(2) << inputs(false, true) << doc << QStringList() << QStringList();
     const QStringList folder = {"trashFileBtn", "revealInFinderBtn", "zipBtn", "createNewBtn"};
     const QStringList pdfButtons = {"printPrTbleFileBtn", "convrtPDFToImgBtn"};
-    QTest::newRow("folder") << quint64(333) << inputs(false, false) << folder << QStringList() << pdfButtons;
     QTest::newRow("folder, library") << quint64(333) << inputs(true, false) << QStringList() << folder << pdfButtons;
     QTest::newRow("folder named like a PDF") << quint64(333) << inputs(false, false, 0, true) << folder + pdfButtons
                                              << QStringList() << QStringList();
-    QTest::newRow("other file") << quint64(777) << inputs(false, false)
-                                << QStringList{"trashFileBtn", "createNewBtn", "zipBtn"} << QStringList() << pdfButtons;
     QTest::newRow("other file from another app") << quint64(777) << inputs(false, true) << QStringList{"zipBtn"}
                                                  << QStringList{"trashFileBtn", "createNewBtn"} << pdfButtons;
     QTest::newRow("other file, library") << quint64(777) << inputs(true, false) << QStringList()
@@ -72,15 +67,12 @@ void PanelsTest::enablingRules_data()
                               << QStringList() << QStringList();
     const QStringList multi = {"moveToOneFoldBtn", "createFileMultiBtn", "trashMultiBtn", "revealInfinderMultibtn"};
     const QStringList imageButtons = {"multiConvrtImg", "multiResizeImg"};
-    QTest::newRow("several, no images") << quint64(888) << inputs(false, false, 0) << multi << imageButtons << QStringList();
     QTest::newRow("several, one image") << quint64(888) << inputs(false, false, 1) << multi + imageButtons << QStringList()
                                         << QStringList();
     QTest::newRow("several from another app") << quint64(888) << inputs(false, true, 3) << imageButtons << multi
                                               << QStringList();
     QTest::newRow("text enables nothing") << quint64(222) << inputs(true, true) << QStringList() << QStringList()
                                           << QStringList();
-    QTest::newRow("image of another app enables nothing") << quint64(444) << inputs(true, true) << QStringList()
-                                                          << QStringList() << QStringList();
 }
 
 void PanelsTest::enablingRules()
@@ -126,10 +118,7 @@ void PanelsTest::zipButtonFollowsARunningZip_data()
 {
     QTest::addColumn<quint64>("panel");
     QTest::addColumn<QString>("zipButton");
-    QTest::newRow("image") << quint64(1) << "zipImgBtn";
-    QTest::newRow("document") << quint64(2) << "zipDocBtn";
     QTest::newRow("folder") << quint64(333) << "zipBtn";
-    QTest::newRow("other") << quint64(777) << "zipBtn";
     QTest::newRow("several") << quint64(888) << "zipMultiBtn";
     QTest::newRow("image of another app has no check") << quint64(444) << "";
 }
