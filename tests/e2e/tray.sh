@@ -13,7 +13,7 @@ pid= other=
 trayer --edge top --align right --widthtype pixel --width 100 --heighttype pixel --height 26 \
   --SetDockType false --SetPartialStrut false --expand false 2>/dev/null &
 tray=$!
-wait_until 10 sh -c 'xdotool search --classname trayer >/dev/null 2>&1' || fail "the tray host did not start"
+wait_until 30 sh -c 'xdotool search --classname trayer >/dev/null 2>&1' || fail "the tray host did not start"
 
 panel_visible() { xdotool search --onlyvisible --name '^Quaydrop options$' 2>/dev/null | head -1; }
 icon_window() { # the icon: our small window inside the tray's panel
@@ -30,7 +30,7 @@ write_conf
 log="$E2E_HOME/first.log"
 start_quaydrop
 ! grep -q "no system tray" "$log" || fail "the tray host was not found"
-wait_until 5 has_icon || fail "no icon in the tray"
+wait_until 15 has_icon || fail "no icon in the tray"
 pass "the icon sits in the tray"
 
 icon=$(icon_window)

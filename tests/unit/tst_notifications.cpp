@@ -244,6 +244,9 @@ void NotificationsTest::withoutAServerABalloonTellsIt()
         delete m_service;
         m_service = new FreedesktopNotifications(QDBusConnection(QStringLiteral("never connected")), this);
         m_service->setFallback(m_balloon);
+        Platform services;
+        services.notifications = m_service; // the running service, not the one just deleted
+        Platform::install(services);
     }
     QSignalSpy activated(m_service, &NotificationService::activated);
     const QStringList paths{"/x/a <b>.png"};
