@@ -22,6 +22,11 @@ VImage onWhite(const VImage &image)
     return image.flatten(VImage::option()->set("background", std::vector<double>(size_t(colours), 255.0)));
 }
 
+// Optimised Huffman tables make a JPEG about 5 % smaller, but libjpeg then holds every coefficient of
+// the picture until the end (two bytes per sample), so the picture no longer streams: past this size,
+// standard tables.
+constexpr qint64 kOptimizedJpegMaxPixels = 16'000'000;
+
 int qualityOf(std::optional<float> factor, int fallback)
 {
     if (!factor)
@@ -61,7 +66,9 @@ Saver saverFor(const VImage &image, quint64 code, std::optional<float> factor)
         return {"gifsave", tagged, VImage::option()};
     case ImageTypeCode::JPEG:
         return {"jpegsave", onWhite(tagged),
-                VImage::option()->set("Q", qualityOf(factor, ImageEncoder::kDefaultJpegQuality))->set("optimize_coding", true)};
+                VImage::option()
+                    ->set("Q", qualityOf(factor, ImageEncoder::kDefaultJpegQuality))
+                    ->set("optimize_coding", qint64(image.width()) * image.height() <= kOptimizedJpegMaxPixels)};
     case ImageTypeCode::JPEG2000: {
         const bool lossless = !factor || *factor >= 1.0f;
         auto *options = VImage::option()->set("lossless", lossless);
