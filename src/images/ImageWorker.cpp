@@ -35,3 +35,5 @@ Status ImageWorker::writeInto(AtomicFile &output, QLatin1StringView job, QCborMa
     const auto reply = call(job, arguments, subject, cancelled);
     return reply.ok() ? success() : Status(reply.error());
 }
+
+void ImageWorker::expectWork() { WorkerPool::shared().prestart(); }

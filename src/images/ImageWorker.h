@@ -24,4 +24,8 @@ Result<QCborMap> call(QLatin1StringView job, QCborMap arguments, const QString &
 Status writeInto(AtomicFile &output, QLatin1StringView job, QCborMap arguments, const QString &subject,
                  const std::function<bool()> &cancelled = {});
 
+// An image action is likely soon (an image or a PDF was dropped): a worker starts now, in the
+// background, so that the action does not wait for it.
+void expectWork();
+
 } // namespace ImageWorker

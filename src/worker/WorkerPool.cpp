@@ -142,10 +142,35 @@ void WorkerPool::closeIdle()
     closing.clear();
 }
 
+void WorkerPool::prestart()
+{
+    {
+        std::lock_guard lock(m_mutex);
+        m_prestart = true;
+    }
+    m_changed.notify_all();
+}
+
 void WorkerPool::janitor()
 {
     std::unique_lock lock(m_mutex);
     while (!m_stopping) {
+        if (m_prestart) {
+            m_prestart = false;
+            if (m_idle.empty() && m_busy < capacity()) {
+                ++m_busy; // counted while it starts, so that a call meanwhile does not start another too
+                const Settings settings = m_settings;
+                lock.unlock();
+                auto started = WorkerConnection::start(settings.program.isEmpty() ? defaultProgram() : settings.program,
+                                                       settings.limits);
+                lock.lock();
+                --m_busy;
+                if (started.ok())
+                    m_idle.push_back(std::move(started.value()));
+                m_changed.notify_all();
+                continue;
+            }
+        }
         const auto idleFor = std::chrono::seconds(m_settings.limits.idleSeconds);
         const auto now = std::chrono::steady_clock::now();
         std::vector<std::unique_ptr<WorkerConnection>> expired;

@@ -44,6 +44,9 @@ public:
     QList<qint64> workerPids() const;
     // Closes every idle worker now.
     void closeIdle();
+    // Starts a worker ahead of need, in the background, unless one is idle or the pool is full: the
+    // first job then does not wait for it. It goes after the idle time like any other.
+    void prestart();
 
 private:
     Result<std::unique_ptr<WorkerConnection>> acquire(const std::function<bool()> &cancelled);
@@ -58,5 +61,6 @@ private:
     QList<qint64> m_busyPids;
     int m_busy = 0;
     bool m_stopping = false;
+    bool m_prestart = false;
     std::thread m_janitor;
 };

@@ -17,6 +17,7 @@
 #include "fileops/ui/ConflictDialog.h"
 #include "fileops/ui/ProgressPanel.h"
 #include "fileops/ui/WidgetAlerts.h"
+#include "images/ImageWorker.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 #include "widgets/DisableSubviews.h"
@@ -153,6 +154,8 @@ void AppDelegate::showPanelWithIndex(quint64 index)
     if (ActionButton *zip = view->button(PanelCatalog::zipButtonOf(panel)))
         zip->setBusy(inputs.zipRunning);
     window->setContentView(view);
+    if (panel == DropPanelImage || panel == DropPanelOtherAppImage || inputs.firstPathIsPdf || inputs.imageCount > 0)
+        ImageWorker::expectWork();
 
     switch (panel) {
     case DropPanelImage:
