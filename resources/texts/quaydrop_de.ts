@@ -787,5 +787,173 @@
         <source>openFileBtn</source>
         <translation>Öffnen</translation>
     </message>
+    <message>
+        <source>Undo</source>
+        <translation>Rückgängig</translation>
+    </message>
+    <message>
+        <source>sameAsDraggedName</source>
+        <translation>Name des Abgelegten</translation>
+    </message>
+    <message>
+        <source>insideFolderCheckBox</source>
+        <translation>Im Ordner</translation>
+    </message>
+    <message>
+        <source>newFolderBtn</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>newTextBtn</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>newRtfBtn</source>
+        <translation>RTF</translation>
+    </message>
+    <message>
+        <source>newWordBtn</source>
+        <translation>Word</translation>
+    </message>
+    <message>
+        <source>newExcelBtn</source>
+        <translation>Excel</translation>
+    </message>
+    <message>
+        <source>newOdtBtn</source>
+        <translation>Writer</translation>
+    </message>
+    <message>
+        <source>newOdsBtn</source>
+        <translation>Calc</translation>
+    </message>
+    <message>
+        <source>newFolderTip</source>
+        <translation>Ein neuer Ordner</translation>
+    </message>
+    <message>
+        <source>newTextTip</source>
+        <translation>Eine leere Textdatei (.txt)</translation>
+    </message>
+    <message>
+        <source>newRtfTip</source>
+        <translation>Ein leeres RTF-Dokument (.rtf)</translation>
+    </message>
+    <message>
+        <source>newWordTip</source>
+        <translation>Ein leeres Word-Dokument (.docx)</translation>
+    </message>
+    <message>
+        <source>newExcelTip</source>
+        <translation>Eine leere Excel-Arbeitsmappe (.xlsx)</translation>
+    </message>
+    <message>
+        <source>newOdtTip</source>
+        <translation>Ein leeres OpenDocument-Textdokument (.odt)</translation>
+    </message>
+    <message>
+        <source>newOdsTip</source>
+        <translation>Eine leere OpenDocument-Tabelle (.ods)</translation>
+    </message>
+    <message>
+        <source>fileCreateNameHintText</source>
+        <translation>Der Name des neuen Objekts, ohne Endung. Bleibt das Feld leer, wird ein Standardname verwendet; ist ein Name vergeben, kommt eine Zahl dazu.</translation>
+    </message>
+    <message>
+        <source>%@ created</source>
+        <translation>%1 erstellt</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>newItemFailedTitle</source>
+        <translation>Das neue Objekt konnte nicht erstellt werden</translation>
+    </message>
+    <message>
+        <source>folderNameLbl</source>
+        <translation>Die Objekte in einen neuen Ordner legen mit dem Namen:</translation>
+    </message>
+    <message>
+        <source>filesMoveMsgTitle</source>
+        <translation>Dateien in %1 verschoben</translation>
+    </message>
+    <message>
+        <source>%1 stayed where they were</source>
+        <translation>%1 blieben, wo sie waren</translation>
+    </message>
+    <message>
+        <source>gatherFailedTitle</source>
+        <translation>Nichts konnte in den neuen Ordner gelegt werden</translation>
+    </message>
+    <message>
+        <source>renameNamePlaceholder</source>
+        <translation>Neuer Name</translation>
+    </message>
+    <message>
+        <source>renamePrefixPlaceholder</source>
+        <translation>Präfix</translation>
+    </message>
+    <message>
+        <source>renameSuffixPlaceholder</source>
+        <translation>Suffix</translation>
+    </message>
+    <message>
+        <source>No rename data entered.
+
+ Please make sure at least one of the textfields above is not empty. To go back, just click on the window's background.</source>
+        <translation>Keine Angaben zum Umbenennen.
+
+ Bitte mindestens eines der Felder oben ausfüllen. Zurück geht es mit einem Klick auf den Fensterhintergrund.</translation>
+    </message>
+    <message>
+        <source>Renaming files</source>
+        <translation>Dateien werden umbenannt</translation>
+    </message>
+    <message>
+        <source>File rename complete!</source>
+        <translation>Umbenennen abgeschlossen!</translation>
+    </message>
+    <message>
+        <source>renameFailedTitle</source>
+        <translation>Keine Datei konnte umbenannt werden</translation>
+    </message>
+    <message>
+        <source>noTrashTitle</source>
+        <translation>Dieses Objekt kann nicht in den Papierkorb</translation>
+    </message>
+    <message>
+        <source>noTrashText</source>
+        <translation>%1 liegt auf einem Datenträger ohne Papierkorb. Endgültig löschen? Das lässt sich nicht rückgängig machen.</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>deleteFailedTitle</source>
+        <translation>Das Objekt konnte nicht gelöscht werden</translation>
+    </message>
+    <message>
+        <source>trashDoneTitle</source>
+        <translation>In den Papierkorb gelegt</translation>
+    </message>
+    <message>
+        <source>trashFailedTitle</source>
+        <translation>Nichts konnte in den Papierkorb gelegt werden</translation>
+    </message>
+    <message>
+        <source>%1 items</source>
+        <translation>%1 Objekte</translation>
+    </message>
+    <message>
+        <source>undoBlockedTitle</source>
+        <translation>Das lässt sich nicht rückgängig machen</translation>
+    </message>
+    <message>
+        <source>undoDoneTitle</source>
+        <translation>Wieder an seinem Platz</translation>
+    </message>
 </context>
 </TS>

@@ -745,7 +745,7 @@
     </message>
     <message>
         <source>zipping</source>
-        <translation>zipping</translation>
+        <translation>Zipping</translation>
     </message>
     <message>
         <source>Success</source>
@@ -786,6 +786,174 @@
     <message>
         <source>openFileBtn</source>
         <translation>Open</translation>
+    </message>
+    <message>
+        <source>Undo</source>
+        <translation>Undo</translation>
+    </message>
+    <message>
+        <source>sameAsDraggedName</source>
+        <translation>Same name as dropped</translation>
+    </message>
+    <message>
+        <source>insideFolderCheckBox</source>
+        <translation>Inside the folder</translation>
+    </message>
+    <message>
+        <source>newFolderBtn</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>newTextBtn</source>
+        <translation>Text</translation>
+    </message>
+    <message>
+        <source>newRtfBtn</source>
+        <translation>Rich text</translation>
+    </message>
+    <message>
+        <source>newWordBtn</source>
+        <translation>Word</translation>
+    </message>
+    <message>
+        <source>newExcelBtn</source>
+        <translation>Excel</translation>
+    </message>
+    <message>
+        <source>newOdtBtn</source>
+        <translation>Writer</translation>
+    </message>
+    <message>
+        <source>newOdsBtn</source>
+        <translation>Calc</translation>
+    </message>
+    <message>
+        <source>newFolderTip</source>
+        <translation>A new folder</translation>
+    </message>
+    <message>
+        <source>newTextTip</source>
+        <translation>An empty text file (.txt)</translation>
+    </message>
+    <message>
+        <source>newRtfTip</source>
+        <translation>An empty rich text document (.rtf)</translation>
+    </message>
+    <message>
+        <source>newWordTip</source>
+        <translation>An empty Word document (.docx)</translation>
+    </message>
+    <message>
+        <source>newExcelTip</source>
+        <translation>An empty Excel workbook (.xlsx)</translation>
+    </message>
+    <message>
+        <source>newOdtTip</source>
+        <translation>An empty OpenDocument text (.odt)</translation>
+    </message>
+    <message>
+        <source>newOdsTip</source>
+        <translation>An empty OpenDocument spreadsheet (.ods)</translation>
+    </message>
+    <message>
+        <source>fileCreateNameHintText</source>
+        <translation>The name of the new item, without an extension. Left empty, a default name is used; a name that is taken gets a number.</translation>
+    </message>
+    <message>
+        <source>%@ created</source>
+        <translation>%1 created</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Open</translation>
+    </message>
+    <message>
+        <source>newItemFailedTitle</source>
+        <translation>The new item could not be created</translation>
+    </message>
+    <message>
+        <source>folderNameLbl</source>
+        <translation>Put the items into a new folder named:</translation>
+    </message>
+    <message>
+        <source>filesMoveMsgTitle</source>
+        <translation>Files moved into %1</translation>
+    </message>
+    <message>
+        <source>%1 stayed where they were</source>
+        <translation>%1 stayed where they were</translation>
+    </message>
+    <message>
+        <source>gatherFailedTitle</source>
+        <translation>Nothing could be put into the new folder</translation>
+    </message>
+    <message>
+        <source>renameNamePlaceholder</source>
+        <translation>New name</translation>
+    </message>
+    <message>
+        <source>renamePrefixPlaceholder</source>
+        <translation>Prefix</translation>
+    </message>
+    <message>
+        <source>renameSuffixPlaceholder</source>
+        <translation>Suffix</translation>
+    </message>
+    <message>
+        <source>No rename data entered.
+
+ Please make sure at least one of the textfields above is not empty. To go back, just click on the window's background.</source>
+        <translation>No rename data entered.
+
+ Please make sure at least one of the textfields above is not empty. To go back, just click on the window's background.</translation>
+    </message>
+    <message>
+        <source>Renaming files</source>
+        <translation>Renaming files</translation>
+    </message>
+    <message>
+        <source>File rename complete!</source>
+        <translation>File rename complete!</translation>
+    </message>
+    <message>
+        <source>renameFailedTitle</source>
+        <translation>No file could be renamed</translation>
+    </message>
+    <message>
+        <source>noTrashTitle</source>
+        <translation>This item cannot go to the trash</translation>
+    </message>
+    <message>
+        <source>noTrashText</source>
+        <translation>%1 lies on a volume without a trash. Delete it for good? This cannot be undone.</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Delete</translation>
+    </message>
+    <message>
+        <source>deleteFailedTitle</source>
+        <translation>The item could not be deleted</translation>
+    </message>
+    <message>
+        <source>trashDoneTitle</source>
+        <translation>Moved to the trash</translation>
+    </message>
+    <message>
+        <source>trashFailedTitle</source>
+        <translation>Nothing could be moved to the trash</translation>
+    </message>
+    <message>
+        <source>%1 items</source>
+        <translation>%1 items</translation>
+    </message>
+    <message>
+        <source>undoBlockedTitle</source>
+        <translation>This cannot be undone</translation>
+    </message>
+    <message>
+        <source>undoDoneTitle</source>
+        <translation>Put back where it was</translation>
     </message>
 </context>
 </TS>

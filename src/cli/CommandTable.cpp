@@ -4,6 +4,7 @@
 #include "DestinationsCommand.h"
 #include "FileCommands.h"
 #include "ImageCommands.h"
+#include "FileActionCommands.h"
 #include "ZipCommand.h"
 
 namespace Cli {
@@ -13,6 +14,8 @@ namespace {
 const Option kDest{"--dest", ValueKind::Folder, "DIR", "write into DIR instead of beside the first file"};
 const QStringList kDestinationActions{QStringLiteral("list"), QStringLiteral("add"), QStringLiteral("remove"),
                                       QStringLiteral("rename")};
+const QStringList kNewKinds{QStringLiteral("folder"), QStringLiteral("txt"), QStringLiteral("rtf"), QStringLiteral("docx"),
+                            QStringLiteral("xlsx"), QStringLiteral("odt"), QStringLiteral("ods")};
 const QStringList kPageTypes{QStringLiteral("png"), QStringLiteral("jpg"), QStringLiteral("bmp"), QStringLiteral("tiff")};
 
 } // namespace
@@ -102,6 +105,49 @@ const std::vector<Command> &commands()
          "folders they come from. Inside a folder, hidden entries are left out. An older archive of that\n"
          "name goes to the trash once the new one is complete. Ctrl+C stops and leaves no archive.",
          &runZipCommand},
+        {"new",
+         {{"KIND", ArgumentKind::Choice, false, kNewKinds}, {"PATH", ArgumentKind::Path}},
+         {{"--name", ValueKind::Text, "N", "the new item's name, without its extension (else a default one)"},
+          {"--inside", ValueKind::None, "", "when PATH is a folder, make the item inside it"}},
+         "make a new folder or an empty document beside PATH, under a free name",
+         "KIND is folder, txt, rtf, docx, xlsx, odt or ods. A taken name gets a number (\"Notes 1.txt\");\n"
+         "nothing is ever replaced. The new item's path is printed.",
+         &runNewCommand},
+        {"gather",
+         {{"FILE", ArgumentKind::Path, true}},
+         {{"--name", ValueKind::Text, "N", "the name of the new folder"}},
+         "put the items into a new folder beside the first one",
+         "A folder of that name that exists already is left alone: the new one gets a number. An item that\n"
+         "cannot be moved stays where it was (exit status 1). quaydrop undo puts everything back.",
+         &runGatherCommand},
+        {"rename",
+         {{"FILE", ArgumentKind::Path, true}},
+         {{"--name", ValueKind::Text, "N", "the new name (else each item keeps its own)"},
+          {"--prefix", ValueKind::Text, "P", "put before each name"},
+          {"--suffix", ValueKind::Text, "S", "put after each name, before the extension"}},
+         "rename a batch: PREFIX + NAME + SUFFIX, extensions kept, into the first item's folder",
+         "Names that clash are numbered in the order given (Trip.jpg, Trip 1.jpg, ...); nothing is\n"
+         "overwritten. Each new path is printed. quaydrop undo gives the old names back.",
+         &runRenameCommand},
+        {"trash",
+         {{"FILE", ArgumentKind::Path, true}},
+         {},
+         "move the items to the trash; a removable volume's mount point is ejected instead",
+         "Where an item's volume has no trash, it is deleted for good only if you say so on a terminal;\n"
+         "otherwise it is left alone and the exit status is 1. quaydrop undo takes the items back out.",
+         &runTrashCommand},
+        {"reveal",
+         {{"FILE", ArgumentKind::Path, true}},
+         {},
+         "show the items in the file manager",
+         "Through org.freedesktop.FileManager1; with no file manager on the bus, the first one's folder opens.",
+         &runRevealCommand},
+        {"undo",
+         {},
+         {},
+         "put back what the last rename, gather, move or trash changed",
+         "Nothing changes when an old name has been taken since; the item that blocks is named.",
+         &runUndoCommand},
     };
     return table;
 }

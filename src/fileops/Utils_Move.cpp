@@ -2,6 +2,7 @@
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "core/texts/Texts.h"
+#include "actions/UndoLog.h"
 #include "engine/EntryCopier.h"
 #include "utils/Utils.h"
 
@@ -46,6 +47,7 @@ Utils::MoveResult Utils::moveOneOrMultipleFiles(const QStringList &paths, const 
                                                 const std::function<Status(const QString &)> &setAside)
 {
     MoveResult result;
+    QList<UndoLog::Step> steps;
     for (const QString &src : paths) {
         QString target = dest + QChar('/') + PathParts::lastComponent(src);
         int error = 0;
@@ -66,12 +68,14 @@ Utils::MoveResult Utils::moveOneOrMultipleFiles(const QStringList &paths, const 
             qWarning("errorMovingFile>>%s: %s", qPrintable(NativePath::forDisplay(src)), strerror(error));
         } else {
             result.moved.append(target);
+            steps.append({target, src, false});
         }
     }
+    const QString undoID = UndoLog::record(QStringLiteral("move"), steps);
     postSimpleNotificationWithTitle(
         QStringLiteral("%1 files have been moved!").arg(result.moved.size()),
         QStringLiteral("to ..%1/.../%2")
             .arg(PathParts::lastComponent(PathParts::parent(PathParts::parent(dest))), PathParts::lastComponent(dest)),
-        Texts::localized("revealShowFileBtn"), {{QStringLiteral("filePaths"), result.moved}});
+        Texts::localized("revealShowFileBtn"), {{QStringLiteral("filePaths"), result.moved}, {QStringLiteral("undoID"), undoID}});
     return result;
 }

@@ -110,7 +110,11 @@ class NotificationService : public QObject
     Q_OBJECT
 public:
     using QObject::QObject;
+    // With "undoTitle" in the user info the notification also has an Undo button; its press comes back
+    // as activated() with kActivationActionKey set to kUndoAction.
     virtual Status deliver(const QString &title, const QString &body, const QVariantMap &userInfo) = 0;
+    static constexpr const char *kActivationActionKey = "activationAction";
+    static constexpr const char *kUndoAction = "undo";
 Q_SIGNALS:
     void activated(const QVariantMap &userInfo);
 };

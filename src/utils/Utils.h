@@ -158,10 +158,16 @@ public:
     static QString getHumanReadableSizeFrom(quint64 bytes, const QLocale &locale);
 
     // ---- the end-of-action notification (core/notify) ----
-    // Delivered only when notifications are on and "filePaths" is not empty; a list too long for a
+    // Delivered only when notifications are on and "filePaths" or "OpenPath" is given; with "undoID" it
+    // offers Undo as well. A list too long for a
     // notification is replaced by the parent folder of its first path.
     static void postSimpleNotificationWithTitle(const QString &title, const QString &body,
                                                 const QString &actionTitle, const QVariantMap &userInfo);
+
+    // ---- the file manager (core/notify/Utils_Reveal.cpp): selects the items in a file manager window,
+    // or opens the first one's folder where no file manager answers; nothing for an empty list ----
+    static void revealInFinder(const QString &path);
+    static void revealMultiFilesInFinder(const QStringList &paths);
 
     // ---- mail (sending/Utils_Mail.cpp) ----
     // Opens a new message in the default mail program.

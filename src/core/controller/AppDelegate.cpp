@@ -151,6 +151,11 @@ void AppDelegate::userNotificationCenterDidActivate(const QVariantMap &userInfo,
 {
     if (activationType != 1 && activationType != 2)
         return;
+    if (userInfo.value(QString::fromLatin1(NotificationService::kActivationActionKey)).toString() ==
+        QLatin1String(NotificationService::kUndoAction)) {
+        undoFileOperation(userInfo.value(QStringLiteral("undoID")).toString());
+        return;
+    }
     const QStringList paths = userInfo.value(QStringLiteral("filePaths")).toStringList();
     if (!paths.isEmpty() && m_platform.workspace)
         if (const Status s = m_platform.workspace->revealItems(paths); !s.ok())

@@ -138,6 +138,20 @@ public:
     void finishZippingUIUpdates();
     void terminationUiUpdates();
 
+    // ---- new files, gathering, rename, trash, reveal, undo (AppDelegate_FileActions.cpp) ----
+    void createNewFileBtnAction(ActionButton *sender);
+    void fileCreateCompletion(qint64 tag, qint64 insideState, const QString &name);
+    void putSelectedFilesInFolderAction(ActionButton *sender);
+    void folderNameCompletion(qint64 tag, const QString &name);
+    void showRenameVC(ActionButton *sender);
+    void renameCompletion(qint64 tag, const QString &name, const QString &suffix, const QString &prefix,
+                          const QString &folder);
+    void trashFiles(ActionButton *sender);
+    void revealOneFileInFinder(ActionButton *sender);
+    void revealMultiFilesInFinder(ActionButton *sender);
+    // Puts back what the operation of `undoID` changed (empty: the last one), or says what blocks it.
+    void undoFileOperation(const QString &undoID);
+
     // ---- images (AppDelegate_Images.cpp) ----
     QImage thumbnailForFilePath(const QString &path) const;
     void quickResizeBtnAction(ActionButton *sender);

@@ -34,12 +34,6 @@ const QHash<QString, QString> &laterActions()
         {"saveDroppedStringToTXT", "sharing"},
         {"printFileAction", "printing"},
         {"printPDFFileAction", "printing"},
-        {"trashFiles", "trash"},
-        {"revealOneFileInFinder", "file actions"},
-        {"revealMultiFilesInFinder", "file actions"},
-        {"createNewFileBtnAction", "new files"},
-        {"putSelectedFilesInFolderAction", "new files"},
-        {"showRenameVC", "batch rename"},
     };
     return table;
 }
@@ -62,6 +56,12 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"SaveAsPDF", &AppDelegate::SaveAsPDF},
         {"zipBtnAction", &AppDelegate::zipBtnAction},
         {"zipMultiFilesAction", &AppDelegate::zipMultiFilesAction},
+        {"createNewFileBtnAction", &AppDelegate::createNewFileBtnAction},
+        {"putSelectedFilesInFolderAction", &AppDelegate::putSelectedFilesInFolderAction},
+        {"showRenameVC", &AppDelegate::showRenameVC},
+        {"trashFiles", &AppDelegate::trashFiles},
+        {"revealOneFileInFinder", &AppDelegate::revealOneFileInFinder},
+        {"revealMultiFilesInFinder", &AppDelegate::revealMultiFilesInFinder},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

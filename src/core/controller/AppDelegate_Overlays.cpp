@@ -4,6 +4,7 @@
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/overlays/PdfToImgVC.h"
+#include "core/overlays/FileOverlays.h"
 #include "core/overlays/OverlayControllers.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/window/DropWindow.h"
@@ -50,7 +51,9 @@ void AppDelegate::installOverlayCompletions()
                 logNotBuiltYet(QString::fromLatin1(handler), QStringLiteral("a later release"));
         };
     };
-    renameFlsVC->setRenameCompletion([f = notYet("renameCompletion")](qint64 tag, QString, QString, QString, QString) { f(tag); });
+    renameFlsVC->setRenameCompletion([this](qint64 tag, QString name, QString suffix, QString prefix, QString folder) {
+        renameCompletion(tag, name, suffix, prefix, folder);
+    });
     installedCompletions << QStringLiteral("setRenameCompletion");
     moveFileVC->setCompletion([this](qint64 tag, bool copy, QString path) { moveFileCompletion(tag, copy, path); });
     installedCompletions << QStringLiteral("setCompletion");
@@ -67,9 +70,9 @@ void AppDelegate::installOverlayCompletions()
         imgResizeCompletion(tag, w, h, index, path);
     });
     installedCompletions << QStringLiteral("setImgResizeCompletion");
-    enterFolderNameVC->setFolderNameCompletion([f = notYet("folderNameCompletion")](qint64 tag, QString) { f(tag); });
+    enterFolderNameVC->setFolderNameCompletion([this](qint64 tag, QString name) { folderNameCompletion(tag, name); });
     installedCompletions << QStringLiteral("setFolderNameCompletion");
-    fileCreateVC->setFileCreateCompletion([f = notYet("fileCreateCompletion")](qint64 tag, qint64, QString) { f(tag); });
+    fileCreateVC->setFileCreateCompletion([this](qint64 tag, qint64 inside, QString name) { fileCreateCompletion(tag, inside, name); });
     installedCompletions << QStringLiteral("setFileCreateCompletion");
 }
 
@@ -137,8 +140,11 @@ void AppDelegate::modalOverlayDidShow(JMModalOverlay *overlay)
         imgConvrtVC->setStepValue(5.0f);
         imgConvrtVC->comprFactorLbl->setText(QStringLiteral("%1%").arg(imgConvrtVC->compressFactorSlider->value()));
     } else if (controller == renameFlsVC) {
-        renameFlsVC->renameNameTF->clear();
+        // The name of the last rename stays, ready to be typed over.
+        renameFlsVC->renameNameTF->selectAll();
         focusLater(renameFlsVC->renameNameTF);
+    } else if (controller == fileCreateVC) {
+        focusLater(fileCreateVC->fileNameTXTfld);
     } else if (controller == wpChangeVC) {
         wpChangeVC->setupOldWPview(m_platform.wallpaper ? m_platform.wallpaper->currentWallpaper() : QString());
     }

@@ -1,5 +1,6 @@
 #include "core/NotificationCenter.h"
 #include "core/plist/Plist.h"
+#include "core/texts/Texts.h"
 #include "platform/Platform.h"
 #include "utils/Utils.h"
 
@@ -13,11 +14,15 @@ void Utils::postSimpleNotificationWithTitle(const QString &title, const QString 
                                             const QVariantMap &userInfo)
 {
     const QStringList paths = userInfo.value(QStringLiteral("filePaths")).toStringList();
-    if (!enableUserNotifWhenDoneSwitchValue() || paths.isEmpty())
+    const bool opens = !userInfo.value(QStringLiteral("OpenPath")).toString().isEmpty();
+    if (!enableUserNotifWhenDoneSwitchValue() || (paths.isEmpty() && !opens))
         return;
     QVariantMap info = userInfo;
+    // An operation that can be taken back offers Undo beside the click.
+    if (!info.value(QStringLiteral("undoID")).toString().isEmpty())
+        info.insert(QStringLiteral("undoTitle"), Texts::localized("Undo"));
     const auto archived = Plist::serialize(QVariant(paths));
-    if (!archived.ok() || archived.value().size() > kMaxUserInfoBytes)
+    if (!paths.isEmpty() && (!archived.ok() || archived.value().size() > kMaxUserInfoBytes))
         info.insert(QStringLiteral("filePaths"), QStringList{QFileInfo(paths.first()).absolutePath()});
     NotificationService *service = Platform::current().notifications;
     if (!service) {

@@ -85,6 +85,12 @@ public:
     };
     Status deliver(const QString &title, const QString &body, const QVariantMap &userInfo) override;
     void click(int index) { Q_EMIT activated(delivered.at(index).userInfo); }
+    void clickUndo(int index)
+    {
+        QVariantMap info = delivered.at(index).userInfo;
+        info.insert(QString::fromLatin1(kActivationActionKey), QString::fromLatin1(kUndoAction));
+        Q_EMIT activated(info);
+    }
     QList<Delivered> delivered;
 };
 

@@ -32,9 +32,12 @@ Status FreedesktopNotifications::deliver(const QString &title, const QString &bo
     QVariantMap hints;
     hints.insert(QStringLiteral("sound-name"), QStringLiteral("message-new-instant"));
     hints.insert(QStringLiteral("desktop-entry"), QStringLiteral(QD_BUNDLE_ID));
-    // The "default" action is a click on the notification itself; no button is added.
+    // The "default" action is a click on the notification itself; Undo is a button of its own.
+    QStringList actions{QStringLiteral("default"), QString()};
+    if (const QString undo = userInfo.value(QStringLiteral("undoTitle")).toString(); !undo.isEmpty())
+        actions << QString::fromLatin1(kUndoAction) << undo;
     call << QStringLiteral("Quaydrop") << uint(0) << QStringLiteral("document-send") << title << escapedBody(body)
-         << QStringList{QStringLiteral("default"), QString()} << hints << int(-1);
+         << actions << hints << int(-1);
     auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, userInfo, title, body](QDBusPendingCallWatcher *w) {
         const QDBusPendingReply<uint> reply = *w;
@@ -76,6 +79,11 @@ void FreedesktopNotifications::onActionInvoked(uint id, const QString &actionKey
     m_userInfo.erase(it);
     if (actionKey == QLatin1String("default"))
         Q_EMIT activated(info);
+    else if (actionKey == QLatin1String(kUndoAction)) {
+        QVariantMap undo = info;
+        undo.insert(QString::fromLatin1(kActivationActionKey), QString::fromLatin1(kUndoAction));
+        Q_EMIT activated(undo);
+    }
     // The delivered notification goes once it was used.
     QDBusMessage close = QDBusMessage::createMethodCall(kService, kPath, kInterface, QStringLiteral("CloseNotification"));
     close << id;
