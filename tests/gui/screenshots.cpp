@@ -2,6 +2,7 @@
 // PNG files, through the real drop path, for the README. Run under a display: scripts/screenshots.sh.
 
 #include "LaunchedProgram.h"
+#include "core/overlays/FileOverlays.h"
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/LockedPDFEnterPass.h"
@@ -12,6 +13,7 @@
 #include "fileops/ui/ConflictDialog.h"
 #include "fileops/destinations/DestinationEdits.h"
 #include "fileops/ui/ProgressPanel.h"
+#include "fileops/ui/ZipProgressWindow.h"
 #include "fileops/ui/destinations/DestinationList.h"
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "fileops/ui/destinations/SubfolderPopup.h"
@@ -25,6 +27,7 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QCheckBox>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
@@ -177,6 +180,29 @@ int main(int argc, char **argv)
     save(&sheet, out, QStringLiteral("pdf-password"));
     sheet.reject();
     delegate.closeVisibleModalOverlay();
+
+    // The file overlays: a new item, the folder to gather into, the batch rename with its preview.
+    overlayOn({notes}, QStringLiteral("createNewDocBtn"));
+    delegate.fileCreateVC->sameAsDragedFile->click();
+    save(delegate.window, out, QStringLiteral("overlay-new-file"));
+    delegate.closeVisibleModalOverlay();
+    overlayOn({harbour, notes}, QStringLiteral("moveToOneFoldBtn"));
+    QTest::keyClicks(delegate.enterFolderNameVC->folderNameTF, QStringLiteral("Quay 2026"));
+    save(delegate.window, out, QStringLiteral("overlay-folder-name"));
+    delegate.closeVisibleModalOverlay();
+    overlayOn({harbour, w + QStringLiteral("/Quay.jpg"), notes}, QStringLiteral("renameMultiBtn"));
+    QTest::keyClicks(delegate.renameFlsVC->renameNameTF, QStringLiteral("Trip"));
+    QTest::keyClicks(delegate.renameFlsVC->prefixTF, QStringLiteral("2026 "));
+    save(delegate.window, out, QStringLiteral("overlay-rename"));
+    delegate.closeVisibleModalOverlay();
+    delegate.orderOutTheWindow();
+    {
+        ZipProgressWindow zipping;
+        zipping.setStateKey("zipping");
+        zipping.setProgress(quint64(142) << 20, quint64(305) << 20, QStringLiteral("Trip/day07/IMG_0413.jpg"));
+        zipping.show();
+        save(&zipping, out, QStringLiteral("zip-progress"));
+    }
 
     delegate.showDropTargetAt(QPointF(300, 500));
     delegate.filePathsArr = {notes};

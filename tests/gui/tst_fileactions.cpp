@@ -7,11 +7,14 @@
 #include "core/texts/Texts.h"
 #include "core/window/ActionPanelView.h"
 #include "core/window/DropWindow.h"
+#include "core/overlays/FileOverlays.h"
 #include "fileops/ui/ZipProgressWindow.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QProcess>
@@ -29,6 +32,11 @@ private Q_SLOTS:
     void cleanup();
     void zipButtonWritesTheArchiveAndCredits_data();
     void zipButtonWritesTheArchiveAndCredits();
+    void newItemFromTheOverlay_data();
+    void newItemFromTheOverlay();
+    void undoableActions_data();
+    void undoableActions();
+    void revealShowsEveryItem();
 
 private:
     QString make(const QByteArray &relative, const QByteArray &content = "x");
@@ -134,6 +142,107 @@ void FileActionsTest::zipButtonWritesTheArchiveAndCredits()
     QVERIFY(unzip.waitForFinished(20000));
     QCOMPARE(unzip.exitCode(), 0);
     QTRY_VERIFY_WITH_TIMEOUT(!m_app->zippingTaskPanel->isVisible(), 5000);
+}
+
+void FileActionsTest::newItemFromTheOverlay_data()
+{
+    QTest::addColumn<QByteArrayList>("items");
+    QTest::addColumn<QString>("panelButton");
+    QTest::addColumn<QString>("kindButton");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<quint64>("credit");
+    QTest::newRow("text beside a document") << QByteArrayList{"a.txt"} << "createNewDocBtn" << "createTextDocumentAction" << ""
+                                            << "_NewTextFile.txt" << quint64(10);
+    QTest::newRow("folder inside a dropped folder") << QByteArrayList{"box/"} << "createNewBtn" << "createFolderBtnAction"
+                                                    << "Inner" << "box/Inner" << quint64(3);
+    QTest::newRow("workbook for several") << QByteArrayList{"x", "y"} << "createFileMultiBtn" << "createExcelSheet" << ""
+                                          << "_NewWorkbook.xlsx" << quint64(10);
+    QTest::newRow("OpenDocument text") << QByteArrayList{"p.png"} << "createNewFImgBtn" << "createOdfText" << "Plan"
+                                       << "Plan.odt" << quint64(10);
+}
+
+void FileActionsTest::newItemFromTheOverlay()
+{
+    QFETCH(QByteArrayList, items);
+    QFETCH(QString, panelButton);
+    QFETCH(QString, kindButton);
+    QFETCH(QString, typed);
+    QFETCH(QString, expected);
+    QFETCH(quint64, credit);
+    QStringList dropped;
+    for (const QByteArray &item : items)
+        dropped.append(make(item));
+    drop(dropped);
+    ActionButton *panel = button(panelButton);
+    QVERIFY(panel);
+    panel->click();
+    FileCreateOverlayVC *overlay = m_app->fileCreateVC;
+    QVERIFY(overlay->isVisible());
+    QCOMPARE(overlay->sameAsDragedFile->isVisible(), dropped.size() == 1);
+    QCOMPARE(overlay->insideFolderCheckBox->isChecked(), items.first().endsWith('/'));
+    QTest::keyClicks(overlay->fileNameTXTfld, typed);
+    const quint64 before = ledgerTotal();
+    overlay->findChild<QPushButton *>(kindButton)->click();
+    const QString path = m_tree->path() + QLatin1Char('/') + expected;
+    QVERIFY(QFileInfo::exists(path));
+    QCOMPARE(ledgerTotal(), before + credit);
+    QVERIFY(!overlay->isVisible());
+    QCOMPARE(m_fakes->notifications.delivered.size(), qsizetype(1));
+    QCOMPARE(m_fakes->notifications.delivered.first().userInfo.value("OpenPath").toString(), path);
+    m_fakes->notifications.click(0);
+    QCOMPARE(m_fakes->workspace.opened, QStringList{path});
+}
+
+void FileActionsTest::undoableActions_data()
+{
+    QTest::addColumn<QString>("panelButton");
+    QTest::addColumn<QString>("field"); // of the overlay that asks, empty when none does
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QStringList>("expected"); // where the two items are then, relative to the tree
+    QTest::newRow("into folder") << "moveToOneFoldBtn" << "folderNameTF" << "Box" << QStringList{"Box/a.jpg", "Box/b.jpg"};
+    QTest::newRow("rename") << "renameMultiBtn" << "renameNameTF" << "Trip" << QStringList{"Trip.jpg", "Trip 1.jpg"};
+    QTest::newRow("trash") << "trashMultiBtn" << "" << "" << QStringList{".trash/a.jpg", ".trash/b.jpg"};
+}
+
+void FileActionsTest::undoableActions()
+{
+    QFETCH(QString, panelButton);
+    QFETCH(QString, field);
+    QFETCH(QString, typed);
+    QFETCH(QStringList, expected);
+    const QStringList dropped{make("a.jpg", "A"), make("b.jpg", "B")};
+    drop(dropped);
+    button(panelButton)->click();
+    if (!field.isEmpty()) {
+        auto *edit = m_app->window->findChild<QLineEdit *>(field);
+        QVERIFY(edit && edit->isVisible());
+        edit->clear();
+        QTest::keyClicks(edit, typed);
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
+    QTRY_COMPARE_WITH_TIMEOUT(m_fakes->notifications.delivered.size(), qsizetype(1), 10000);
+    for (const QString &e : expected)
+        QVERIFY2(QFileInfo::exists(m_tree->path() + QLatin1Char('/') + e), qPrintable(e));
+    QVERIFY(!QFileInfo::exists(dropped.first()));
+    QVERIFY(!m_fakes->notifications.delivered.first().userInfo.value("undoID").toString().isEmpty());
+    m_fakes->notifications.clickUndo(0);
+    QCOMPARE(TestTree::contents(dropped.at(0)), QByteArray("A"));
+    QCOMPARE(TestTree::contents(dropped.at(1)), QByteArray("B"));
+    QVERIFY(!QFileInfo::exists(m_tree->path() + QLatin1Char('/') + expected.first()));
+}
+
+void FileActionsTest::revealShowsEveryItem()
+{
+    const QStringList dropped{make("a"), make("b")};
+    drop(dropped);
+    const quint64 before = ledgerTotal();
+    button(QStringLiteral("revealInfinderMultibtn"))->click();
+    QCOMPARE(m_fakes->workspace.revealed, QList<QStringList>{dropped});
+    QCOMPARE(ledgerTotal(), before + 4);
+    drop({dropped.first()});
+    button(QStringLiteral("revealInFinderBtn"))->click();
+    QCOMPARE(m_fakes->workspace.revealed.last(), QStringList{dropped.first()});
 }
 
 QTEST_MAIN(FileActionsTest)

@@ -22,6 +22,8 @@ class FileActionsCliTest : public QObject
 private Q_SLOTS:
     void commands_data();
     void commands();
+    void undoPutsBackTheLastOperation_data();
+    void undoPutsBackTheLastOperation();
     void interruptLeavesNoArchive();
 
 private:
@@ -68,6 +70,59 @@ void FileActionsCliTest::commands_data()
                                           << QByteArrayList{} << QByteArrayList{"gone.zip"};
     QTest::newRow("zip without items") << QByteArrayList{} << QStringList{"zip"} << 2 << QByteArray()
                                        << QByteArrayList{} << QByteArrayList{};
+    QTest::newRow("new folder") << QByteArrayList{"a.txt", "_NewFolder/"} << QStringList{"new", "folder", "a.txt"} << 0
+                                << QByteArray("_NewFolder 1") << QByteArrayList{"_NewFolder 1", "a.txt"} << QByteArrayList{};
+    QTest::newRow("new docx inside, named") << QByteArrayList{"box/"}
+                                            << QStringList{"new", "docx", "--name", "-Plan", "--inside", "box"} << 0
+                                            << QByteArray("box/-Plan.docx") << QByteArrayList{"box/-Plan.docx"} << QByteArrayList{};
+    QTest::newRow("new of an unknown kind") << QByteArrayList{"a"} << QStringList{"new", "pdf", "a"} << 2 << QByteArray()
+                                            << QByteArrayList{} << QByteArrayList{};
+    QTest::newRow("gather") << QByteArrayList{"a", "d/", "d/b"} << QStringList{"gather", "--name", "Box", "a", "d"} << 0
+                            << QByteArray("Box") << QByteArrayList{"Box/a", "Box/d/b"} << QByteArrayList{"a", "d"};
+    QTest::newRow("gather without a name") << QByteArrayList{"a"} << QStringList{"gather", "a"} << 2 << QByteArray()
+                                           << QByteArrayList{"a"} << QByteArrayList{};
+    QTest::newRow("rename in order") << QByteArrayList{"b.jpg", "a.jpg", "sub/", "sub/c.jpg"}
+                                     << QStringList{"rename", "--name", "Trip", "b.jpg", "a.jpg", "sub/c.jpg"} << 0
+                                     << QByteArray("Trip 2.jpg") << QByteArrayList{"Trip.jpg", "Trip 1.jpg", "Trip 2.jpg"}
+                                     << QByteArrayList{"a.jpg", "b.jpg", "sub/c.jpg"};
+    QTest::newRow("rename with nothing asked") << QByteArrayList{"a"} << QStringList{"rename", "a"} << 2 << QByteArray()
+                                               << QByteArrayList{"a"} << QByteArrayList{};
+    QTest::newRow("rename with one item gone") << QByteArrayList{"a"} << QStringList{"rename", "--prefix", "x", "a", "gone"}
+                                               << 1 << QByteArray() << QByteArrayList{"a"} << QByteArrayList{"xa"};
+    QTest::newRow("trash") << QByteArrayList{"a", "-x"} << QStringList{"trash", "--", "-x", "a"} << 0
+                           << QByteArray("home/.local/share/Trash/files/a") << QByteArrayList{"home/.local/share/Trash/files/-x"}
+                           << QByteArrayList{"a", "-x"};
+    QTest::newRow("trash with one item gone") << QByteArrayList{"a"} << QStringList{"trash", "gone", "a"} << 1 << QByteArray()
+                                              << QByteArrayList{} << QByteArrayList{"a"};
+    QTest::newRow("reveal of nothing there") << QByteArrayList{} << QStringList{"reveal", "gone"} << 1 << QByteArray()
+                                             << QByteArrayList{} << QByteArrayList{};
+    QTest::newRow("undo with nothing done") << QByteArrayList{} << QStringList{"undo"} << 1 << QByteArray()
+                                            << QByteArrayList{} << QByteArrayList{};
+}
+
+void FileActionsCliTest::undoPutsBackTheLastOperation_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::newRow("rename") << QStringList{"rename", "--suffix", "!", "a.txt", "d/b.txt"};
+    QTest::newRow("gather") << QStringList{"gather", "--name", "Box", "a.txt", "d/b.txt"};
+    QTest::newRow("trash") << QStringList{"trash", "a.txt", "d/b.txt"};
+}
+
+void FileActionsCliTest::undoPutsBackTheLastOperation()
+{
+    QFETCH(QStringList, args);
+    TestTree tree;
+    tree.folder("d");
+    tree.file("a.txt", "A");
+    tree.file("d/b.txt", "B");
+    QCOMPARE(run(args, tree.path()).exitCode, 0);
+    QVERIFY(!QFileInfo::exists(tree.path() + "/a.txt"));
+    const Run undone = run({QStringLiteral("undo")}, tree.path());
+    QVERIFY2(undone.exitCode == 0, undone.err.constData());
+    QCOMPARE(TestTree::contents(tree.path() + "/a.txt"), QByteArray("A"));
+    QCOMPARE(TestTree::contents(tree.path() + "/d/b.txt"), QByteArray("B"));
+    QCOMPARE(TestTree::entries(tree.path() + "/d"), QStringList{"b.txt"});
+    QCOMPARE(run({QStringLiteral("undo")}, tree.path()).exitCode, 1); // done once only
 }
 
 void FileActionsCliTest::commands()
