@@ -48,11 +48,13 @@ Utils::MoveResult Utils::moveOneOrMultipleFiles(const QStringList &paths, const 
 {
     MoveResult result;
     QList<UndoLog::Step> steps;
+    bool replaced = false;
     for (const QString &src : paths) {
         QString target = dest + QChar('/') + PathParts::lastComponent(src);
         int error = 0;
         if (FsCalls::exists(target) && replacePaths.contains(src)) {
             error = replaceByRename(src, target, setAside);
+            replaced = true;
         } else {
             if (FsCalls::exists(target))
                 target = freeTarget(dest, src);
@@ -71,7 +73,8 @@ Utils::MoveResult Utils::moveOneOrMultipleFiles(const QStringList &paths, const 
             steps.append({target, src, false});
         }
     }
-    const QString undoID = UndoLog::record(QStringLiteral("move"), steps);
+    // A replaced item lies in the trash: putting the moved ones back would not bring it back, so no Undo.
+    const QString undoID = replaced ? QString() : UndoLog::record(QStringLiteral("move"), steps);
     postSimpleNotificationWithTitle(
         QStringLiteral("%1 files have been moved!").arg(result.moved.size()),
         QStringLiteral("to ..%1/.../%2")

@@ -82,6 +82,7 @@ private Q_SLOTS:
     void userInfoSizeLimit_data();
     void userInfoSizeLimit();
     void clickRevealsTheFilesAndClosesIt();
+    void undoIsAButtonOfItsOwn();
     void nothingWhenSwitchedOffOrWithoutFiles();
     void anotherProgramsClickIsIgnored();
     void withoutAServerABalloonTellsIt_data();
@@ -203,6 +204,21 @@ void NotificationsTest::clickRevealsTheFilesAndClosesIt()
     QCOMPARE(m_service->pendingCount(), 0);
 }
 
+void NotificationsTest::undoIsAButtonOfItsOwn()
+{
+    QSignalSpy activated(m_service, &NotificationService::activated);
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("File rename complete!"), QStringLiteral("..a/b"), {},
+                                           {{QStringLiteral("filePaths"), QStringList{"/a/b/Trip.jpg"}},
+                                            {QStringLiteral("undoID"), QStringLiteral("u1")}});
+    QTRY_COMPARE(m_server.received.size(), 1);
+    QCOMPARE(m_server.received.first().actions, QStringList({"default", "", "undo", "Undo"}));
+    invoke(m_server.lastId, QStringLiteral("undo"));
+    QTRY_COMPARE(activated.count(), 1);
+    const QVariantMap info = activated.first().first().toMap();
+    QCOMPARE(info.value(QString::fromLatin1(NotificationService::kActivationActionKey)).toString(), QStringLiteral("undo"));
+    QCOMPARE(info.value(QStringLiteral("undoID")).toString(), QStringLiteral("u1"));
+}
+
 void NotificationsTest::nothingWhenSwitchedOffOrWithoutFiles()
 {
     Utils::postSimpleNotificationWithTitle(QStringLiteral("t"), QStringLiteral("b"), {}, {});
@@ -270,6 +286,14 @@ void NotificationsTest::withoutAServerABalloonTellsIt()
     QTest::qWait(NotificationBalloon::kShowMs - 1000);
     QVERIFY(m_balloon->balloon()->isVisible());
     QTRY_VERIFY_WITH_TIMEOUT(!m_balloon->balloon()->isVisible(), 2500);
+    QVERIFY(!m_balloon->undoButton()->isVisibleTo(m_balloon->balloon()));
+    // An operation that can be taken back has Undo beside Show.
+    Utils::postSimpleNotificationWithTitle(QStringLiteral("t"), {}, {},
+                                           {{QStringLiteral("filePaths"), paths}, {QStringLiteral("undoID"), QStringLiteral("u2")}});
+    QTRY_VERIFY(m_balloon->undoButton()->isVisible());
+    m_balloon->undoButton()->click();
+    QCOMPARE(activated.last().first().toMap().value(QString::fromLatin1(NotificationService::kActivationActionKey)).toString(),
+             QStringLiteral("undo"));
 }
 
 void NotificationsTest::balloonStaysBesideTheIconOnScreen_data()

@@ -6,6 +6,7 @@
 #include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QGuiApplication>
 #include <QIcon>
 #include <QLabel>
@@ -59,8 +60,16 @@ void NotificationBalloon::build()
     layout->addWidget(icon, 0, 0, 2, 1, Qt::AlignTop);
     layout->addWidget(m_title, 0, 1);
     layout->addWidget(m_body, 1, 1);
-    layout->addWidget(m_action, 2, 1, Qt::AlignRight);
-    connect(m_action, &QPushButton::clicked, this, &NotificationBalloon::activate);
+    m_undo = new QPushButton(frame);
+    m_undo->setObjectName(QStringLiteral("balloonUndo"));
+    m_undo->setFocusPolicy(Qt::NoFocus);
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(m_undo);
+    buttons->addWidget(m_action);
+    layout->addLayout(buttons, 2, 1);
+    connect(m_action, &QPushButton::clicked, this, [this] { activate(); });
+    connect(m_undo, &QPushButton::clicked, this, [this] { activate(true); });
     m_timer = new QTimer(frame);
     m_timer->setSingleShot(true);
     m_timer->setInterval(kShowMs);
@@ -83,6 +92,9 @@ Status NotificationBalloon::deliver(const QString &title, const QString &body, c
     const bool reveal = !userInfo.value(QStringLiteral("filePaths")).toStringList().isEmpty();
     m_action->setText(reveal ? Texts::localized("revealShowFileBtn") : Texts::localized("openFileBtn"));
     m_action->setVisible(reveal || !userInfo.value(QStringLiteral("OpenPath")).toString().isEmpty());
+    const QString undo = userInfo.value(QStringLiteral("undoTitle")).toString();
+    m_undo->setText(undo);
+    m_undo->setVisible(!undo.isEmpty());
     m_balloon->adjustSize();
 
     const QRect icon = m_anchor ? m_anchor() : QRect();
@@ -115,11 +127,14 @@ QRect NotificationBalloon::placed(const QSize &size, const QRect &icon, const QP
     return r;
 }
 
-void NotificationBalloon::activate()
+void NotificationBalloon::activate(bool undo)
 {
     m_timer->stop();
     m_balloon->hide();
-    Q_EMIT activated(m_userInfo);
+    QVariantMap info = m_userInfo;
+    if (undo)
+        info.insert(QString::fromLatin1(kActivationActionKey), QString::fromLatin1(kUndoAction));
+    Q_EMIT activated(info);
 }
 
 bool NotificationBalloon::eventFilter(QObject *watched, QEvent *event)

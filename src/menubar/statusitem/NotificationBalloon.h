@@ -14,7 +14,8 @@ class QTimer;
 
 // Results told where no notification server runs: a small balloon of the program's own, near the tray
 // icon or else the pointer, with the notification's text and its Show (or Open) button, for five
-// seconds (longer while the pointer rests on it). A click on it or its button comes back as activated().
+// seconds (longer while the pointer rests on it). A click on it or its button comes back as activated();
+// with "undoTitle" in the user info it also has an Undo button, which comes back as the Undo action.
 class NotificationBalloon : public NotificationService
 {
     Q_OBJECT
@@ -32,6 +33,7 @@ public:
     QLabel *titleLabel() const { return m_title; }
     QLabel *bodyLabel() const { return m_body; }
     QPushButton *actionButton() const { return m_action; }
+    QPushButton *undoButton() const { return m_undo; }
 
     // Beside the icon, on its screen: under it when the icon is in the upper half, else above it;
     // without an icon, below and right of the pointer. Always inside `screen`.
@@ -42,13 +44,14 @@ protected:
 
 private:
     void build();
-    void activate();
+    void activate(bool undo = false);
 
     std::function<QRect()> m_anchor;
     QPointer<QWidget> m_balloon;
     QLabel *m_title = nullptr;
     QLabel *m_body = nullptr;
     QPushButton *m_action = nullptr;
+    QPushButton *m_undo = nullptr;
     QTimer *m_timer = nullptr;
     QVariantMap m_userInfo;
 };
