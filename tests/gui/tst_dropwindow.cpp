@@ -413,6 +413,7 @@ void DropWindowTest::keysCloseAndPress()
     m_app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
     m_app->showOverlayPanel(m_app->renameFlsVC);
     m_app->renameFlsVC->renameNameTF->setFocus();
+    QTest::keyClicks(m_app->renameFlsVC->renameNameTF, QStringLiteral("x"));
     QTest::keyClick(m_app->renameFlsVC->renameNameTF, Qt::Key_Return);
     QTRY_COMPARE(tag, qint64(1)); // "Rename"
     QTest::keyClick(m_app->renameFlsVC->renameNameTF, Qt::Key_Escape);

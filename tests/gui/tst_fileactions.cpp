@@ -222,6 +222,10 @@ void FileActionsTest::undoableActions()
         QTest::keyClick(edit, Qt::Key_Return);
     }
     QTRY_COMPARE_WITH_TIMEOUT(m_fakes->notifications.delivered.size(), qsizetype(1), 10000);
+    QTest::qWait(300); // Return acts once: no second run that would find the items gone
+    QCOMPARE(m_fakes->notifications.delivered.size(), qsizetype(1));
+    for (QWidget *w : QApplication::topLevelWidgets())
+        QVERIFY(!qobject_cast<QMessageBox *>(w) || !w->isVisible());
     for (const QString &e : expected)
         QVERIFY2(QFileInfo::exists(m_tree->path() + QLatin1Char('/') + e), qPrintable(e));
     QVERIFY(!QFileInfo::exists(dropped.first()));

@@ -53,7 +53,6 @@ FileCreateOverlayVC::FileCreateOverlayVC(QWidget *parent) : OverlayController("N
     body()->addWidget(insideFolderCheckBox);
     // Typing a name of one's own is no longer "the same as the dragged file".
     connect(fileNameTXTfld, &QLineEdit::textEdited, this, [this] { sameAsDragedFile->setChecked(false); });
-    connect(fileNameTXTfld, &QLineEdit::returnPressed, this, [this] { fire(1); });
 
     // One button per kind of item, with its tag; "Back" closes.
     struct Kind
@@ -133,7 +132,6 @@ EnterFolderNameOverlayVC::EnterFolderNameOverlayVC(QWidget *parent) : OverlayCon
     label->setWordWrap(true);
     body()->addWidget(label);
     folderNameTF = lineEdit(this, "folderNameTF");
-    connect(folderNameTF, &QLineEdit::returnPressed, this, [this] { fire(kDoneTag); });
     body()->addWidget(folderNameTF);
     body()->addStretch(1);
     addTagButton("Cancel", kCloseTag);
@@ -173,10 +171,9 @@ RenameFilesVC::RenameFilesVC(QWidget *parent) : OverlayController("Rename files"
     previewLbl->setFont(small);
     previewLbl->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     body()->addWidget(previewLbl, 1);
-    for (QLineEdit *field : {renameNameTF, prefixTF, suffixTF}) {
+    // Return in a field presses Rename, the default button, through the window.
+    for (QLineEdit *field : {renameNameTF, prefixTF, suffixTF})
         connect(field, &QLineEdit::textChanged, this, &RenameFilesVC::refreshPreview);
-        connect(field, &QLineEdit::returnPressed, this, [this] { fire(kRenameTag); });
-    }
     addTagButton("Cancel", kCloseTag);
     addTagButton("Rename", kRenameTag, true)->setObjectName(QStringLiteral("renameAction"));
     changeEvent(nullptr);
