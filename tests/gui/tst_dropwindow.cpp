@@ -411,6 +411,7 @@ void DropWindowTest::keysCloseAndPress()
     // In an overlay Return presses its default button; Escape closes the overlay, then the window.
     qint64 tag = -1;
     m_app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
+    m_app->renameFlsVC->destPathForRename = QFileInfo(notes).absolutePath();
     m_app->showOverlayPanel(m_app->renameFlsVC);
     m_app->renameFlsVC->renameNameTF->setFocus();
     QTest::keyClicks(m_app->renameFlsVC->renameNameTF, QStringLiteral("x"));
