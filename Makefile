@@ -29,6 +29,8 @@ bench: build
 	bash bench/images.sh $(BUILD_DIR)
 	bash bench/startup.sh $(BUILD_DIR)
 	bash bench/worker.sh $(BUILD_DIR)
+	bash bench/zip.sh $(BUILD_DIR)
+	bash bench/rename-trash.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)
