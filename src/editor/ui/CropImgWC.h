@@ -127,6 +127,8 @@ public:
 Q_SIGNALS:
     // The whole picture is read and can be edited.
     void pictureReady();
+    // The picture could not be opened; an alert says so too.
+    void openFailed(const QString &message);
     void saved(const QString &path);
     void closed();
 

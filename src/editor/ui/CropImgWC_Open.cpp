@@ -68,6 +68,7 @@ void CropImgWC::openImage(const QString &path, bool anotherApp, bool attachment)
     if (!preview.ok()) {
         qWarning("%s", qPrintable(preview.error().message));
         showAlert(QMessageBox::Warning, Texts::localized("editorOpenFailedTitle"), preview.error().message);
+        Q_EMIT openFailed(preview.error().message);
         return;
     }
     m_loading.waitForFinished();
@@ -116,6 +117,7 @@ void CropImgWC::pictureLoaded()
         // The quick look passed but the whole picture did not: nothing can be edited.
         qWarning("%s", qPrintable(loaded.error().message));
         showAlert(QMessageBox::Warning, Texts::localized("editorOpenFailedTitle"), loaded.error().message);
+        Q_EMIT openFailed(loaded.error().message);
         m_modified = false;
         close();
         return;
