@@ -149,9 +149,8 @@ void AKPaintView::paintEvent(QPaintEvent *)
     const QSize backing = backingSize();
     if (!backing.isEmpty()) {
         m_layer.sync(paintSession, backing, tool);
-        QImage layer = m_layer.image();
-        layer.setDevicePixelRatio(devicePixelRatioF());
-        p.drawImage(QPointF(0, 0), layer);
+        m_layer.setDevicePixelRatio(devicePixelRatioF());
+        p.drawImage(QPointF(0, 0), m_layer.image());
     }
     // In paint mode the pointer carries the brush's outline, black and white to show on any picture.
     if (!testAttribute(Qt::WA_TransparentForMouseEvents) && rect().contains(m_hover.toPoint())) {
