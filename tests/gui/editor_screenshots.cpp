@@ -24,6 +24,8 @@
 
 namespace {
 
+QString suffix; // "-de" for the German pictures
+
 void settle(int ms = 200)
 {
     QElapsedTimer t;
@@ -35,7 +37,7 @@ void settle(int ms = 200)
 void save(QWidget *w, const QString &dir, const QString &name)
 {
     settle();
-    w->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
+    w->grab().save(dir + QLatin1Char('/') + name + suffix + QStringLiteral(".png"));
 }
 
 // The window with the popups over it, as the screen shows them.
@@ -43,7 +45,7 @@ void saveScreenArea(const QRect &area, const QString &dir, const QString &name)
 {
     settle(300);
     QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
+        .save(dir + QLatin1Char('/') + name + suffix + QStringLiteral(".png"));
 }
 
 QPalette darkPalette()
@@ -70,7 +72,10 @@ int main(int argc, char **argv)
     QApplication app(argc, argv);
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(argc > 2 ? QString::fromLatin1(argv[2]) : QStringLiteral("en"));
+    const QString language = argc > 2 ? QString::fromLatin1(argv[2]) : QStringLiteral("en");
+    Texts::setLanguage(language);
+    if (language != u"en")
+        suffix = QLatin1Char('-') + language;
     const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("docs/screenshots");
     QDir().mkpath(out);
     QTemporaryDir work;
