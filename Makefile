@@ -31,6 +31,7 @@ bench: build
 	bash bench/worker.sh $(BUILD_DIR)
 	bash bench/zip.sh $(BUILD_DIR)
 	bash bench/rename-trash.sh $(BUILD_DIR)
+	bash bench/editor.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)

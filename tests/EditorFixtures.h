@@ -100,3 +100,45 @@ inline QByteArray jpegtran(const QString &path, const QStringList &arguments)
 }
 
 } // namespace EditorFixtures
+
+#include <QImage>
+#include <QLinearGradient>
+#include <QPainter>
+#include <QPainterPath>
+
+namespace EditorFixtures {
+
+// A small landscape with sky, sun, hills and a harbour wall: something to crop and paint on that
+// shows at a glance whether it is upright, whole and undamaged.
+inline QImage scenery(int w, int h)
+{
+    QImage img(w, h, QImage::Format_RGB32);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing);
+    QLinearGradient sky(0, 0, 0, h * 0.6);
+    sky.setColorAt(0, QColor(64, 120, 196));
+    sky.setColorAt(1, QColor(190, 214, 236));
+    p.fillRect(img.rect(), sky);
+    p.setPen(Qt::NoPen);
+    p.setBrush(QColor(255, 214, 102));
+    p.drawEllipse(QPointF(w * 0.78, h * 0.22), h * 0.09, h * 0.09);
+    QPainterPath hills;
+    hills.moveTo(0, h * 0.62);
+    hills.cubicTo(w * 0.25, h * 0.45, w * 0.45, h * 0.7, w * 0.7, h * 0.52);
+    hills.cubicTo(w * 0.85, h * 0.45, w * 0.95, h * 0.55, w, h * 0.5);
+    hills.lineTo(w, h);
+    hills.lineTo(0, h);
+    p.setBrush(QColor(74, 140, 84));
+    p.drawPath(hills);
+    p.setBrush(QColor(38, 86, 128));
+    p.drawRect(QRectF(0, h * 0.78, w, h * 0.22));
+    p.setBrush(QColor(150, 130, 110));
+    p.drawRect(QRectF(w * 0.08, h * 0.72, w * 0.5, h * 0.07));
+    p.setBrush(QColor(200, 70, 60));
+    p.drawRect(QRectF(w * 0.18, h * 0.6, w * 0.12, h * 0.12));
+    p.setBrush(QColor(90, 50, 40));
+    p.drawPolygon(QPolygonF({QPointF(w * 0.16, h * 0.6), QPointF(w * 0.24, h * 0.52), QPointF(w * 0.32, h * 0.6)}));
+    return img;
+}
+
+} // namespace EditorFixtures

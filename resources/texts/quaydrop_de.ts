@@ -955,5 +955,163 @@
         <source>undoDoneTitle</source>
         <translation>Wieder an seinem Platz</translation>
     </message>
+    <message>
+        <source>editorPaint</source>
+        <translation>Malen</translation>
+    </message>
+    <message>
+        <source>editorModeTip</source>
+        <translation>Bild zuschneiden oder darauf malen</translation>
+    </message>
+    <message>
+        <source>editorWidthShort</source>
+        <translation>B</translation>
+    </message>
+    <message>
+        <source>editorHeightShort</source>
+        <translation>H</translation>
+    </message>
+    <message>
+        <source>editorFullSizeTip</source>
+        <translation>Rahmen um das ganze Bild</translation>
+    </message>
+    <message>
+        <source>editorAlignCentre</source>
+        <translation>Rahmen in die Mitte</translation>
+    </message>
+    <message>
+        <source>editorAlignBottomLeft</source>
+        <translation>Rahmen nach unten links</translation>
+    </message>
+    <message>
+        <source>editorAlignBottomRight</source>
+        <translation>Rahmen nach unten rechts</translation>
+    </message>
+    <message>
+        <source>editorAlignTopLeft</source>
+        <translation>Rahmen nach oben links</translation>
+    </message>
+    <message>
+        <source>editorAlignTopRight</source>
+        <translation>Rahmen nach oben rechts</translation>
+    </message>
+    <message>
+        <source>editorRotateLeftTip</source>
+        <translation>Nach links drehen (Strg+Links)</translation>
+    </message>
+    <message>
+        <source>editorRotateRightTip</source>
+        <translation>Nach rechts drehen (Strg+Rechts)</translation>
+    </message>
+    <message>
+        <source>editorResizeTip</source>
+        <translation>Bildgröße ändern (Strg+R)</translation>
+    </message>
+    <message>
+        <source>editorRevertTip</source>
+        <translation>Zurück zum Bild, wie es gespeichert ist (Strg+Z)</translation>
+    </message>
+    <message>
+        <source>editorSaveTip</source>
+        <translation>Eine Kopie neben dem Bild sichern (Strg+S); die Eingabetaste schneidet auf den Rahmen zu</translation>
+    </message>
+    <message>
+        <source>editorBrush</source>
+        <translation>Pinsel</translation>
+    </message>
+    <message>
+        <source>editorEraser</source>
+        <translation>Radierer</translation>
+    </message>
+    <message>
+        <source>editorColour</source>
+        <translation>Farbe</translation>
+    </message>
+    <message>
+        <source>editorBrushSize</source>
+        <translation>Größe</translation>
+    </message>
+    <message>
+        <source>editorUndo</source>
+        <translation>Letzten Strich zurücknehmen</translation>
+    </message>
+    <message>
+        <source>editorRedo</source>
+        <translation>Strich wiederherstellen</translation>
+    </message>
+    <message>
+        <source>editorCloseAfterSave</source>
+        <translation>Nach dem Sichern schließen</translation>
+    </message>
+    <message>
+        <source>editorOriginalSize</source>
+        <translation>Original: %1 px</translation>
+    </message>
+    <message>
+        <source>editorOpenFailedTitle</source>
+        <translation>Dieses Bild lässt sich nicht bearbeiten</translation>
+    </message>
+    <message>
+        <source>editorSaveFailedTitle</source>
+        <translation>Das Bild konnte nicht gesichert werden</translation>
+    </message>
+    <message>
+        <source>editorSaveFailedText</source>
+        <translation>%1
+
+Ihre Änderungen sind noch im Editor.</translation>
+    </message>
+    <message>
+        <source>editorSaveElsewhere</source>
+        <translation>Anderswo sichern …</translation>
+    </message>
+    <message>
+        <source>editorDiscard</source>
+        <translation>Nicht sichern</translation>
+    </message>
+    <message>
+        <source>editorUnsavedTitle</source>
+        <translation>Änderungen an %1 sichern?</translation>
+    </message>
+    <message>
+        <source>editorUnsavedOpenText</source>
+        <translation>%1 wartet darauf, bearbeitet zu werden. Nicht gesicherte Änderungen gehen verloren.</translation>
+    </message>
+    <message>
+        <source>editorUnsavedCloseText</source>
+        <translation>Nicht gesicherte Änderungen gehen verloren, wenn der Editor schließt.</translation>
+    </message>
+    <message>
+        <source>editorResizeFailedTitle</source>
+        <translation>Die Bildgröße konnte nicht geändert werden</translation>
+    </message>
+    <message>
+        <source>editorResizeFailedText</source>
+        <translation>%1 × %2 Pixel sind keine Größe, die dieses Bild annehmen kann.</translation>
+    </message>
+    <message>
+        <source>imgSaved</source>
+        <translation>Bild gesichert</translation>
+    </message>
+    <message>
+        <source>origImgNotFoundTitle</source>
+        <translation>Das Originalbild ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>failedToGetOrigImg</source>
+        <translation>Die Datei, aus der das Bild geöffnet wurde, gibt es nicht mehr; es gibt also nichts, wohin zurückgekehrt werden kann. Ihre Änderungen sind noch da und können gesichert werden.</translation>
+    </message>
+    <message>
+        <source>accessDeniedByuserTitle</source>
+        <translation>Der Zugriff wurde verweigert</translation>
+    </message>
+    <message>
+        <source>accessDeniedByuserMsg</source>
+        <translation>Das Bild konnte dem Dienst nicht übergeben werden, weil der Zugriff verweigert wurde.</translation>
+    </message>
+    <message>
+        <source>editorCrop</source>
+        <translation>Zuschneiden</translation>
+    </message>
 </context>
 </TS>

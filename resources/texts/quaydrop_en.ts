@@ -955,5 +955,163 @@
         <source>undoDoneTitle</source>
         <translation>Put back where it was</translation>
     </message>
+    <message>
+        <source>editorPaint</source>
+        <translation>Paint</translation>
+    </message>
+    <message>
+        <source>editorModeTip</source>
+        <translation>Crop or paint on the picture</translation>
+    </message>
+    <message>
+        <source>editorWidthShort</source>
+        <translation>W</translation>
+    </message>
+    <message>
+        <source>editorHeightShort</source>
+        <translation>H</translation>
+    </message>
+    <message>
+        <source>editorFullSizeTip</source>
+        <translation>Frame the whole picture</translation>
+    </message>
+    <message>
+        <source>editorAlignCentre</source>
+        <translation>Frame to the centre</translation>
+    </message>
+    <message>
+        <source>editorAlignBottomLeft</source>
+        <translation>Frame to the bottom left</translation>
+    </message>
+    <message>
+        <source>editorAlignBottomRight</source>
+        <translation>Frame to the bottom right</translation>
+    </message>
+    <message>
+        <source>editorAlignTopLeft</source>
+        <translation>Frame to the top left</translation>
+    </message>
+    <message>
+        <source>editorAlignTopRight</source>
+        <translation>Frame to the top right</translation>
+    </message>
+    <message>
+        <source>editorRotateLeftTip</source>
+        <translation>Turn left (Ctrl+Left)</translation>
+    </message>
+    <message>
+        <source>editorRotateRightTip</source>
+        <translation>Turn right (Ctrl+Right)</translation>
+    </message>
+    <message>
+        <source>editorResizeTip</source>
+        <translation>Change the picture's size (Ctrl+R)</translation>
+    </message>
+    <message>
+        <source>editorRevertTip</source>
+        <translation>Back to the picture as it is on disk (Ctrl+Z)</translation>
+    </message>
+    <message>
+        <source>editorSaveTip</source>
+        <translation>Save a copy beside the picture (Ctrl+S); Return crops to the frame</translation>
+    </message>
+    <message>
+        <source>editorBrush</source>
+        <translation>Brush</translation>
+    </message>
+    <message>
+        <source>editorEraser</source>
+        <translation>Eraser</translation>
+    </message>
+    <message>
+        <source>editorColour</source>
+        <translation>Colour</translation>
+    </message>
+    <message>
+        <source>editorBrushSize</source>
+        <translation>Size</translation>
+    </message>
+    <message>
+        <source>editorUndo</source>
+        <translation>Undo the last stroke</translation>
+    </message>
+    <message>
+        <source>editorRedo</source>
+        <translation>Redo the stroke</translation>
+    </message>
+    <message>
+        <source>editorCloseAfterSave</source>
+        <translation>Close after saving</translation>
+    </message>
+    <message>
+        <source>editorOriginalSize</source>
+        <translation>Original: %1 px</translation>
+    </message>
+    <message>
+        <source>editorOpenFailedTitle</source>
+        <translation>This picture cannot be edited</translation>
+    </message>
+    <message>
+        <source>editorSaveFailedTitle</source>
+        <translation>The picture could not be saved</translation>
+    </message>
+    <message>
+        <source>editorSaveFailedText</source>
+        <translation>%1
+
+Your changes are still in the editor.</translation>
+    </message>
+    <message>
+        <source>editorSaveElsewhere</source>
+        <translation>Save Elsewhere…</translation>
+    </message>
+    <message>
+        <source>editorDiscard</source>
+        <translation>Don't Save</translation>
+    </message>
+    <message>
+        <source>editorUnsavedTitle</source>
+        <translation>Save the changes to %1?</translation>
+    </message>
+    <message>
+        <source>editorUnsavedOpenText</source>
+        <translation>%1 is waiting to be edited. Changes that are not saved are lost.</translation>
+    </message>
+    <message>
+        <source>editorUnsavedCloseText</source>
+        <translation>Changes that are not saved are lost when the editor closes.</translation>
+    </message>
+    <message>
+        <source>editorResizeFailedTitle</source>
+        <translation>The picture could not be resized</translation>
+    </message>
+    <message>
+        <source>editorResizeFailedText</source>
+        <translation>%1 × %2 pixels is not a size this picture can take.</translation>
+    </message>
+    <message>
+        <source>imgSaved</source>
+        <translation>Picture saved</translation>
+    </message>
+    <message>
+        <source>origImgNotFoundTitle</source>
+        <translation>The original picture is gone</translation>
+    </message>
+    <message>
+        <source>failedToGetOrigImg</source>
+        <translation>The file the picture was opened from no longer exists, so there is nothing to go back to. Your changes are still here and can be saved.</translation>
+    </message>
+    <message>
+        <source>accessDeniedByuserTitle</source>
+        <translation>Access was refused</translation>
+    </message>
+    <message>
+        <source>accessDeniedByuserMsg</source>
+        <translation>The picture could not be handed to the service because access to it was refused.</translation>
+    </message>
+    <message>
+        <source>editorCrop</source>
+        <translation>Crop</translation>
+    </message>
 </context>
 </TS>

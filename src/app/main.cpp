@@ -1,4 +1,5 @@
 #include "cli/CommandLine.h"
+#include "cli/CommandTable.h"
 #include "core/controller/AppDelegate.h"
 #include "core/texts/Texts.h"
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
@@ -116,7 +117,18 @@ int main(int argc, char **argv)
 {
     if (argc == 2 && qstrcmp(argv[1], "--destinations") == 0)
         return runDestinationManager(argc, argv);
-    if (argc > 1)
+    if (argc > 1) {
+        // A command with a window (edit) runs in an application with widgets, when there is a display.
+        const Cli::Command *command = Cli::find(QString::fromLocal8Bit(argv[1]));
+        if (command && command->needsDisplay &&
+            !(qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
+              qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))) {
+            QApplication app(argc, argv);
+            QApplication::setApplicationName(QStringLiteral("Quaydrop"));
+            QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));
+            return CommandLine::runProcess(argc, argv);
+        }
         return CommandLine::runProcess(argc, argv);
+    }
     return runResident(argc, argv);
 }

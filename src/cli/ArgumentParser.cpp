@@ -79,6 +79,14 @@ bool ArgumentParser::accepts(ValueKind kind, const QString &text)
         return !text.isEmpty();
     case ValueKind::Text:
         return true;
+    case ValueKind::Turns:
+        return isNumberIn(text, 1, 3, true);
+    case ValueKind::Rectangle: {
+        // Nine digits at most, so that every number fits an int.
+        static const QRegularExpression rect(
+            QStringLiteral("^0*[0-9]{1,9},0*[0-9]{1,9},0*[1-9][0-9]{0,8},0*[1-9][0-9]{0,8}$"));
+        return rect.match(text).hasMatch();
+    }
     }
     return false;
 }
@@ -98,6 +106,10 @@ QString ArgumentParser::describe(ValueKind kind)
         return QStringLiteral("the path of a folder");
     case ValueKind::Text:
         return QStringLiteral("a text");
+    case ValueKind::Turns:
+        return QStringLiteral("1, 2 or 3 quarter turns clockwise");
+    case ValueKind::Rectangle:
+        return QStringLiteral("X,Y,W,H in whole pixels from the top left, W and H 1 or more");
     }
     return {};
 }

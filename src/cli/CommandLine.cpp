@@ -13,6 +13,7 @@
 #include <QFile>
 
 #include <cstdio>
+#include <optional>
 #include <unistd.h>
 
 namespace {
@@ -39,7 +40,10 @@ int CommandLine::runProcess(int argc, char **argv)
 {
     if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
         qInstallMessageHandler(quietLog);
-    QCoreApplication app(argc, argv);
+    // A command with a window (edit) comes with the application its caller made for the widgets.
+    std::optional<QCoreApplication> app;
+    if (!QCoreApplication::instance())
+        app.emplace(argc, argv);
     Texts::setLanguage(Texts::startupLanguage());
     LinuxVolumeService volumes;
     Platform services;

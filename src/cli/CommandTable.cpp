@@ -2,6 +2,7 @@
 
 #include "CoreCommands.h"
 #include "DestinationsCommand.h"
+#include "EditCommand.h"
 #include "FileCommands.h"
 #include "ImageCommands.h"
 #include "FileActionCommands.h"
@@ -86,6 +87,28 @@ const std::vector<Command> &commands()
          "write a PDF of each image, JPEGs embedded as they are",
          "",
          &runImagesToPdfCommand},
+        {"rotate",
+         {{"FILE", ArgumentKind::File, true}},
+         {{"--turns", ValueKind::Turns, "N", "quarter turns clockwise: 1, 2 or 3"}, kDest},
+         "write each image turned, as _Quaydrop-NAME.EXT beside it, as the editor saves it",
+         "A JPEG is turned losslessly, its compressed data untouched, where its size allows (as jpegtran\n"
+         "-perfect does); its resolution, colour profile and EXIF stay, the orientation tag set upright.",
+         &runRotateCommand},
+        {"crop",
+         {{"FILE", ArgumentKind::File, true}},
+         {{"--rect", ValueKind::Rectangle, "X,Y,W,H", "the part to keep, in pixels from the top left"}, kDest},
+         "write the part X,Y,W,H of each image as _Quaydrop-NAME.EXT beside it",
+         "Pixels count on the image as it is seen (its EXIF orientation applied). A rectangle that\n"
+         "reaches outside an image writes nothing for that image and the exit status is 1.",
+         &runCropCommand},
+        {"edit",
+         {{"FILE", ArgumentKind::File}},
+         {},
+         "open the image in the editor's window: crop, turn, resize, paint and save",
+         "The window's saves go beside the image as _Quaydrop-NAME.EXT, their paths on standard output.\n"
+         "The command ends when the window closes.",
+         &runEditCommand,
+         true},
         {"destinations",
          {{"ACTION", ArgumentKind::Choice, false, kDestinationActions, true},
           {"DIR", ArgumentKind::Folder, false, {}, true},

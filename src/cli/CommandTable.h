@@ -22,6 +22,8 @@ enum class ValueKind {
     Dpi,     // a number of dots per inch from 30 to 1000
     Folder,  // the path of a folder
     Text,    // any text
+    Turns,   // quarter turns clockwise: 1, 2 or 3
+    Rectangle, // "X,Y,W,H" in whole pixels from the top left, W and H 1 or more
 };
 
 struct Option
@@ -55,6 +57,7 @@ struct Command
     const char *summary; // one line
     const char *details; // more lines for "quaydrop COMMAND --help"; may be empty
     Handler run;
+    bool needsDisplay = false; // opens a window: the program starts with a display
 };
 
 const std::vector<Command> &commands();

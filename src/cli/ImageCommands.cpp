@@ -6,6 +6,8 @@
 #include "Console.h"
 #include "core/fs/FsCalls.h"
 #include "core/fs/PathParts.h"
+#include "editor/picture/EditedPicture.h"
+#include "editor/picture/PictureSaver.h"
 #include "images/ImageErrors.h"
 #include "images/ImageTypeCode.h"
 #include "images/ResizePlan.h"
@@ -16,8 +18,12 @@
 #include "platform/posix/UnixSignalWatcher.h"
 #include "utils/Utils.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QHash>
+#include <QRect>
+
+#include <functional>
 
 namespace {
 
@@ -79,7 +85,86 @@ int runJob(ImageBatchJob &job, const char *verb, Console &console)
     return job.failures().isEmpty() && !job.written().isEmpty() ? 0 : Cli::kFailed;
 }
 
+// What an edit makes of a picture; why not, when it cannot be done to this one.
+using PictureEdit = std::function<std::optional<QString>(EditedPicture &)>;
+
+// Each file read upright, edited and saved as the editor saves it: "_Quaydrop-NAME.EXT" beside it (or
+// in --dest), complete or not at all, its path on standard output. A file that fails is said and the
+// others go on; Ctrl+C stops between files.
+int editEach(const Invocation &invocation, Console &console, const char *verb, const PictureEdit &edit)
+{
+    const auto paths = existingFiles(invocation.arguments, console);
+    if (!paths)
+        return Cli::kFailed;
+    const auto dest = destinationFolder(invocation, QString(), console);
+    if (!dest)
+        return Cli::kFailed;
+    bool interrupted = false;
+    UnixSignalWatcher interrupts;
+    QObject::connect(&interrupts, &UnixSignalWatcher::terminationRequested, [&interrupted] { interrupted = true; });
+    int failures = 0;
+    for (qsizetype i = 0; i < paths->size(); ++i) {
+        const QString &path = paths->at(i);
+        console.err << verb << ' ' << PathParts::lastComponent(path) << " (" << qint64(i + 1) << '/' << qint64(paths->size()) << ")\n";
+        const auto saved = [&]() -> Result<QString> {
+            auto loaded = PictureLoader::load(path);
+            if (!loaded.ok())
+                return loaded.error();
+            EditedPicture picture(path, std::move(loaded.value()));
+            if (const auto refused = edit(picture))
+                return ImageErrors::make(path, *refused);
+            const auto bytes = picture.encodedForSaving();
+            if (!bytes.ok())
+                return bytes.error();
+            return PictureSaver::writeBeside(dest->isEmpty() ? PathParts::parent(path) : *dest, path, bytes.value());
+        }();
+        if (saved.ok()) {
+            console.out << saved.value() << '\n';
+        } else {
+            console.fail(saved.error());
+            ++failures;
+        }
+        QCoreApplication::processEvents();
+        if (interrupted && i + 1 < paths->size()) {
+            console.fail(QStringLiteral("cancelled; what was written stays, nothing is half-written"));
+            return Cli::kCancelled;
+        }
+    }
+    return failures == 0 ? 0 : Cli::kFailed;
+}
+
 } // namespace
+
+int runRotateCommand(const Invocation &invocation, Console &console)
+{
+    if (!invocation.has("--turns"))
+        return CommandLine::usageError(*invocation.command, console, QStringLiteral("give --turns 1, 2 or 3"));
+    const int turns = invocation.value("--turns").toInt();
+    return editEach(invocation, console, "turning", [turns](EditedPicture &picture) -> std::optional<QString> {
+        for (int i = 0; i < turns; ++i)
+            picture.rotate(true);
+        return std::nullopt;
+    });
+}
+
+int runCropCommand(const Invocation &invocation, Console &console)
+{
+    if (!invocation.has("--rect"))
+        return CommandLine::usageError(*invocation.command, console, QStringLiteral("give --rect X,Y,W,H"));
+    const QStringList n = invocation.value("--rect").split(QChar(','));
+    const QRect rect(n[0].toInt(), n[1].toInt(), n[2].toInt(), n[3].toInt());
+    return editEach(invocation, console, "cropping", [rect](EditedPicture &picture) -> std::optional<QString> {
+        const BitmapImageRep &image = picture.image();
+        const QSize pixels = image.pixels.size();
+        if (!QRect(QPoint(), pixels).contains(rect))
+            return QStringLiteral("the rectangle %1,%2,%3,%4 reaches outside the picture of %5x%6 pixels (nothing was written)")
+                .arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height()).arg(pixels.width()).arg(pixels.height());
+        // The part keeps the picture's resolution.
+        const QSizeF points(rect.width() * image.size.width() / pixels.width(), rect.height() * image.size.height() / pixels.height());
+        picture.crop(rect, points);
+        return std::nullopt;
+    });
+}
 
 int runResizeCommand(const Invocation &invocation, Console &console)
 {

@@ -75,6 +75,8 @@ public:
     // Below the temp folder: what another application handed us, not a file of the user's.
     static bool isInTempFileOperationsFolder(const QString &path);
     static QString checkAndReturnHomeFolderPath(const QString &path);
+    // The editor's copy of a picture to share: `fileName` in the temp folder (editor/picture).
+    static QString pathForEditedImgToShare(const QString &fileName);
 
     // ---- promised files (core/intake/Utils_PromisedFiles.cpp) ----
     // Calls `handler` with true once the file's date and size are the same 0.1 s apart; until then it

@@ -21,6 +21,11 @@ Run quaydrop(const QStringList &args, const QString &workingFolder)
 {
     QProcess p;
     p.setWorkingDirectory(workingFolder);
+    // No display: the commands need none, and edit says so.
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        env.remove(QLatin1String(name));
+    p.setProcessEnvironment(env);
     p.start(QStringLiteral(QD_QUAYDROP_BINARY), args);
     p.waitForFinished(60000);
     return {p.exitStatus() == QProcess::NormalExit ? p.exitCode() : -1, QString::fromUtf8(p.readAllStandardOutput()),
@@ -36,6 +41,8 @@ private Q_SLOTS:
     void initTestCase();
     void commands_data();
     void commands();
+    void editorCommands_data();
+    void editorCommands();
     void theSameBadInputGetsTheSameWords_data();
     void theSameBadInputGetsTheSameWords();
 
@@ -123,6 +130,55 @@ void ImageCliTest::commands()
                  QFileInfo(expected.first()).completeBaseName().section(QChar('_'), -1));
 }
 
+void ImageCliTest::editorCommands_data()
+{
+    QTest::addColumn<QStringList>("args");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("written"); // relative to the tree, the one line on stdout
+    QTest::addColumn<QString>("size");    // of what was written
+    QTest::addColumn<QString>("error");   // a piece of stderr
+    // In order: a second save of the same picture takes the next free name.
+    QTest::newRow("a quarter turn") << QStringList{"rotate", "--turns", "1", "photo.jpg"} << 0 << "_Quaydrop-photo.jpg"
+                                    << "300x400" << "turning photo.jpg (1/1)";
+    QTest::newRow("a half turn, under a free name") << QStringList{"rotate", "--turns=2", "photo.jpg"} << 0
+                                                    << "_Quaydrop-photo 1.jpg" << "400x300" << "";
+    QTest::newRow("a part") << QStringList{"crop", "--rect", "10,20,100,50", "img2.png"} << 0 << "_Quaydrop-img2.png"
+                            << "100x50" << "cropping img2.png";
+    QTest::newRow("a part into a folder") << QStringList{"crop", "--rect", "0,0,400,300", "--dest", "out", "photo.jpg"}
+                                          << 0 << "out/_Quaydrop-photo.jpg" << "400x300" << "";
+    QTest::newRow("a photo tagged to turn is cropped as seen") << QStringList{"crop", "--rect", "0,100,300,300", "turned.jpg"}
+                                                               << 0 << "_Quaydrop-turned.jpg" << "300x300" << "";
+    QTest::newRow("a bad file among good ones") << QStringList{"rotate", "--turns", "3", "broken.png", "img10.png"} << 1
+                                                << "_Quaydrop-img10.png" << "50x100" << "broken.png: not an image";
+    QTest::newRow("a rectangle reaching outside") << QStringList{"crop", "--rect", "350,0,100,100", "img2.png"} << 1 << ""
+                                                  << "" << "outside the picture of 400x300 pixels";
+    QTest::newRow("four turns") << QStringList{"rotate", "--turns", "4", "photo.jpg"} << 2 << "" << "" << "1, 2 or 3";
+    QTest::newRow("no turns") << QStringList{"rotate", "photo.jpg"} << 2 << "" << "" << "usage";
+    QTest::newRow("a rectangle of no width") << QStringList{"crop", "--rect", "0,0,0,5", "photo.jpg"} << 2 << "" << ""
+                                             << "X,Y,W,H";
+    QTest::newRow("edit a missing file") << QStringList{"edit", "nothing.jpg"} << 1 << "" << "" << "nothing.jpg: No such file";
+    QTest::newRow("edit without a display") << QStringList{"edit", "photo.jpg"} << 1 << "" << "" << "no display";
+}
+
+void ImageCliTest::editorCommands()
+{
+    QFETCH(QStringList, args);
+    QFETCH(int, code);
+    QFETCH(QString, written);
+    QFETCH(QString, size);
+    QFETCH(QString, error);
+    const Run run = quaydrop(args, m_tree.path());
+    QVERIFY2(run.code == code, qPrintable(run.err));
+    QVERIFY2(run.err.contains(error), qPrintable(run.err));
+    if (written.isEmpty()) {
+        QVERIFY(run.out.isEmpty());
+        return;
+    }
+    const QString path = m_tree.path() + QChar('/') + written;
+    QCOMPARE(run.out, path + QChar('\n'));
+    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(path), size);
+}
+
 void ImageCliTest::theSameBadInputGetsTheSameWords_data()
 {
     QTest::addColumn<QString>("name");
@@ -138,7 +194,8 @@ void ImageCliTest::theSameBadInputGetsTheSameWords()
     QFETCH(QString, name);
     QFETCH(QString, reason);
     const QString line = QStringLiteral("quaydrop: %1/%2: %3\n").arg(m_tree.path(), name, reason);
-    const QList<QStringList> commands{{"resize", "--width", "20"}, {"convert", "jpg"}, {"convert", "png"}, {"img2pdf"}};
+    const QList<QStringList> commands{{"resize", "--width", "20"}, {"convert", "jpg"}, {"convert", "png"}, {"img2pdf"},
+                                      {"rotate", "--turns", "1"}, {"crop", "--rect", "0,0,1,1"}};
     for (const QStringList &command : commands) {
         const Run run = quaydrop(command + QStringList{name}, m_tree.path());
         QVERIFY2(run.code == 1 && run.out.isEmpty(),

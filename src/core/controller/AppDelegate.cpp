@@ -4,6 +4,7 @@
 #include "core/settings/SettingsStore.h"
 #include "core/texts/Texts.h"
 #include "core/window/DropWindow.h"
+#include "editor/ui/CropImgWC.h"
 #include "fileops/orchestration/MoveCopyOrchestrator.h"
 #include "menubar/options/PopMenuContentViewController.h"
 #include "menubar/statusitem/CCNStatusItem.h"
@@ -31,6 +32,7 @@ AppDelegate::~AppDelegate()
     statusItemForYos = nullptr;
     delete m_options;
     delete introSlidesWC;
+    delete m_cropEditor;
     delete window;
 }
 

@@ -37,6 +37,7 @@ class ProgressPanel;
 class QMimeData;
 class RenameFilesVC;
 class CCNStatusItem;
+class CropImgWC;
 class PopMenuContentViewController;
 class WallpaperOverlayVC;
 class WidgetAlerts;
@@ -163,6 +164,9 @@ public:
     void imgConvrtCompletion(qint64 tag, float factor, qint64 merge);
     void doConvertImgs(const QStringList &paths, bool multiFiles, bool mergeToPdf, const QString &folder,
                        const QString &srcImgPath, float factor, qint64 tag);
+    // The crop and rotate editor on the dropped image; one window, made on first use and reused.
+    void cropeRotateImg();
+    CropImgWC *cropEditor() const { return m_cropEditor; }
 
     // ---- PDF (AppDelegate_Pdf.cpp) ----
     void showPDFToImgConvertVC(ActionButton *sender);
@@ -268,6 +272,7 @@ private:
 
     Platform m_platform;
     bool m_terminated = false;
+    CropImgWC *m_cropEditor = nullptr;
     QHash<QString, ActionPanelView *> m_panels; // by content view name: 333 and 777 share one
     MoveCopyOrchestrator *m_moveCopy = nullptr;
     ProgressPanel *moveFilesProgress = nullptr;

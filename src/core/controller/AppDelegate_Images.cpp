@@ -7,6 +7,7 @@
 #include "core/texts/Texts.h"
 #include "core/window/BusyView.h"
 #include "core/window/DropWindow.h"
+#include "editor/ui/CropImgWC.h"
 #include "images/ResizePlan.h"
 #include "images/Thumbnails.h"
 #include "images/jobs/ConvertJob.h"
@@ -89,7 +90,7 @@ void AppDelegate::imgResizeCompletion(qint64 tag, const QString &width, const QS
     revealInFinderPaths.clear();
     if (tag == ImgResizeOverlayVC::kCropTag) {
         closeVisibleModalOverlay();
-        logNotBuiltYet(QStringLiteral("cropeRotateImg"), QStringLiteral("image editor"));
+        cropeRotateImg();
         return;
     }
     if (tag != ImgResizeOverlayVC::kResizeTag) {
@@ -123,6 +124,21 @@ void AppDelegate::doResizeImgs(const QStringList &paths, bool multiFiles, const 
     const auto tasks = ResizePlan::plan(paths, multiFiles, width, height, filePathsArr.value(0), folder,
                                         [](const QString &p) { return Utils::getImageDimensionsAtPathInSize(p); });
     runImageJob(new ResizeJob(tasks, this), "Resizing", [this](ImageBatchJob *job) { finishWrittenFiles(job, "imgResizeCompleteMsg"); });
+}
+
+void AppDelegate::cropeRotateImg()
+{
+    const QString path = filePathsArr.value(0);
+    if (path.isEmpty())
+        return;
+    if (!m_cropEditor)
+        m_cropEditor = new CropImgWC;
+    // A file of the user's own Library has no folder of its own to take the result, as an attachment.
+    m_cropEditor->openImage(path, droppedImageFromOtherApp, libraryFolderFile);
+    if (m_cropEditor->isVisible()) {
+        cropRotateWC = m_cropEditor;
+        orderOutTheWindow();
+    }
 }
 
 void AppDelegate::imgConvrtCompletion(qint64 tag, float factor, qint64 merge)

@@ -58,6 +58,8 @@ public:
     // Brings the layer up to the session at this pixel size; true when its pixels changed.
     bool sync(const AKPaintSession &session, QSize pixels, PaintTool &tool);
     const QImage &image() const { return m_image; }
+    // Set on the layer itself: on a copy it would copy the whole layer at every repaint.
+    void setDevicePixelRatio(qreal ratio) { m_image.setDevicePixelRatio(ratio); }
     void invalidate() { m_drawn = -1; }
 
 private:
