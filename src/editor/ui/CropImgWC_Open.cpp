@@ -122,18 +122,23 @@ void CropImgWC::pictureLoaded()
         close();
         return;
     }
-    picture = EditedPicture(imgPathToProcess, loaded.value());
+    // Taken already by an action that could not wait: what was done to it since must stay.
+    if (picture.isNull())
+        picture = EditedPicture(imgPathToProcess, loaded.value());
     Q_EMIT pictureReady();
 }
 
 bool CropImgWC::ensureFullPicture()
 {
-    if (m_loading.isRunning()) {
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-        m_loading.waitForFinished();
-        QApplication::restoreOverrideCursor();
-        // The finished signal is queued; take the result now.
-        if (picture.isNull() && m_loading.future().isValid() && m_loading.result().ok())
+    if (picture.isNull() && m_loading.future().isValid()) {
+        if (m_loading.isRunning()) {
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            m_loading.waitForFinished();
+            QApplication::restoreOverrideCursor();
+        }
+        // The finished signal is queued and may not have been handled yet, even when the load ended
+        // before this call: take the result now.
+        if (m_loading.future().resultCount() > 0 && m_loading.result().ok())
             picture = EditedPicture(imgPathToProcess, m_loading.result().value());
     }
     return !picture.isNull();
