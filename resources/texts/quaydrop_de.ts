@@ -955,5 +955,37 @@
         <source>undoDoneTitle</source>
         <translation>Wieder an seinem Platz</translation>
     </message>
+    <message>
+        <source>MailAppNOTDefault</source>
+        <translation>Ihr Mailprogramm kann keine Anhänge von Quaydrop übernehmen</translation>
+    </message>
+    <message>
+        <source>MailAppNOTDefaultText</source>
+        <translation>%1 ist Ihr Standard-Mailprogramm. Quaydrop übergibt Dateien an Thunderbird, Evolution, KMail, Geary, Claws Mail und Sylpheed oder an das Mail-Portal der Arbeitsumgebung. Öffnen Sie %1 und hängen Sie die Dateien dort an, oder wählen Sie eines dieser Programme als Standard-Mailprogramm.</translation>
+    </message>
+    <message>
+        <source>LaunchMailApp</source>
+        <translation>%1 öffnen</translation>
+    </message>
+    <message>
+        <source>NoMailApp</source>
+        <translation>Kein Mailprogramm eingerichtet</translation>
+    </message>
+    <message>
+        <source>NoMailAppText</source>
+        <translation>Kein Programm auf diesem Rechner öffnet Mail-Links (mailto:). Installieren Sie ein Mailprogramm wie Thunderbird oder Evolution, oder wählen Sie in den Einstellungen Ihrer Arbeitsumgebung eines als Standard.</translation>
+    </message>
+    <message>
+        <source>MailNotStarted</source>
+        <translation>Das Mailprogramm wurde nicht gestartet</translation>
+    </message>
+    <message>
+        <source>MailTextTooLong</source>
+        <translation>Der Text ist zu lang für eine neue Mail</translation>
+    </message>
+    <message>
+        <source>MailTextTooLongText</source>
+        <translation>Einem Mailprogramm lassen sich etwa 100.000 Zeichen auf einmal übergeben. Speichern Sie den Text als Datei und hängen Sie diese an.</translation>
+    </message>
 </context>
 </TS>

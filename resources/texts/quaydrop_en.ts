@@ -955,5 +955,37 @@
         <source>undoDoneTitle</source>
         <translation>Put back where it was</translation>
     </message>
+    <message>
+        <source>MailAppNOTDefault</source>
+        <translation>Your mail program can't take attachments from Quaydrop</translation>
+    </message>
+    <message>
+        <source>MailAppNOTDefaultText</source>
+        <translation>%1 is your default mail program. Quaydrop hands files to Thunderbird, Evolution, KMail, Geary, Claws Mail and Sylpheed, or to the desktop's mail portal. Open %1 and attach the files there, or choose one of these as your default mail program.</translation>
+    </message>
+    <message>
+        <source>LaunchMailApp</source>
+        <translation>Open %1</translation>
+    </message>
+    <message>
+        <source>NoMailApp</source>
+        <translation>No mail program is set up</translation>
+    </message>
+    <message>
+        <source>NoMailAppText</source>
+        <translation>No program on this computer opens mail links (mailto:). Install a mail program such as Thunderbird or Evolution, or choose one as the default in your desktop's settings.</translation>
+    </message>
+    <message>
+        <source>MailNotStarted</source>
+        <translation>The mail program did not start</translation>
+    </message>
+    <message>
+        <source>MailTextTooLong</source>
+        <translation>The text is too long for a new mail</translation>
+    </message>
+    <message>
+        <source>MailTextTooLongText</source>
+        <translation>A mail program can be handed about 100,000 characters at once. Save the text as a file and attach it instead.</translation>
+    </message>
 </context>
 </TS>

@@ -4,6 +4,7 @@
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "menubar/statusitem/NotificationBalloon.h"
 #include "platform/SingleInstance.h"
+#include "platform/freedesktop/FreedesktopMail.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
@@ -72,6 +73,7 @@ int runResident(int argc, char **argv)
     NotificationBalloon balloon; // where no notification server answers
     notifications.setFallback(&balloon);
     FreedesktopWorkspace workspace;
+    FreedesktopMail mail;
     XdgAutostart autostart(ProgramPaths::front()); // the command users start, not this program
     Login1PowerEvents power;
     // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
@@ -88,6 +90,7 @@ int runResident(int argc, char **argv)
     platform.volumes = &volumes;
     platform.notifications = &notifications;
     platform.workspace = &workspace;
+    platform.mail = &mail;
     platform.loginItems = &autostart;
     platform.power = &power;
     Platform::install(platform);

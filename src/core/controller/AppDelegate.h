@@ -174,6 +174,11 @@ public:
     QString getDestinationPathForPDFFile() const;
     LockedPDFEnterPass *enterLockedPDFPass = nullptr; // while its sheet is up
 
+    // ---- mail, share and print (AppDelegate_Sending.cpp) ----
+    void mailFileBtnAction(ActionButton *sender);
+    void mailMultipleFilesAvtion(ActionButton *sender);
+    void newMailWithDroppedString(ActionButton *sender);
+
     // ---- move and copy (AppDelegate_MoveCopy.cpp) ----
     void moveToBtnAction();
     void moveFilesViaOpenPanel(const QStringList &paths);

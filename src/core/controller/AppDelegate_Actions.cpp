@@ -20,9 +20,6 @@ constexpr int kTitleRevertMs = 500;
 const QHash<QString, QString> &laterActions()
 {
     static const QHash<QString, QString> table = {
-        {"mailFileBtnAction", "mail"},
-        {"mailMultipleFilesAvtion", "mail"},
-        {"newMailWithDroppedString", "mail"},
         {"setAsWallpaperAction", "wallpaper"},
         {"showImgSharePanelVC", "sharing"},
         {"airDropBtnAction", "sharing"},
@@ -62,6 +59,9 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"trashFiles", &AppDelegate::trashFiles},
         {"revealOneFileInFinder", &AppDelegate::revealOneFileInFinder},
         {"revealMultiFilesInFinder", &AppDelegate::revealMultiFilesInFinder},
+        {"mailFileBtnAction", &AppDelegate::mailFileBtnAction},
+        {"mailMultipleFilesAvtion", &AppDelegate::mailMultipleFilesAvtion},
+        {"newMailWithDroppedString", &AppDelegate::newMailWithDroppedString},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QTimer>
+#include <QUrl>
 
 #include <QDir>
 #include <QFileInfo>
@@ -151,23 +152,79 @@ Status FakeWallpaper::setWallpaper(const QString &imagePath)
     return success();
 }
 
-Status FakeShare::share(const QString &targetId, const QStringList &paths)
+QList<ShareTarget> FakeShare::fileTargets(const QStringList &mimeTypes) const
+{
+    askedTypes.append(mimeTypes);
+    return targets;
+}
+
+Status FakeShare::shareFiles(const QString &targetId, const QStringList &fileUris)
 {
     for (const ShareTarget &t : targets) {
         if (t.id == targetId) {
-            shared.append({targetId, paths});
+            shared.append({targetId, fileUris});
             return success();
         }
     }
     return fakeError(QStringLiteral("no share target %1").arg(targetId));
 }
 
-Status FakeShare::composeMail(const QString &to, const QString &subject, const QString &body,
-                              const QStringList &attachments)
+Status FakeShare::shareText(const QString &targetId, const QString &text)
 {
-    mails.append(QStringList{to, subject, body}.join(QChar('|')) +
-                 (attachments.isEmpty() ? QString() : QChar('|') + attachments.join(QChar('|'))));
+    sharedTexts.append({targetId, text});
     return success();
+}
+
+Status FakeShare::searchFiles(const QString &text, const QString &folderUri)
+{
+    searches.append({text, folderUri});
+    return success();
+}
+
+void FakeMail::composeWithAttachments(const QStringList &fileUris, std::function<void(Status)> done)
+{
+    composed.append(fileUris);
+    if (client.desktopFile.isEmpty())
+        done(Error{QStringLiteral("Mail"), NoMailProgram, QStringLiteral("no mail program")});
+    else if (!client.takesAttachments)
+        done(Error{QStringLiteral("Mail"), NoAttachments, QStringLiteral("%1 takes no attachments").arg(client.name)});
+    else
+        done(success());
+}
+
+Status FakeMail::openMailto(const QString &mailtoUrl)
+{
+    mailtos.append(mailtoUrl);
+    return success();
+}
+
+Status FakeMail::launchDefaultClient()
+{
+    ++launches;
+    return success();
+}
+
+QString FakePrint::defaultPrinter() const
+{
+    for (const PrinterInfo &p : queues)
+        if (p.isDefault)
+            return p.name;
+    return {};
+}
+
+Result<int> FakePrint::printPdf(const QString &printer, const QString &pdfUri, const QString &title,
+                                const PrintOptions &options)
+{
+    bool known = false;
+    for (const PrinterInfo &p : queues)
+        known = known || p.name == printer;
+    if (!known)
+        return Error{QStringLiteral("Print"), PrinterGone, QStringLiteral("the printer %1 is gone").arg(printer)};
+    QFile file(QUrl(pdfUri).toLocalFile());
+    if (!file.open(QIODevice::ReadOnly))
+        return fakeError(QStringLiteral("cannot read %1").arg(pdfUri));
+    jobs.append({printer, title, file.readAll(), options});
+    return int(jobs.size());
 }
 
 FakePlatform::FakePlatform(const QString &trashFolder) : trash(trashFolder) {}
@@ -175,7 +232,8 @@ FakePlatform::FakePlatform(const QString &trashFolder) : trash(trashFolder) {}
 Platform FakePlatform::services()
 {
     return Platform{&drag,  &promisedFiles, &pointer, &windows,    &hotKey,    &notifications, &workspace,
-                    &trash, &volumes,       &power,   &loginItems, &wallpaper, &share};
+                    &trash, &volumes,       &power,   &loginItems, &wallpaper, &share,
+                    &mail,  &print};
 }
 
 Result<PromisedFiles> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr)
