@@ -59,25 +59,29 @@ class StubDesktop
 public:
     StubDesktop()
     {
+        tree.folder("data");
         bin = tree.folder("bin");
         records = tree.folder("records");
         apps = tree.folder("data/applications");
         config = tree.folder("config");
         qputenv("PATH", bin + ':' + qgetenv("PATH"));
         qputenv("XDG_DATA_HOME", tree.native() + "/data");
-        qputenv("XDG_DATA_DIRS", tree.native() + "/nodata");
+        // The system's MIME types, none of its applications.
+        tree.folder("system");
+        tree.link("system/mime", "/usr/share/mime");
+        qputenv("XDG_DATA_DIRS", tree.native() + "/system");
         qputenv("XDG_CONFIG_HOME", config);
         qputenv("XDG_CONFIG_DIRS", tree.native() + "/noconfig");
         qunsetenv("XDG_CURRENT_DESKTOP");
     }
 
-    // A program that writes its arguments to records/NAME, each run replacing the last, and exits
-    // with `exitCode`.
-    void stubProgram(const QByteArray &name, int exitCode = 0)
+    // A program that writes its arguments to records/NAME, each run replacing the last, prints
+    // `output` and exits with `exitCode`.
+    void stubProgram(const QByteArray &name, int exitCode = 0, const QByteArray &output = {})
     {
         const QByteArray script = "#!/bin/sh\nprintf '%s\\0' \"$@\" > '" + records + '/' + name + ".tmp'\nmv '" +
-                                  records + '/' + name + ".tmp' '" + records + '/' + name + "'\nexit " +
-                                  QByteArray::number(exitCode) + "\n";
+                                  records + '/' + name + ".tmp' '" + records + '/' + name + "'\nprintf '%s' '" + output +
+                                  "'\nexit " + QByteArray::number(exitCode) + "\n";
         const QByteArray path = tree.file("bin/" + name, script);
         ::chmod(path.constData(), 0755);
     }
@@ -93,10 +97,8 @@ public:
         tree.file("data/applications/" + id + ".desktop", text);
     }
 
-    void setDefault(const QByteArray &mimeType, const QByteArray &id)
-    {
-        tree.file("config/mimeapps.list", "[Default Applications]\n" + mimeType + '=' + id + ".desktop\n");
-    }
+    // Defaults as "type=id" lines.
+    void setDefaults(const QByteArray &lines) { tree.file("config/mimeapps.list", "[Default Applications]\n" + lines); }
 
     QString record(const QByteArray &name) const { return QString::fromUtf8(records + '/' + name); }
     void forget(const QByteArray &name) const { QFile::remove(record(name)); }

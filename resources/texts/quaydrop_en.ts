@@ -987,5 +987,65 @@
         <source>MailTextTooLongText</source>
         <translation>A mail program can be handed about 100,000 characters at once. Save the text as a file and attach it instead.</translation>
     </message>
+    <message>
+        <source>printDialogTitle</source>
+        <translation>Print</translation>
+    </message>
+    <message>
+        <source>printFailedTitle</source>
+        <translation>Nothing was printed</translation>
+    </message>
+    <message>
+        <source>shareViaMail</source>
+        <translation>Mail with %1</translation>
+    </message>
+    <message>
+        <source>shareKdeConnect</source>
+        <translation>%1 (KDE Connect)</translation>
+    </message>
+    <message>
+        <source>shareBluetooth</source>
+        <translation>Bluetooth…</translation>
+    </message>
+    <message>
+        <source>shareOpenWith</source>
+        <translation>Open with %1</translation>
+    </message>
+    <message>
+        <source>shareSaveAs</source>
+        <translation>Save as…</translation>
+    </message>
+    <message>
+        <source>shareCopyLinks</source>
+        <translation>Copy as file links</translation>
+    </message>
+    <message>
+        <source>sharePostOnX</source>
+        <translation>Post on X</translation>
+    </message>
+    <message>
+        <source>sharePostOnFacebook</source>
+        <translation>Share on Facebook</translation>
+    </message>
+    <message>
+        <source>shareFailedTitle</source>
+        <translation>Could not share</translation>
+    </message>
+    <message>
+        <source>noFileSearch</source>
+        <translation>No file manager on this computer can search: install Catfish, or use Dolphin or Files (Nautilus) as the default file manager.</translation>
+    </message>
+    <message>
+        <source>Textsaved</source>
+        <translation>Text saved</translation>
+    </message>
+    <message>
+        <source>facebookTextCopied</source>
+        <translation>The text is on the clipboard</translation>
+    </message>
+    <message>
+        <source>facebookTextCopiedText</source>
+        <translation>Facebook takes links only. Paste the text into your post.</translation>
+    </message>
 </context>
 </TS>

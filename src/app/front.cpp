@@ -6,6 +6,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
 #include "cli/ImageCommands.h"
+#include "cli/SendingCommands.h"
 #include "core/fs/NativePath.h"
 #include "platform/posix/ProgramPaths.h"
 
@@ -39,6 +40,10 @@ int runResizeCommand(const Invocation &invocation, Console &console) { return in
 int runConvertCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runPdfToImagesCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runImagesToPdfCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+// Mail, share and print too: they read the desktop's MIME associations, talk to CUPS and lay out text.
+int runMailCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runShareCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runPrintCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 
 int main(int argc, char **argv)
 {

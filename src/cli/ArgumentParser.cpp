@@ -79,6 +79,19 @@ bool ArgumentParser::accepts(ValueKind kind, const QString &text)
         return !text.isEmpty();
     case ValueKind::Text:
         return true;
+    case ValueKind::Count:
+        return isNumberIn(text, 1, 999, true);
+    case ValueKind::Pages: {
+        static const QRegularExpression ranges(QStringLiteral("^[1-9][0-9]*(-[1-9][0-9]*)?(,[1-9][0-9]*(-[1-9][0-9]*)?)*$"));
+        if (!ranges.match(text).hasMatch())
+            return false;
+        for (const QString &range : text.split(QLatin1Char(','))) {
+            const QStringList ends = range.split(QLatin1Char('-'));
+            if (ends.size() == 2 && ends.at(0).toLongLong() > ends.at(1).toLongLong())
+                return false;
+        }
+        return true;
+    }
     }
     return false;
 }
@@ -98,6 +111,10 @@ QString ArgumentParser::describe(ValueKind kind)
         return QStringLiteral("the path of a folder");
     case ValueKind::Text:
         return QStringLiteral("a text");
+    case ValueKind::Count:
+        return QStringLiteral("a whole number from 1 to 999");
+    case ValueKind::Pages:
+        return QStringLiteral("pages from 1, such as 2, 1-3 or 1-3,7");
     }
     return {};
 }

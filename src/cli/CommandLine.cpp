@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include <optional>
+
 #include "ArgumentParser.h"
 #include "Console.h"
 #include "HelpText.h"
@@ -39,7 +41,10 @@ int CommandLine::runProcess(int argc, char **argv)
 {
     if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
         qInstallMessageHandler(quietLog);
-    QCoreApplication app(argc, argv);
+    // A command that lays text out made a GUI application already (the full program's print).
+    std::optional<QCoreApplication> app;
+    if (!QCoreApplication::instance())
+        app.emplace(argc, argv);
     Texts::setLanguage(Texts::startupLanguage());
     LinuxVolumeService volumes;
     Platform services;

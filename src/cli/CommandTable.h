@@ -22,6 +22,9 @@ enum class ValueKind {
     Dpi,     // a number of dots per inch from 30 to 1000
     Folder,  // the path of a folder
     Text,    // any text
+    Count,   // a whole number from 1 to 999 (copies)
+    Pages,   // page numbers and ranges from 1: "2", "1-3", "1-3,7"
+
 };
 
 struct Option

@@ -263,6 +263,7 @@ struct PrintOptions
     Sides sides = Sides::OneSided;
     Orientation orientation = Orientation::Unset;
     QString media; // "A4", "Letter"; empty: the printer's own
+    bool fitToPage = false; // scaled to the printable area, larger or smaller
 };
 
 // The printing system (CUPS).
@@ -273,9 +274,9 @@ public:
     virtual ~PrintService() = default;
     virtual QList<PrinterInfo> printers() const = 0;
     virtual QString defaultPrinter() const = 0; // empty when there is none
-    // Sends a PDF (a file URI) as it is: the printing system lays its pages out with the options.
-    // The job's number.
-    virtual Result<int> printPdf(const QString &printer, const QString &pdfUri, const QString &title,
+    // Sends a PDF file as it is: the printing system lays its pages out with the options. The job's
+    // number; PrinterGone when the queue vanished since it was chosen.
+    virtual Result<int> printPdf(const QString &printer, const QString &pdfPath, const QString &title,
                                  const PrintOptions &options) = 0;
 };
 

@@ -6,14 +6,48 @@
 #include "core/fs/NativePath.h"
 #include "platform/fake/FakePlatform.h"
 #include "platform/freedesktop/DesktopExec.h"
+#include "platform/freedesktop/FreedesktopMail.h"
+#include "platform/freedesktop/FreedesktopShare.h"
 #include "platform/freedesktop/MailClients.h"
 #include "platform/freedesktop/MimeApps.h"
 #include "platform/posix/Spawn.h"
 #include "sending/FileUris.h"
 #include "utils/Utils.h"
 
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusObjectPath>
+#include <QDBusUnixFileDescriptor>
+#include <QProcess>
 #include <QTest>
 #include <QUrl>
+
+// The desktop portal's Email interface, as the test's own service: it keeps what it was given.
+class EmailPortal : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Email")
+public:
+    QList<QByteArray> attachedFiles; // what the descriptors lead to
+    QVariantMap options;
+public Q_SLOTS:
+    QDBusObjectPath ComposeEmail(const QString &, const QVariantMap &given)
+    {
+        options = given;
+        const QDBusArgument fds = given.value(QStringLiteral("attachment_fds")).value<QDBusArgument>();
+        fds.beginArray();
+        while (!fds.atEnd()) {
+            QDBusUnixFileDescriptor fd;
+            fds >> fd;
+            char target[4096];
+            const ssize_t n = ::readlink(QByteArray("/proc/self/fd/" + QByteArray::number(fd.fileDescriptor())).constData(), target, sizeof target);
+            attachedFiles.append(QByteArray(target, n > 0 ? int(n) : 0));
+        }
+        fds.endArray();
+        return QDBusObjectPath(QStringLiteral("/org/freedesktop/portal/desktop/request/1/quaydrop"));
+    }
+};
 
 using namespace SendingFixtures;
 
@@ -36,6 +70,9 @@ private Q_SLOTS:
     void mailClientForms();
     void spawnKeepsBytesAndReportsFailures();
     void spawnRefusesWhatExecCannotCarry();
+    void stubProgramsGetTheFilesIntact();
+    void mailWithoutAClient();
+    void portalGetsDescriptors();
 };
 
 void SendingTest::escapes_data()
@@ -198,7 +235,7 @@ void SendingTest::mailClientForms_data()
     QTest::addColumn<QString>("exec");
     QTest::addColumn<QStringList>("argv");
     const QString a = QStringLiteral("file:///a%20b.pdf");
-    const QString b = QStringLiteral("file:///c%2Cd%27e.pdf");
+    const QString b = QStringLiteral("file:///c%2Cd%27e.pdf"); // as FileUris writes "c,d'e.pdf"
     QTest::newRow("Thunderbird") << "thunderbird" << "/usr/bin/thunderbird %u"
                                  << QStringList{"/usr/bin/thunderbird", "-compose", "attachment='" + a + "," + b + "'"};
     QTest::newRow("Thunderbird, flatpak")
@@ -225,7 +262,7 @@ void SendingTest::mailClientForms()
     app.id = id;
     app.exec = exec;
     app.executable = QFileInfo(exec.section(QLatin1Char(' '), 0, 0)).fileName();
-    const auto command = MailClients::composeCommand(app, {"file:///a%20b.pdf", "file:///c,d'e.pdf"});
+    const auto command = MailClients::composeCommand(app, {"file:///a%20b.pdf", "file:///c%2Cd%27e.pdf"});
     QStringList got;
     if (command)
         for (const QByteArray &word : *command)
@@ -273,6 +310,123 @@ void SendingTest::spawnRefusesWhatExecCannotCarry()
         many.append(QByteArray(100000, 'y'));
     QVERIFY(!Spawn::fitsExecLimits(many));
     QCOMPARE(Spawn::detached({"true", QByteArray(140000, 'x')}).error().code, E2BIG);
+}
+
+void SendingTest::stubProgramsGetTheFilesIntact()
+{
+    StubDesktop desktop;
+    desktop.tree.folder("files");
+    QStringList paths;
+    QList<QByteArray> natives;
+    for (const QByteArray &name : awkwardNames()) {
+        natives.append(desktop.tree.file("files/" + name, "x"));
+        paths.append(NativePath::fromNative(natives.constLast()));
+    }
+    const QStringList uris = FileUris::fromPaths(paths);
+    for (const char *program : {"thunderbird", "kdeconnect-cli", "bluetooth-sendto", "viewer", "dolphin"})
+        desktop.stubProgram(program, 0, qstrcmp(program, "kdeconnect-cli") == 0 ? "abc123 Pixel 7\n" : "");
+    desktop.desktopFile("thunderbird", "Thunderbird", "thunderbird %u", "x-scheme-handler/mailto;");
+    desktop.desktopFile("viewer", "Viewer", "viewer %F", "text/plain;application/pdf;");
+    desktop.desktopFile("org.kde.dolphin", "Dolphin", "dolphin %u", "inode/directory;");
+    desktop.setDefaults("x-scheme-handler/mailto=thunderbird.desktop\ninode/directory=org.kde.dolphin.desktop\n");
+    auto lastRun = [&desktop](const char *program) {
+        return waitForFile(desktop.record(program)) ? readArguments(desktop.record(program)) : QList<QByteArray>{"<no run>"};
+    };
+
+    // Thunderbird: one compose field whose list gives back every file's bytes.
+    FreedesktopMail mail(QDBusConnection(QStringLiteral("no bus")));
+    QCOMPARE(mail.defaultClient().name, QStringLiteral("Thunderbird"));
+    std::optional<Status> composed;
+    mail.composeWithAttachments(uris, [&](Status s) { composed = s; });
+    QTRY_VERIFY(composed.has_value());
+    QVERIFY(composed->ok());
+    const QList<QByteArray> compose = lastRun("thunderbird");
+    QCOMPARE(compose.value(0), QByteArray("-compose"));
+    QVERIFY(compose.value(1).startsWith("attachment='") && compose.value(1).endsWith('\''));
+    const QList<QByteArray> listed = compose.value(1).mid(12).chopped(1).split(',');
+    QCOMPARE(listed.size(), natives.size());
+    for (qsizetype i = 0; i < natives.size(); ++i)
+        QCOMPARE(DesktopExec::localPathOf(QString::fromLatin1(listed.at(i))), natives.at(i));
+
+    // Share targets: only the tools that are there.
+    FreedesktopShare share;
+    auto ids = [&share] {
+        QStringList found;
+        for (const ShareTarget &t : share.fileTargets({QStringLiteral("text/plain")}))
+            found.append(t.id + QLatin1Char('=') + t.title);
+        return found;
+    };
+    QCOMPARE(ids(), (QStringList{"kdeconnect:abc123=Pixel 7", "bluetooth=Bluetooth", "open-with:viewer=Viewer"}));
+    QVERIFY(share.shareFiles(QStringLiteral("kdeconnect:abc123"), uris).ok());
+    QCOMPARE(lastRun("kdeconnect-cli"), (QList<QByteArray>{"--device", "abc123", "--share", uris.constLast().toLatin1()}));
+    QVERIFY(share.shareFiles(QStringLiteral("bluetooth"), uris).ok());
+    QList<QByteArray> uriBytes;
+    for (const QString &u : uris)
+        uriBytes.append(u.toLatin1());
+    QCOMPARE(lastRun("bluetooth-sendto"), uriBytes);
+    QVERIFY(share.shareFiles(QStringLiteral("open-with:viewer"), uris).ok());
+    QCOMPARE(lastRun("viewer"), natives);
+    QVERIFY(share.canSearchFiles());
+    QVERIFY(share.searchFiles(QStringLiteral("a&b c"), QStringLiteral("file:///home/x%20y")).ok());
+    QCOMPARE(lastRun("dolphin"), (QList<QByteArray>{"--new-window", "filenamesearch:?search=a%26b%20c&url=file%3A%2F%2F%2Fhome%2Fx%2520y"}));
+    QFile::remove(QString::fromUtf8(desktop.bin + "/bluetooth-sendto"));
+    QFile::remove(QString::fromUtf8(desktop.bin + "/kdeconnect-cli"));
+    QFile::remove(QString::fromUtf8(desktop.bin + "/dolphin"));
+    QCOMPARE(ids(), QStringList{"open-with:viewer=Viewer"});
+    QVERIFY(!share.canSearchFiles());
+
+    // The command line lists the same targets, the mail program first.
+    desktop.stubProgram("bluetooth-sendto");
+    QProcess cli;
+    cli.start(QStringLiteral(QD_QUAYDROP_BINARY), {QStringLiteral("share"), QStringLiteral("--list"), paths.first()});
+    QVERIFY(cli.waitForFinished(20000));
+    QCOMPARE(QString::fromUtf8(cli.readAllStandardOutput()),
+             QStringLiteral("mail\tMail with Thunderbird\nbluetooth\tBluetooth…\nopen-with:viewer\tOpen with Viewer\n"));
+}
+
+void SendingTest::mailWithoutAClient()
+{
+    StubDesktop desktop;
+    FreedesktopMail mail(QDBusConnection(QStringLiteral("no bus")));
+    std::optional<Status> result;
+    mail.composeWithAttachments({QStringLiteral("file:///x")}, [&](Status s) { result = s; });
+    QTRY_VERIFY(result.has_value());
+    QCOMPARE(result->error().code, int(MailService::NoMailProgram));
+    // A default that takes no attachments, and no portal: said, with its name.
+    desktop.desktopFile("mutt", "Mutt", "mutt %u", "x-scheme-handler/mailto;");
+    desktop.setDefaults("x-scheme-handler/mailto=mutt.desktop\n");
+    QVERIFY(!mail.defaultClient().takesAttachments);
+    result.reset();
+    mail.composeWithAttachments({QStringLiteral("file:///x")}, [&](Status s) { result = s; });
+    QTRY_VERIFY(result.has_value());
+    QCOMPARE(result->error().code, int(MailService::NoAttachments));
+    QVERIFY(result->error().message.contains(QLatin1String("Mutt")));
+}
+
+void SendingTest::portalGetsDescriptors()
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    if (!bus.isConnected())
+        QSKIP("needs a session bus of its own (the test runs under dbus-run-session)");
+    StubDesktop desktop;
+    desktop.desktopFile("mutt", "Mutt", "mutt %u", "x-scheme-handler/mailto;");
+    desktop.setDefaults("x-scheme-handler/mailto=mutt.desktop\n");
+    const QByteArray a = desktop.tree.file("with space.pdf", "a");
+    const QByteArray b = desktop.tree.file(QByteArray("caf\xe9.txt"), "b");
+    QDBusConnection portalBus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("portal"));
+    EmailPortal portal;
+    QVERIFY(portalBus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &portal, QDBusConnection::ExportAllSlots));
+    QVERIFY(portalBus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    FreedesktopMail mail(bus);
+    QVERIFY(mail.defaultClient().takesAttachments);
+    std::optional<Status> result;
+    mail.composeWithAttachments(FileUris::fromPaths({NativePath::fromNative(a), NativePath::fromNative(b)}), [&](Status s) { result = s; });
+    QTRY_VERIFY(result.has_value());
+    QVERIFY(result->ok());
+    QCOMPARE(portal.attachedFiles, (QList<QByteArray>{a, b}));
+    QCOMPARE(portal.options.keys(), QStringList{"attachment_fds"});
+    portalBus.unregisterService(QStringLiteral("org.freedesktop.portal.Desktop"));
+    QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
 }
 
 QTEST_GUILESS_MAIN(SendingTest)

@@ -62,6 +62,16 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"mailFileBtnAction", &AppDelegate::mailFileBtnAction},
         {"mailMultipleFilesAvtion", &AppDelegate::mailMultipleFilesAvtion},
         {"newMailWithDroppedString", &AppDelegate::newMailWithDroppedString},
+        {"printFileAction", &AppDelegate::printFileAction},
+        {"printPDFFileAction", &AppDelegate::printPDFFileAction},
+        {"showImgSharePanelVC", &AppDelegate::showImgSharePanelVC},
+        {"airDropBtnAction", &AppDelegate::airDropBtnAction},
+        {"airDropMultiFiles", &AppDelegate::airDropMultiFiles},
+        {"shareDroppedStringViaShareMenu", &AppDelegate::shareDroppedStringViaShareMenu},
+        {"postDroppedStringOnTwitter", &AppDelegate::postDroppedStringOnTwitter},
+        {"postDroppedStringOnFacebook", &AppDelegate::postDroppedStringOnFacebook},
+        {"searchStringInFinder", &AppDelegate::searchStringInFinder},
+        {"saveDroppedStringToTXT", &AppDelegate::saveDroppedStringToTXT},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

@@ -1,7 +1,11 @@
 #include "AppDelegate.h"
 
 #include "core/texts/Texts.h"
+#include "core/window/DropWindow.h"
+#include "sending/ui/PrintPanel.h"
 #include "utils/Utils.h"
+
+#include <QScreen>
 
 namespace {
 
@@ -33,4 +37,33 @@ void AppDelegate::newMailWithDroppedString(ActionButton *)
         return;
     }
     Utils::openMailtoURL(url);
+}
+
+void AppDelegate::printFileAction(ActionButton *)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(10);
+    doPrintPDF(filePathsArr.value(0), {});
+}
+
+void AppDelegate::printPDFFileAction(ActionButton *)
+{
+    Utils::saveChangesToTimeSavedPlistByAddingSec(15);
+    const QString path = filePathsArr.value(0);
+    openPdfAskingPassword(path, [this, path](const QByteArray &password) { doPrintPDF(path, password); });
+}
+
+void AppDelegate::doPrintPDF(const QString &path, const QByteArray &password)
+{
+    Utils::postShouldNotCloseWindowYetNotif(true);
+    // The dialog opens over the window, which moves to the middle of its screen first.
+    if (const QScreen *screen = window->screen()) {
+        const QRect area = screen->geometry();
+        window->move(area.x() + area.width() / 2 - window->width() / 2, area.y() + area.height() / 2 - window->height() / 2);
+    }
+    auto *panel = new PrintPanel(path, password, window);
+    connect(panel, &PrintPanel::finished, this, [panel](bool) {
+        Utils::postShouldNotCloseWindowYetNotif(false);
+        panel->deleteLater();
+    });
+    panel->open();
 }

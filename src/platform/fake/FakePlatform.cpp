@@ -212,7 +212,7 @@ QString FakePrint::defaultPrinter() const
     return {};
 }
 
-Result<int> FakePrint::printPdf(const QString &printer, const QString &pdfUri, const QString &title,
+Result<int> FakePrint::printPdf(const QString &printer, const QString &pdfPath, const QString &title,
                                 const PrintOptions &options)
 {
     bool known = false;
@@ -220,9 +220,9 @@ Result<int> FakePrint::printPdf(const QString &printer, const QString &pdfUri, c
         known = known || p.name == printer;
     if (!known)
         return Error{QStringLiteral("Print"), PrinterGone, QStringLiteral("the printer %1 is gone").arg(printer)};
-    QFile file(QUrl(pdfUri).toLocalFile());
+    QFile file(pdfPath);
     if (!file.open(QIODevice::ReadOnly))
-        return fakeError(QStringLiteral("cannot read %1").arg(pdfUri));
+        return fakeError(QStringLiteral("cannot read %1").arg(pdfPath));
     jobs.append({printer, title, file.readAll(), options});
     return int(jobs.size());
 }

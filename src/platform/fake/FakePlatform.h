@@ -196,7 +196,7 @@ public:
     };
     QList<PrinterInfo> printers() const override { return queues; }
     QString defaultPrinter() const override;
-    Result<int> printPdf(const QString &printer, const QString &pdfUri, const QString &title,
+    Result<int> printPdf(const QString &printer, const QString &pdfPath, const QString &title,
                          const PrintOptions &options) override;
     QList<PrinterInfo> queues{{QStringLiteral("Office"), QStringLiteral("Office printer"), true}};
     QList<Job> jobs;

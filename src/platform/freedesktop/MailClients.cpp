@@ -76,6 +76,8 @@ std::optional<Spawn::Argv> MailClients::composeCommand(const DesktopApplication 
             *argv << QByteArray("--attach") << uri.toLatin1();
         break;
     case Form::AttachList:
+        // "--compose [ADDRESS]" would take the option after it for an address.
+        argv->removeAll(QByteArray("--compose"));
         argv->append(QByteArray("--attach"));
         for (const QString &uri : fileUris)
             argv->append(uri.toLatin1());

@@ -143,6 +143,8 @@ Result<Spawn::Finished> Spawn::run(const Argv &argv, const QByteArray &input, in
     qsizetype written = 0;
     if (input.isEmpty())
         in.close(1);
+    else // a full pipe must not block us while the program waits for us to read its output
+        ::fcntl(in.fd[1], F_SETFL, ::fcntl(in.fd[1], F_GETFL) | O_NONBLOCK);
     QDeadlineTimer deadline(timeoutMs);
     bool timedOut = false;
     while (out.fd[0] >= 0 || err.fd[0] >= 0) {
@@ -170,7 +172,7 @@ Result<Spawn::Finished> Spawn::run(const Argv &argv, const QByteArray &input, in
                 const ssize_t w = ::write(in.fd[1], input.constData() + written, size_t(input.size() - written));
                 if (w > 0)
                     written += w;
-                if (w < 0 || written == input.size())
+                if ((w < 0 && errno != EAGAIN && errno != EINTR) || written == input.size())
                     in.close(1);
                 continue;
             }
