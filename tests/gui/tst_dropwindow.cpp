@@ -376,9 +376,9 @@ void DropWindowTest::actionsOfLaterAreasSayTheyAreMissing()
 {
     drop({makeFile(QStringLiteral("z.bin"))});
     QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
-    current()->button(QStringLiteral("mailFileBtn"))->click();
+    current()->button(QStringLiteral("createNewBtn"))->click();
     QCOMPARE(missing.count(), 1);
-    QCOMPARE(missing.at(0).at(0).toString(), QStringLiteral("mailFileBtnAction"));
+    QCOMPARE(missing.at(0).at(0).toString(), QStringLiteral("createNewFileBtnAction"));
     QVERIFY(QFile::exists(m_app->filePathsArr.first())); // nothing happened to the file
 }
 
