@@ -199,6 +199,8 @@ public:
     // for no files.
     void showOSXSharingOptionsForArrOfFilePaths(const QStringList &paths, QWidget *sender);
     void shareFilesTo(const QString &targetId, const QStringList &paths);
+    // The share overlay's answer: the first file to the target of that place in its list.
+    void shareCompletion(qint64 tag);
     void shareDroppedStringTo(const QString &targetId);
 
     // ---- move and copy (AppDelegate_MoveCopy.cpp) ----

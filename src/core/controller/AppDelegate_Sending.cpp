@@ -36,7 +36,8 @@ void AppDelegate::newMailWithDroppedString(ActionButton *)
         Utils::showBasicAlertwithTitle(Texts::localized("MailTextTooLong"), Texts::localized("MailTextTooLongText"));
         return;
     }
-    Utils::openMailtoURL(url);
+    if (!Utils::openMailtoURL(url))
+        Utils::showBasicAlertwithTitle(Texts::localized("NoMailApp"), Texts::localized("NoMailAppText"));
 }
 
 void AppDelegate::printFileAction(ActionButton *)

@@ -8,6 +8,7 @@
 #include "sending/ShareTargets.h"
 #include "sending/ui/SharePicker.h"
 #include "utils/Utils.h"
+#include "core/overlays/OverlayControllers.h"
 #include "widgets/ActionButton.h"
 
 #include <QClipboard>
@@ -91,6 +92,16 @@ void AppDelegate::shareFilesTo(const QString &targetId, const QStringList &paths
             qInfo("shared with %s", qPrintable(targetId));
         sayShareFailed(s);
     });
+}
+
+void AppDelegate::shareCompletion(qint64 tag)
+{
+    const QList<ShareTarget> targets = imgShareVC->targets();
+    closeVisibleModalOverlay();
+    if (tag < 0 || tag >= targets.size())
+        return;
+    shareFilesTo(targets.at(tag).id, {filePathsArr.value(0)});
+    Utils::saveChangesToTimeSavedPlistByAddingSec(droppedImageFromOtherApp ? 20 : 3);
 }
 
 void AppDelegate::shareDroppedStringViaShareMenu(ActionButton *sender)
