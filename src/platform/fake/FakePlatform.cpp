@@ -2,7 +2,6 @@
 
 #include <QFile>
 #include <QTimer>
-#include <QUrl>
 
 #include <QDir>
 #include <QFileInfo>
@@ -152,9 +151,8 @@ Status FakeWallpaper::setWallpaper(const QString &imagePath)
     return success();
 }
 
-QList<ShareTarget> FakeShare::fileTargets(const QStringList &mimeTypes) const
+QList<ShareTarget> FakeShare::fileTargets(const QStringList &) const
 {
-    askedTypes.append(mimeTypes);
     return targets;
 }
 
@@ -204,36 +202,13 @@ Status FakeMail::launchDefaultClient()
     return success();
 }
 
-QString FakePrint::defaultPrinter() const
-{
-    for (const PrinterInfo &p : queues)
-        if (p.isDefault)
-            return p.name;
-    return {};
-}
-
-Result<int> FakePrint::printPdf(const QString &printer, const QString &pdfPath, const QString &title,
-                                const PrintOptions &options)
-{
-    bool known = false;
-    for (const PrinterInfo &p : queues)
-        known = known || p.name == printer;
-    if (!known)
-        return Error{QStringLiteral("Print"), PrinterGone, QStringLiteral("the printer %1 is gone").arg(printer)};
-    QFile file(pdfPath);
-    if (!file.open(QIODevice::ReadOnly))
-        return fakeError(QStringLiteral("cannot read %1").arg(pdfPath));
-    jobs.append({printer, title, file.readAll(), options});
-    return int(jobs.size());
-}
-
 FakePlatform::FakePlatform(const QString &trashFolder) : trash(trashFolder) {}
 
 Platform FakePlatform::services()
 {
     return Platform{&drag,  &promisedFiles, &pointer, &windows,    &hotKey,    &notifications, &workspace,
                     &trash, &volumes,       &power,   &loginItems, &wallpaper, &share,
-                    &mail,  &print};
+                    &mail};
 }
 
 Result<PromisedFiles> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr)

@@ -164,7 +164,6 @@ public:
     bool canSearchFiles() const override { return searchable; }
     Status searchFiles(const QString &text, const QString &folderUri) override;
     QList<ShareTarget> targets, forText;
-    mutable QList<QStringList> askedTypes;
     QList<QPair<QString, QStringList>> shared;
     QList<QPair<QString, QString>> sharedTexts, searches;
     bool searchable = true;
@@ -182,24 +181,6 @@ public:
     QList<QStringList> composed;
     QStringList mailtos;
     int launches = 0;
-};
-
-// A printer that keeps the jobs it is given, with a copy of each PDF's bytes.
-class FakePrint : public PrintService
-{
-public:
-    struct Job
-    {
-        QString printer, title;
-        QByteArray pdf;
-        PrintOptions options;
-    };
-    QList<PrinterInfo> printers() const override { return queues; }
-    QString defaultPrinter() const override;
-    Result<int> printPdf(const QString &printer, const QString &pdfPath, const QString &title,
-                         const PrintOptions &options) override;
-    QList<PrinterInfo> queues{{QStringLiteral("Office"), QStringLiteral("Office printer"), true}};
-    QList<Job> jobs;
 };
 
 // Every fake, owned together, with a Platform that points at them.
@@ -220,6 +201,5 @@ struct FakePlatform
     FakeWallpaper wallpaper;
     FakeShare share;
     FakeMail mail;
-    FakePrint print;
     Platform services();
 };
