@@ -21,16 +21,6 @@ const QHash<QString, QString> &laterActions()
 {
     static const QHash<QString, QString> table = {
         {"setAsWallpaperAction", "wallpaper"},
-        {"showImgSharePanelVC", "sharing"},
-        {"airDropBtnAction", "sharing"},
-        {"airDropMultiFiles", "sharing"},
-        {"shareDroppedStringViaShareMenu", "sharing"},
-        {"postDroppedStringOnTwitter", "sharing"},
-        {"postDroppedStringOnFacebook", "sharing"},
-        {"searchStringInFinder", "sharing"},
-        {"saveDroppedStringToTXT", "sharing"},
-        {"printFileAction", "printing"},
-        {"printPDFFileAction", "printing"},
     };
     return table;
 }
