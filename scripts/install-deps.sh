@@ -15,6 +15,8 @@ PACKAGES=(
   qt6-image-formats-plugins libturbojpeg0-dev libjpeg-dev
   # archives
   libminizip-dev
+  # printing: libcups to hand jobs over; a CUPS server and the cups-pdf printer for the print tests
+  libcups2-dev cups cups-client printer-driver-cups-pdf
   # X11 drag watching
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop

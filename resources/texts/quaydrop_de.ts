@@ -1113,5 +1113,97 @@ Ihre Änderungen sind noch im Editor.</translation>
         <source>editorCrop</source>
         <translation>Zuschneiden</translation>
     </message>
+    <message>
+        <source>MailAppNOTDefault</source>
+        <translation>Ihr Mailprogramm kann keine Anhänge von Quaydrop übernehmen</translation>
+    </message>
+    <message>
+        <source>MailAppNOTDefaultText</source>
+        <translation>%1 ist Ihr Standard-Mailprogramm. Quaydrop übergibt Dateien an Thunderbird, Evolution, KMail, Geary, Claws Mail und Sylpheed oder an das Mail-Portal der Arbeitsumgebung. Öffnen Sie %1 und hängen Sie die Dateien dort an, oder wählen Sie eines dieser Programme als Standard-Mailprogramm.</translation>
+    </message>
+    <message>
+        <source>LaunchMailApp</source>
+        <translation>%1 öffnen</translation>
+    </message>
+    <message>
+        <source>NoMailApp</source>
+        <translation>Kein Mailprogramm eingerichtet</translation>
+    </message>
+    <message>
+        <source>NoMailAppText</source>
+        <translation>Kein Programm auf diesem Rechner öffnet Mail-Links (mailto:). Installieren Sie ein Mailprogramm wie Thunderbird oder Evolution, oder wählen Sie in den Einstellungen Ihrer Arbeitsumgebung eines als Standard.</translation>
+    </message>
+    <message>
+        <source>MailNotStarted</source>
+        <translation>Das Mailprogramm wurde nicht gestartet</translation>
+    </message>
+    <message>
+        <source>MailTextTooLong</source>
+        <translation>Der Text ist zu lang für eine neue Mail</translation>
+    </message>
+    <message>
+        <source>MailTextTooLongText</source>
+        <translation>Einem Mailprogramm lassen sich etwa 100.000 Zeichen auf einmal übergeben. Speichern Sie den Text als Datei und hängen Sie diese an.</translation>
+    </message>
+    <message>
+        <source>printDialogTitle</source>
+        <translation>Drucken</translation>
+    </message>
+    <message>
+        <source>printFailedTitle</source>
+        <translation>Es wurde nichts gedruckt</translation>
+    </message>
+    <message>
+        <source>shareViaMail</source>
+        <translation>Mit %1 senden</translation>
+    </message>
+    <message>
+        <source>shareKdeConnect</source>
+        <translation>%1 (KDE Connect)</translation>
+    </message>
+    <message>
+        <source>shareBluetooth</source>
+        <translation>Bluetooth …</translation>
+    </message>
+    <message>
+        <source>shareOpenWith</source>
+        <translation>Mit %1 öffnen</translation>
+    </message>
+    <message>
+        <source>shareSaveAs</source>
+        <translation>Speichern unter …</translation>
+    </message>
+    <message>
+        <source>shareCopyLinks</source>
+        <translation>Als Dateiverweise kopieren</translation>
+    </message>
+    <message>
+        <source>sharePostOnX</source>
+        <translation>Auf X posten</translation>
+    </message>
+    <message>
+        <source>sharePostOnFacebook</source>
+        <translation>Auf Facebook teilen</translation>
+    </message>
+    <message>
+        <source>shareFailedTitle</source>
+        <translation>Teilen nicht möglich</translation>
+    </message>
+    <message>
+        <source>noFileSearch</source>
+        <translation>Kein Dateimanager auf diesem Rechner kann suchen: Installieren Sie Catfish oder verwenden Sie Dolphin oder Dateien (Nautilus) als Standard-Dateimanager.</translation>
+    </message>
+    <message>
+        <source>Textsaved</source>
+        <translation>Text gespeichert</translation>
+    </message>
+    <message>
+        <source>facebookTextCopied</source>
+        <translation>Der Text ist in der Zwischenablage</translation>
+    </message>
+    <message>
+        <source>facebookTextCopiedText</source>
+        <translation>Facebook nimmt nur Links an. Fügen Sie den Text in Ihren Beitrag ein.</translation>
+    </message>
 </context>
 </TS>

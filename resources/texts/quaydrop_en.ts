@@ -1113,5 +1113,97 @@ Your changes are still in the editor.</translation>
         <source>editorCrop</source>
         <translation>Crop</translation>
     </message>
+    <message>
+        <source>MailAppNOTDefault</source>
+        <translation>Your mail program can't take attachments from Quaydrop</translation>
+    </message>
+    <message>
+        <source>MailAppNOTDefaultText</source>
+        <translation>%1 is your default mail program. Quaydrop hands files to Thunderbird, Evolution, KMail, Geary, Claws Mail and Sylpheed, or to the desktop's mail portal. Open %1 and attach the files there, or choose one of these as your default mail program.</translation>
+    </message>
+    <message>
+        <source>LaunchMailApp</source>
+        <translation>Open %1</translation>
+    </message>
+    <message>
+        <source>NoMailApp</source>
+        <translation>No mail program is set up</translation>
+    </message>
+    <message>
+        <source>NoMailAppText</source>
+        <translation>No program on this computer opens mail links (mailto:). Install a mail program such as Thunderbird or Evolution, or choose one as the default in your desktop's settings.</translation>
+    </message>
+    <message>
+        <source>MailNotStarted</source>
+        <translation>The mail program did not start</translation>
+    </message>
+    <message>
+        <source>MailTextTooLong</source>
+        <translation>The text is too long for a new mail</translation>
+    </message>
+    <message>
+        <source>MailTextTooLongText</source>
+        <translation>A mail program can be handed about 100,000 characters at once. Save the text as a file and attach it instead.</translation>
+    </message>
+    <message>
+        <source>printDialogTitle</source>
+        <translation>Print</translation>
+    </message>
+    <message>
+        <source>printFailedTitle</source>
+        <translation>Nothing was printed</translation>
+    </message>
+    <message>
+        <source>shareViaMail</source>
+        <translation>Mail with %1</translation>
+    </message>
+    <message>
+        <source>shareKdeConnect</source>
+        <translation>%1 (KDE Connect)</translation>
+    </message>
+    <message>
+        <source>shareBluetooth</source>
+        <translation>Bluetooth…</translation>
+    </message>
+    <message>
+        <source>shareOpenWith</source>
+        <translation>Open with %1</translation>
+    </message>
+    <message>
+        <source>shareSaveAs</source>
+        <translation>Save as…</translation>
+    </message>
+    <message>
+        <source>shareCopyLinks</source>
+        <translation>Copy as file links</translation>
+    </message>
+    <message>
+        <source>sharePostOnX</source>
+        <translation>Post on X</translation>
+    </message>
+    <message>
+        <source>sharePostOnFacebook</source>
+        <translation>Share on Facebook</translation>
+    </message>
+    <message>
+        <source>shareFailedTitle</source>
+        <translation>Could not share</translation>
+    </message>
+    <message>
+        <source>noFileSearch</source>
+        <translation>No file manager on this computer can search: install Catfish, or use Dolphin or Files (Nautilus) as the default file manager.</translation>
+    </message>
+    <message>
+        <source>Textsaved</source>
+        <translation>Text saved</translation>
+    </message>
+    <message>
+        <source>facebookTextCopied</source>
+        <translation>The text is on the clipboard</translation>
+    </message>
+    <message>
+        <source>facebookTextCopiedText</source>
+        <translation>Facebook takes links only. Paste the text into your post.</translation>
+    </message>
 </context>
 </TS>

@@ -7,6 +7,7 @@
 #include "cli/Console.h"
 #include "cli/EditCommand.h"
 #include "cli/ImageCommands.h"
+#include "cli/SendingCommands.h"
 #include "core/fs/NativePath.h"
 #include "platform/posix/ProgramPaths.h"
 
@@ -43,6 +44,10 @@ int runImagesToPdfCommand(const Invocation &invocation, Console &console) { retu
 int runRotateCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runCropCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runEditCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+// Mail, share and print too: they read the desktop's MIME associations, talk to CUPS and lay out text.
+int runMailCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runShareCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runPrintCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 
 int main(int argc, char **argv)
 {

@@ -5,7 +5,10 @@
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "menubar/statusitem/NotificationBalloon.h"
 #include "platform/SingleInstance.h"
+#include "platform/cups/CupsPrint.h"
+#include "platform/freedesktop/FreedesktopMail.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
+#include "platform/freedesktop/FreedesktopShare.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "platform/freedesktop/Login1PowerEvents.h"
@@ -16,6 +19,7 @@
 #include "platform/x11/X11Desktop.h"
 
 #include <QApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
 
@@ -73,6 +77,9 @@ int runResident(int argc, char **argv)
     NotificationBalloon balloon; // where no notification server answers
     notifications.setFallback(&balloon);
     FreedesktopWorkspace workspace;
+    FreedesktopMail mail;
+    FreedesktopShare share;
+    CupsPrint print;
     XdgAutostart autostart(ProgramPaths::front()); // the command users start, not this program
     Login1PowerEvents power;
     // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
@@ -89,6 +96,9 @@ int runResident(int argc, char **argv)
     platform.volumes = &volumes;
     platform.notifications = &notifications;
     platform.workspace = &workspace;
+    platform.mail = &mail;
+    platform.share = &share;
+    platform.print = &print;
     platform.loginItems = &autostart;
     platform.power = &power;
     Platform::install(platform);
@@ -117,6 +127,13 @@ int main(int argc, char **argv)
 {
     if (argc == 2 && qstrcmp(argv[1], "--destinations") == 0)
         return runDestinationManager(argc, argv);
+    if (argc > 1 && qstrcmp(argv[1], "print") == 0) {
+        // Printing lays texts out, which needs fonts: a GUI application without a screen of its own.
+        if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+            qputenv("QT_QPA_PLATFORM", "offscreen");
+        QGuiApplication fonts(argc, argv);
+        return CommandLine::runProcess(argc, argv);
+    }
     if (argc > 1) {
         // A command with a window (edit) runs in an application with widgets, when there is a display.
         const Cli::Command *command = Cli::find(QString::fromLocal8Bit(argv[1]));

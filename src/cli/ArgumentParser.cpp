@@ -87,6 +87,19 @@ bool ArgumentParser::accepts(ValueKind kind, const QString &text)
             QStringLiteral("^0*[0-9]{1,9},0*[0-9]{1,9},0*[1-9][0-9]{0,8},0*[1-9][0-9]{0,8}$"));
         return rect.match(text).hasMatch();
     }
+    case ValueKind::Count:
+        return isNumberIn(text, 1, 999, true);
+    case ValueKind::Pages: {
+        static const QRegularExpression ranges(QStringLiteral("^[1-9][0-9]*(-[1-9][0-9]*)?(,[1-9][0-9]*(-[1-9][0-9]*)?)*$"));
+        if (!ranges.match(text).hasMatch())
+            return false;
+        for (const QString &range : text.split(QLatin1Char(','))) {
+            const QStringList ends = range.split(QLatin1Char('-'));
+            if (ends.size() == 2 && ends.at(0).toLongLong() > ends.at(1).toLongLong())
+                return false;
+        }
+        return true;
+    }
     }
     return false;
 }
@@ -110,6 +123,10 @@ QString ArgumentParser::describe(ValueKind kind)
         return QStringLiteral("1, 2 or 3 quarter turns clockwise");
     case ValueKind::Rectangle:
         return QStringLiteral("X,Y,W,H in whole pixels from the top left, W and H 1 or more");
+    case ValueKind::Count:
+        return QStringLiteral("a whole number from 1 to 999");
+    case ValueKind::Pages:
+        return QStringLiteral("pages from 1, such as 2, 1-3 or 1-3,7");
     }
     return {};
 }

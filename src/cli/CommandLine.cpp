@@ -1,5 +1,7 @@
 #include "CommandLine.h"
 
+#include <optional>
+
 #include "ArgumentParser.h"
 #include "Console.h"
 #include "HelpText.h"
@@ -40,7 +42,8 @@ int CommandLine::runProcess(int argc, char **argv)
 {
     if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
         qInstallMessageHandler(quietLog);
-    // A command with a window (edit) comes with the application its caller made for the widgets.
+    // A command with a window (edit) or one that lays text out (print) comes with the application its
+    // caller made for it.
     std::optional<QCoreApplication> app;
     if (!QCoreApplication::instance())
         app.emplace(argc, argv);

@@ -6,6 +6,7 @@
 #include "FileCommands.h"
 #include "ImageCommands.h"
 #include "FileActionCommands.h"
+#include "SendingCommands.h"
 #include "ZipCommand.h"
 
 namespace Cli {
@@ -171,6 +172,33 @@ const std::vector<Command> &commands()
          "put back what the last rename, gather, move or trash changed",
          "Nothing changes when an old name has been taken since; the item that blocks is named.",
          &runUndoCommand},
+        {"mail",
+         {{"FILE", ArgumentKind::File, true}},
+         {},
+         "start a new message of the default mail program with the files attached",
+         "Thunderbird, Evolution, Geary, KMail, Claws Mail and Sylpheed take the files on their own command\n"
+         "line; any other program through the desktop's mail portal where one runs. Prints the mail\n"
+         "program's desktop file. A program that takes no attachments is named, and nothing is sent.",
+         &runMailCommand},
+        {"share",
+         {{"FILE", ArgumentKind::File, true}},
+         {{"--list", ValueKind::None, "", "print the targets this machine has for the files: an id, a tab, its name"},
+          {"--to", ValueKind::Text, "TARGET", "hand the files to the target with this id"}},
+         "list the share targets for files, or share them with one",
+         "Targets are the mail program, KDE Connect's paired devices (kdeconnect:ID), Bluetooth and the\n"
+         "applications that open the files (open-with:APP); only what is installed and reachable is listed.",
+         &runShareCommand},
+        {"print",
+         {{"FILE", ArgumentKind::File, true}},
+         {{"--printer", ValueKind::Text, "NAME", "the printer (a CUPS queue); the default printer when left out"},
+          {"--copies", ValueKind::Count, "N", "how many copies, 1 to 999"},
+          {"--pages", ValueKind::Pages, "A-B", "only these pages, such as 2, 1-3 or 1-3,7"},
+          {"--password", ValueKind::Text, "P", "the password that opens a locked PDF"}},
+         "print each document: a PDF as it is, an image fitted to the page, a text laid out",
+         "One line per job: the printer and the job's number, a tab, the file. A PDF goes to the printer as\n"
+         "the PDF itself; an image is fitted to the printable area and turned to the paper; a text, HTML\n"
+         "or Markdown document is laid out as Save as PDF does. A damaged or locked file is not printed.",
+         &runPrintCommand},
     };
     return table;
 }

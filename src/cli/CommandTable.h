@@ -24,6 +24,8 @@ enum class ValueKind {
     Text,    // any text
     Turns,   // quarter turns clockwise: 1, 2 or 3
     Rectangle, // "X,Y,W,H" in whole pixels from the top left, W and H 1 or more
+    Count,   // a whole number from 1 to 999 (copies)
+    Pages,   // page numbers and ranges from 1: "2", "1-3", "1-3,7"
 };
 
 struct Option

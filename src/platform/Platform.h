@@ -11,6 +11,8 @@
 #include <QStringList>
 #include <QVariantMap>
 
+#include <functional>
+
 // The system-wide drag: every new drag raises the change count, the moment it starts. What it offers
 // is asked afterwards, without holding anything up: a source may be slow to answer.
 class DragPasteboard : public QObject
@@ -195,22 +197,87 @@ public:
     virtual Status setWallpaper(const QString &imagePath) = 0;
 };
 
+// The default mail program, as the desktop names it.
+struct MailClient
+{
+    QString desktopFile; // "thunderbird.desktop"; empty when no program takes mailto: links
+    QString name;        // "Thunderbird", as menus show it
+    QString iconName;
+    bool takesAttachments = false; // by its own command line, or through the desktop portal
+};
+
+// New messages in the user's own mail program. Files travel as file URIs ("file:///a%20b.pdf"),
+// which carry any name, bytes that are not UTF-8 included.
+class MailService
+{
+public:
+    enum ErrorCode { NoMailProgram = 1, NoAttachments, TooLong, NotStarted };
+    virtual ~MailService() = default;
+    virtual MailClient defaultClient() const = 0;
+    // A new message with the files attached, in the form the default program takes, or through the
+    // desktop portal. `done` runs once, on the calling thread: NoAttachments when nothing here can
+    // take attachments, TooLong when the names are more than one command can carry.
+    virtual void composeWithAttachments(const QStringList &fileUris, std::function<void(Status)> done) = 0;
+    virtual Status openMailto(const QString &mailtoUrl) = 0; // a new message from a mailto: link
+    virtual Status launchDefaultClient() = 0;
+};
+
 struct ShareTarget
 {
-    QString id;
+    QString id; // "kdeconnect:DEVICE", "bluetooth", "open-with:APP"
     QString title;
     QString iconName;
 };
 
-// Mail, phone, Bluetooth and the like: what this machine can hand files to.
+// KDE Connect devices, Bluetooth and the applications of the machine: what it can hand files (as
+// file URIs) and text to. Only what is installed and ready is offered.
 class ShareService
 {
 public:
     virtual ~ShareService() = default;
-    virtual QList<ShareTarget> targetsFor(const QStringList &paths) const = 0;
-    virtual Status share(const QString &targetId, const QStringList &paths) = 0;
-    virtual Status composeMail(const QString &to, const QString &subject, const QString &body,
-                               const QStringList &attachments) = 0;
+    // Targets for files of these MIME types; "Open with" lists applications that take every one.
+    virtual QList<ShareTarget> fileTargets(const QStringList &mimeTypes) const = 0;
+    virtual QList<ShareTarget> textTargets() const = 0;
+    virtual Status shareFiles(const QString &targetId, const QStringList &fileUris) = 0;
+    virtual Status shareText(const QString &targetId, const QString &text) = 0;
+    // A search for `text` in the file manager, from `folder`; false when no file manager here can.
+    virtual bool canSearchFiles() const = 0;
+    virtual Status searchFiles(const QString &text, const QString &folderUri) = 0;
+};
+
+struct PrinterInfo
+{
+    QString name; // the queue's name
+    QString description;
+    bool isDefault = false;
+};
+
+// What the print dialog chose, in the printing system's words.
+struct PrintOptions
+{
+    enum class Sides { OneSided, TwoSidedLongEdge, TwoSidedShortEdge };
+    enum class Orientation { Unset, Portrait, Landscape };
+    int copies = 1;
+    bool collate = true;
+    QString pageRanges; // "2-3,5"; empty: every page
+    Sides sides = Sides::OneSided;
+    Orientation orientation = Orientation::Unset;
+    QString media; // "A4", "Letter"; empty: the printer's own
+    bool fitToPage = false; // scaled to the printable area, larger or smaller
+};
+
+// The printing system (CUPS).
+class PrintService
+{
+public:
+    enum ErrorCode { NoPrinter = 1, PrinterGone, Refused };
+    virtual ~PrintService() = default;
+    virtual QList<PrinterInfo> printers() const = 0;
+    virtual QString defaultPrinter() const = 0; // empty when there is none
+    // Sends a PDF file as it is: the printing system lays its pages out with the options. The job's
+    // number; PrinterGone when the queue vanished since it was chosen.
+    virtual Result<int> printPdf(const QString &printer, const QString &pdfPath, const QString &title,
+                                 const PrintOptions &options) = 0;
 };
 
 // All services together, as main() builds them. Owned elsewhere; any may be null where the desktop
@@ -234,4 +301,6 @@ struct Platform
     LoginItemService *loginItems = nullptr;
     WallpaperService *wallpaper = nullptr;
     ShareService *share = nullptr;
+    MailService *mail = nullptr;
+    PrintService *print = nullptr;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDateTime>
+#include <QHash>
 #include <QObject>
 #include <QSizeF>
 #include <QLocale>
@@ -174,6 +175,21 @@ public:
     // ---- mail (sending/Utils_Mail.cpp) ----
     // Opens a new message in the default mail program.
     static void sendEmailTo(const QString &address, const QString &body, const QString &subject);
+    // The desktop file of the default mail program ("thunderbird.desktop"); empty when there is none.
+    static QString mailingAppName();
+    // The characters the escape leaves to the table, and their replacements; built once.
+    static const QHash<QChar, QString> &percentForSpecialChars();
+    static QString percentEscapedString(const QString &string);
+    // "key=value&key=value", both escaped, in the map's order.
+    static QString urlQueryFromDictionary(const QVariantMap &dictionary);
+    // Hands a mailto: link to the default mail program; false, and logged, when nothing took it.
+    static bool openMailtoURL(const QString &url);
+
+    // ---- mail with attachments (sending/ui/Utils_MailFiles.cpp) ----
+    // The files attached to a new message of the default mail program; a program that takes no
+    // attachments gets the "MailAppNOTDefault" alert, which offers to open it.
+    static void mailFile(const QString &path);
+    static void emailMultiFilesViaDefaultMailApp(const QStringList &paths);
 
     // ---- file operations (fileops) ----
     // A symbolic link "<name> alias" beside each path, pointing at it; the links made, in order. An

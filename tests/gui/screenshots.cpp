@@ -126,12 +126,28 @@ int main(int argc, char **argv)
     auto drop = [&](const QStringList &paths, const QString &name = {}) { dropData(*filesData(paths), name); };
     drop({harbour}, QStringLiteral("panel-image"));
     drop({notes}, QStringLiteral("panel-document"));
+    // The share menu with what a desktop may have: a phone, Bluetooth, an editor for the type.
+    fakes.share.targets = {{QStringLiteral("kdeconnect:a1"), QStringLiteral("Pixel 7"), QStringLiteral("kdeconnect")},
+                           {QStringLiteral("bluetooth"), QStringLiteral("Bluetooth"), QStringLiteral("bluetooth")},
+                           {QStringLiteral("open-with:org.gnome.TextEditor"), QStringLiteral("Text Editor"),
+                            QStringLiteral("org.gnome.TextEditor")}};
+    auto shareMenu = [&](const char *button, const QString &name) {
+        if (auto *share = delegate.window->contentView()->findChild<ActionButton *>(QLatin1String(button))) {
+            share->click();
+            saveScreenArea(delegate.window->frameGeometry().adjusted(0, 0, 200, 220), out, name);
+            for (QWidget *top : QApplication::topLevelWidgets())
+                if (top->objectName() == QLatin1String("sharePicker"))
+                    top->close();
+        }
+    };
+    shareMenu("airDrDocBtn", QStringLiteral("share-menu"));
     drop({projects}, QStringLiteral("panel-folder"));
     drop({invoice}, QStringLiteral("panel-pdf"));
     drop({harbour, notes, projects}, QStringLiteral("panel-several-files"));
     QMimeData text;
     text.setText(QStringLiteral("Ships leave the quay at dawn, loaded with what the night brought in."));
     dropData(text, QStringLiteral("panel-text"));
+    shareMenu("strOSXShareBtn", QStringLiteral("share-menu-text"));
     QMimeData image;
     QByteArray png;
     {

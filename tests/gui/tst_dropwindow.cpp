@@ -374,11 +374,11 @@ void DropWindowTest::closeTagClosesEveryOverlay()
 
 void DropWindowTest::actionsOfLaterAreasSayTheyAreMissing()
 {
-    drop({makeFile(QStringLiteral("z.bin"))});
+    drop({makeFile(QStringLiteral("z.png"))});
     QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
-    current()->button(QStringLiteral("mailFileBtn"))->click();
+    current()->button(QStringLiteral("deskPbtn"))->click();
     QCOMPARE(missing.count(), 1);
-    QCOMPARE(missing.at(0).at(0).toString(), QStringLiteral("mailFileBtnAction"));
+    QCOMPARE(missing.at(0).at(0).toString(), QStringLiteral("setAsWallpaperAction"));
     QVERIFY(QFile::exists(m_app->filePathsArr.first())); // nothing happened to the file
 }
 

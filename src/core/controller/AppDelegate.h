@@ -172,11 +172,40 @@ public:
     void showPDFToImgConvertVC(ActionButton *sender);
     void pdfImgConvrtCompletion(qint64 tag, float dpi);
     void pdf2ImgCompletionAction(qint64 tag, float dpi, const QByteArray &password);
+    // A locked or encrypted PDF asks for its password on a sheet first; `then` gets the password
+    // (empty when none was asked). An unreadable PDF is said and ends it, as does a cancelled sheet.
+    void openPdfAskingPassword(const QString &path, std::function<void(const QByteArray &password)> then);
     void convertPDF2Img(const QString &path, qint64 imgType, bool libFile, bool fromOtherApp, float dpi,
                         const QByteArray &password);
     void SaveAsPDF(ActionButton *sender);
     QString getDestinationPathForPDFFile() const;
     LockedPDFEnterPass *enterLockedPDFPass = nullptr; // while its sheet is up
+
+    // ---- mail, share and print (AppDelegate_Sending.cpp) ----
+    void mailFileBtnAction(ActionButton *sender);
+    void mailMultipleFilesAvtion(ActionButton *sender);
+    void newMailWithDroppedString(ActionButton *sender);
+    void printFileAction(ActionButton *sender);
+    void printPDFFileAction(ActionButton *sender);
+    // The print dialog for the document; the window stays up while it is open.
+    void doPrintPDF(const QString &path, const QByteArray &password);
+
+    // ---- share (AppDelegate_Share.cpp) ----
+    void airDropBtnAction(ActionButton *sender);
+    void airDropMultiFiles(ActionButton *sender);
+    void showImgSharePanelVC(ActionButton *sender);
+    void shareDroppedStringViaShareMenu(ActionButton *sender);
+    void searchStringInFinder(ActionButton *sender);
+    void saveDroppedStringToTXT(ActionButton *sender);
+    void postDroppedStringOnTwitter(ActionButton *sender);
+    void postDroppedStringOnFacebook(ActionButton *sender);
+    // The share picker for files, below `sender` (the pointer without one); logs and shows nothing
+    // for no files.
+    void showOSXSharingOptionsForArrOfFilePaths(const QStringList &paths, QWidget *sender);
+    void shareFilesTo(const QString &targetId, const QStringList &paths);
+    // The share overlay's answer: the first file to the target of that place in its list.
+    void shareCompletion(qint64 tag);
+    void shareDroppedStringTo(const QString &targetId);
 
     // ---- move and copy (AppDelegate_MoveCopy.cpp) ----
     void moveToBtnAction();

@@ -20,20 +20,7 @@ constexpr int kTitleRevertMs = 500;
 const QHash<QString, QString> &laterActions()
 {
     static const QHash<QString, QString> table = {
-        {"mailFileBtnAction", "mail"},
-        {"mailMultipleFilesAvtion", "mail"},
-        {"newMailWithDroppedString", "mail"},
         {"setAsWallpaperAction", "wallpaper"},
-        {"showImgSharePanelVC", "sharing"},
-        {"airDropBtnAction", "sharing"},
-        {"airDropMultiFiles", "sharing"},
-        {"shareDroppedStringViaShareMenu", "sharing"},
-        {"postDroppedStringOnTwitter", "sharing"},
-        {"postDroppedStringOnFacebook", "sharing"},
-        {"searchStringInFinder", "sharing"},
-        {"saveDroppedStringToTXT", "sharing"},
-        {"printFileAction", "printing"},
-        {"printPDFFileAction", "printing"},
     };
     return table;
 }
@@ -62,6 +49,19 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"trashFiles", &AppDelegate::trashFiles},
         {"revealOneFileInFinder", &AppDelegate::revealOneFileInFinder},
         {"revealMultiFilesInFinder", &AppDelegate::revealMultiFilesInFinder},
+        {"mailFileBtnAction", &AppDelegate::mailFileBtnAction},
+        {"mailMultipleFilesAvtion", &AppDelegate::mailMultipleFilesAvtion},
+        {"newMailWithDroppedString", &AppDelegate::newMailWithDroppedString},
+        {"printFileAction", &AppDelegate::printFileAction},
+        {"printPDFFileAction", &AppDelegate::printPDFFileAction},
+        {"showImgSharePanelVC", &AppDelegate::showImgSharePanelVC},
+        {"airDropBtnAction", &AppDelegate::airDropBtnAction},
+        {"airDropMultiFiles", &AppDelegate::airDropMultiFiles},
+        {"shareDroppedStringViaShareMenu", &AppDelegate::shareDroppedStringViaShareMenu},
+        {"postDroppedStringOnTwitter", &AppDelegate::postDroppedStringOnTwitter},
+        {"postDroppedStringOnFacebook", &AppDelegate::postDroppedStringOnFacebook},
+        {"searchStringInFinder", &AppDelegate::searchStringInFinder},
+        {"saveDroppedStringToTXT", &AppDelegate::saveDroppedStringToTXT},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

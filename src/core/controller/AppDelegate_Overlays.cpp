@@ -8,6 +8,7 @@
 #include "core/overlays/OverlayControllers.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/window/DropWindow.h"
+#include "sending/ShareTargets.h"
 #include "utils/Utils.h"
 
 #include <QComboBox>
@@ -59,7 +60,7 @@ void AppDelegate::installOverlayCompletions()
     installedCompletions << QStringLiteral("setCompletion");
     wpChangeVC->setWpVCCompletion(notYet("wpVCCompletion"));
     installedCompletions << QStringLiteral("setWpVCCompletion");
-    imgShareVC->setShareCompletion(notYet("shareCompletion"));
+    imgShareVC->setShareCompletion([this](qint64 tag) { shareCompletion(tag); });
     installedCompletions << QStringLiteral("setShareCompletion");
     pdfToImgConvVC->setPdfImgConvrtCompletion([this](qint64 tag, float dpi) { pdfImgConvrtCompletion(tag, dpi); });
     installedCompletions << QStringLiteral("setPdfImgConvrtCompletion");
@@ -100,6 +101,8 @@ void AppDelegate::showOverlayPanel(OverlayController *controller)
                 names.append(entry.toMap().value(QStringLiteral("destPname")).toString());
         imgResizeVC->setDestinations(names);
     }
+    if (controller == imgShareVC)
+        imgShareVC->setTargets(ShareTargets::forFiles({filePathsArr.value(0)}, ShareTargets::Use::Window));
     if (controller == imgConvrtVC)
         imgConvrtVC->setMultipleImages(multiFilesActionPanelShown && imgsOnlyPathsArr.size() > 1);
     if (const Status s = modalOverlay->showInWindow(window); !s.ok())

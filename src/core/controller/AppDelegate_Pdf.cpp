@@ -32,31 +32,35 @@ void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
         closeVisibleModalOverlay();
         return;
     }
-    const QString path = filePathsArr.value(0);
+    // An unreadable PDF leaves the overlay up: nothing was started.
+    openPdfAskingPassword(filePathsArr.value(0),
+                          [this, tag, dpi](const QByteArray &password) { pdf2ImgCompletionAction(tag, dpi, password); });
+}
+
+void AppDelegate::openPdfAskingPassword(const QString &path, std::function<void(const QByteArray &password)> then)
+{
     const QString shown = NativePath::forDisplay(PathParts::lastComponent(path));
     const PdfPages::LockState state = PdfPages::inspect(path);
     if (!state.readable) {
-        // The overlay stays: nothing was started.
-        const QString why = state.problem;
-        qWarning("%s: %s", qPrintable(shown), qPrintable(why));
-        Utils::showBasicAlertwithTitle(Texts::localized("pdfUnreadableTitle"), QStringLiteral("%1: %2").arg(shown, why));
+        qWarning("%s: %s", qPrintable(shown), qPrintable(state.problem));
+        Utils::showBasicAlertwithTitle(Texts::localized("pdfUnreadableTitle"), QStringLiteral("%1: %2").arg(shown, state.problem));
         return;
     }
     if (!state.locked && !state.encrypted) {
-        pdf2ImgCompletionAction(tag, dpi, {});
+        then({});
         return;
     }
     qInfo("%s - isLocked or encrypted", qPrintable(shown));
-    if (!enterLockedPDFPass) {
-        // A wrong password is said on the sheet, which stays for another try.
-        enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), [path, shown](const QString &password) {
-            const bool opens = PdfPages::unlockWithPassword(path, password.toUtf8());
-            if (!opens)
-                qWarning("the password does not open %s", qPrintable(shown));
-            return opens;
-        }, window);
-    }
-    connect(enterLockedPDFPass, &QDialog::finished, this, [this, tag, dpi](int code) {
+    if (enterLockedPDFPass)
+        return; // a sheet is up already
+    // A wrong password is said on the sheet, which stays for another try.
+    enterLockedPDFPass = new LockedPDFEnterPass(PathParts::lastComponent(path), [path, shown](const QString &password) {
+        const bool opens = PdfPages::unlockWithPassword(path, password.toUtf8());
+        if (!opens)
+            qWarning("the password does not open %s", qPrintable(shown));
+        return opens;
+    }, window);
+    connect(enterLockedPDFPass, &QDialog::finished, this, [this, then](int code) {
         const QString password = enterLockedPDFPass->password();
         enterLockedPDFPass->deleteLater();
         enterLockedPDFPass = nullptr;
@@ -64,7 +68,7 @@ void AppDelegate::pdfImgConvrtCompletion(qint64 tag, float dpi)
             qInfo("Cancel button tapped");
             return;
         }
-        pdf2ImgCompletionAction(tag, dpi, password.toUtf8());
+        then(password.toUtf8());
     });
     enterLockedPDFPass->open();
 }

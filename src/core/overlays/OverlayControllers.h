@@ -5,6 +5,7 @@
 
 #include "FileOverlays.h"
 #include "OverlayController.h"
+#include "platform/Platform.h"
 
 #include <QSize>
 
@@ -35,6 +36,7 @@ private:
     Completion m_completion;
 };
 
+// The share targets as a list of buttons, each tagged with its place in `targets()`.
 class ImgShareOverlayVC : public OverlayController
 {
     Q_OBJECT
@@ -42,11 +44,15 @@ public:
     using Completion = std::function<void(qint64)>;
     explicit ImgShareOverlayVC(QWidget *parent = nullptr);
     void setShareCompletion(Completion c) { m_completion = std::move(c); }
+    void setTargets(const QList<ShareTarget> &targets);
+    const QList<ShareTarget> &targets() const { return m_targets; }
 
 protected:
     void fire(qint64 tag) override;
 
 private:
     Completion m_completion;
+    QList<ShareTarget> m_targets;
+    QList<QPushButton *> m_targetButtons;
 };
 

@@ -35,16 +35,17 @@ QString decoded(const QByteArray &bytes)
     return QString::fromLatin1(bytes);
 }
 
-QPageSize defaultPaper()
+} // namespace
+
+QPageLayout TextToPdf::defaultLayout()
 {
     const QLocale::Territory t = QLocale().territory();
     const bool letter = t == QLocale::UnitedStates || t == QLocale::Canada || t == QLocale::Mexico;
-    return QPageSize(letter ? QPageSize::Letter : QPageSize::A4);
+    return QPageLayout(QPageSize(letter ? QPageSize::Letter : QPageSize::A4), QPageLayout::Portrait,
+                       QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter);
 }
 
-} // namespace
-
-Status TextToPdf::saveAsPDF(const QString &sourcePath, const QString &destPath)
+Result<QByteArray> TextToPdf::layOut(const QString &sourcePath, const QPageLayout &layout)
 {
     const auto read = FsCalls::readWholeFile(sourcePath, kMaxTextBytes);
     if (!read.ok())
@@ -69,12 +70,20 @@ Status TextToPdf::saveAsPDF(const QString &sourcePath, const QString &destPath)
         QPdfWriter writer(&buffer);
         writer.setCreator(QStringLiteral("Quaydrop"));
         writer.setTitle(PathParts::splitExtension(PathParts::lastComponent(sourcePath)).name);
-        writer.setPageLayout(QPageLayout(defaultPaper(), QPageLayout::Portrait, QMarginsF(20, 20, 20, 20), QPageLayout::Millimeter));
+        writer.setPageLayout(layout);
         document.print(&writer);
     }
     if (pdf.isEmpty())
         return failure(sourcePath, QStringLiteral("nothing could be laid out"));
-    return AtomicFile::writeFile(destPath, pdf, AtomicFile::Mode::KeepExisting);
+    return pdf;
+}
+
+Status TextToPdf::saveAsPDF(const QString &sourcePath, const QString &destPath)
+{
+    const auto pdf = layOut(sourcePath, defaultLayout());
+    if (!pdf.ok())
+        return pdf.error();
+    return AtomicFile::writeFile(destPath, pdf.value(), AtomicFile::Mode::KeepExisting);
 }
 
 bool Utils::saveAsPDF(const QString &sourcePath, const QString &destPath)

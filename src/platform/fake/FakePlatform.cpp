@@ -151,22 +151,54 @@ Status FakeWallpaper::setWallpaper(const QString &imagePath)
     return success();
 }
 
-Status FakeShare::share(const QString &targetId, const QStringList &paths)
+QList<ShareTarget> FakeShare::fileTargets(const QStringList &) const
+{
+    return targets;
+}
+
+Status FakeShare::shareFiles(const QString &targetId, const QStringList &fileUris)
 {
     for (const ShareTarget &t : targets) {
         if (t.id == targetId) {
-            shared.append({targetId, paths});
+            shared.append({targetId, fileUris});
             return success();
         }
     }
     return fakeError(QStringLiteral("no share target %1").arg(targetId));
 }
 
-Status FakeShare::composeMail(const QString &to, const QString &subject, const QString &body,
-                              const QStringList &attachments)
+Status FakeShare::shareText(const QString &targetId, const QString &text)
 {
-    mails.append(QStringList{to, subject, body}.join(QChar('|')) +
-                 (attachments.isEmpty() ? QString() : QChar('|') + attachments.join(QChar('|'))));
+    sharedTexts.append({targetId, text});
+    return success();
+}
+
+Status FakeShare::searchFiles(const QString &text, const QString &folderUri)
+{
+    searches.append({text, folderUri});
+    return success();
+}
+
+void FakeMail::composeWithAttachments(const QStringList &fileUris, std::function<void(Status)> done)
+{
+    composed.append(fileUris);
+    if (client.desktopFile.isEmpty())
+        done(Error{QStringLiteral("Mail"), NoMailProgram, QStringLiteral("no mail program")});
+    else if (!client.takesAttachments)
+        done(Error{QStringLiteral("Mail"), NoAttachments, QStringLiteral("%1 takes no attachments").arg(client.name)});
+    else
+        done(success());
+}
+
+Status FakeMail::openMailto(const QString &mailtoUrl)
+{
+    mailtos.append(mailtoUrl);
+    return success();
+}
+
+Status FakeMail::launchDefaultClient()
+{
+    ++launches;
     return success();
 }
 
@@ -175,7 +207,8 @@ FakePlatform::FakePlatform(const QString &trashFolder) : trash(trashFolder) {}
 Platform FakePlatform::services()
 {
     return Platform{&drag,  &promisedFiles, &pointer, &windows,    &hotKey,    &notifications, &workspace,
-                    &trash, &volumes,       &power,   &loginItems, &wallpaper, &share};
+                    &trash, &volumes,       &power,   &loginItems, &wallpaper, &share,
+                    &mail};
 }
 
 Result<PromisedFiles> FakePromisedFiles::namesOfPromisedFilesDroppedAtDestination(const QString &folder, quintptr)

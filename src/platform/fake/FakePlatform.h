@@ -157,13 +157,30 @@ public:
 class FakeShare : public ShareService
 {
 public:
-    QList<ShareTarget> targetsFor(const QStringList &) const override { return targets; }
-    Status share(const QString &targetId, const QStringList &paths) override;
-    Status composeMail(const QString &to, const QString &subject, const QString &body,
-                       const QStringList &attachments) override;
-    QList<ShareTarget> targets;
+    QList<ShareTarget> fileTargets(const QStringList &mimeTypes) const override;
+    QList<ShareTarget> textTargets() const override { return forText; }
+    Status shareFiles(const QString &targetId, const QStringList &fileUris) override;
+    Status shareText(const QString &targetId, const QString &text) override;
+    bool canSearchFiles() const override { return searchable; }
+    Status searchFiles(const QString &text, const QString &folderUri) override;
+    QList<ShareTarget> targets, forText;
     QList<QPair<QString, QStringList>> shared;
-    QStringList mails; // "to|subject|body|attachments..." per mail
+    QList<QPair<QString, QString>> sharedTexts, searches;
+    bool searchable = true;
+};
+
+// A mail program that records each message it is asked for.
+class FakeMail : public MailService
+{
+public:
+    MailClient defaultClient() const override { return client; }
+    void composeWithAttachments(const QStringList &fileUris, std::function<void(Status)> done) override;
+    Status openMailto(const QString &mailtoUrl) override;
+    Status launchDefaultClient() override;
+    MailClient client{QStringLiteral("thunderbird.desktop"), QStringLiteral("Thunderbird"), QString(), true};
+    QList<QStringList> composed;
+    QStringList mailtos;
+    int launches = 0;
 };
 
 // Every fake, owned together, with a Platform that points at them.
@@ -183,5 +200,6 @@ struct FakePlatform
     FakeLoginItems loginItems;
     FakeWallpaper wallpaper;
     FakeShare share;
+    FakeMail mail;
     Platform services();
 };

@@ -28,12 +28,39 @@ QString programOf(const QString &exec)
     return {};
 }
 
+// The escapes of a desktop file's string values.
+QString unescaped(const QString &value)
+{
+    QString out;
+    out.reserve(value.size());
+    for (qsizetype i = 0; i < value.size(); ++i) {
+        const QChar c = value.at(i);
+        if (c != QLatin1Char('\\') || i + 1 == value.size()) {
+            out.append(c);
+            continue;
+        }
+        const QChar next = value.at(++i);
+        switch (next.unicode()) {
+        case 's': out.append(QLatin1Char(' ')); break;
+        case 'n': out.append(QLatin1Char('\n')); break;
+        case 't': out.append(QLatin1Char('\t')); break;
+        case 'r': out.append(QLatin1Char('\r')); break;
+        case '\\': out.append(next); break;
+        default: // not a string escape: left for the Exec line's own quoting (\")
+            out.append(c);
+            out.append(next);
+        }
+    }
+    return out;
+}
+
 } // namespace
 
 DesktopApplication DesktopEntries::parse(const QString &filePath, const QString &id)
 {
     DesktopApplication app;
     app.id = id;
+    app.filePath = filePath;
     QFile file(filePath);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return app;
@@ -62,8 +89,11 @@ DesktopApplication DesktopEntries::parse(const QString &filePath, const QString 
             app.iconName = value;
         else if (key == QLatin1String("StartupWMClass"))
             app.startupWMClass = value;
-        else if (key == QLatin1String("Exec"))
+        else if (key == QLatin1String("Exec")) {
             app.executable = programOf(value);
+            app.exec = unescaped(value);
+        } else if (key == QLatin1String("MimeType"))
+            app.mimeTypes = value.split(QLatin1Char(';'), Qt::SkipEmptyParts);
         else if (key == QLatin1String("Type"))
             isApplication = value == QLatin1String("Application");
         else if ((key == QLatin1String("NoDisplay") || key == QLatin1String("Hidden")) && value == QLatin1String("true"))
@@ -105,6 +135,15 @@ const DesktopApplication *DesktopEntries::byId(const QString &id) const
         if (app.id == id)
             return &app;
     return nullptr;
+}
+
+QList<const DesktopApplication *> DesktopEntries::claiming(const QString &mimeType) const
+{
+    QList<const DesktopApplication *> found;
+    for (const DesktopApplication &app : m_apps)
+        if (app.mimeTypes.contains(mimeType))
+            found.append(&app);
+    return found;
 }
 
 QString DesktopEntries::idForWindow(const QString &wmInstance, const QString &wmClass, const QString &executable) const

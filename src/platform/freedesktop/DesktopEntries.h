@@ -12,6 +12,9 @@ struct DesktopApplication
     QString iconName; // a theme icon name or an absolute path
     QString startupWMClass;
     QString executable; // the base name of Exec's program
+    QString exec;       // the whole Exec line, the string escapes (\\s, \\\\, ...) undone
+    QStringList mimeTypes;
+    QString filePath;   // the desktop file itself, for %k
     bool shown = true;  // neither NoDisplay nor Hidden
 };
 
@@ -29,6 +32,8 @@ public:
     // empty when no desktop file claims it.
     QString idForWindow(const QString &wmInstance, const QString &wmClass, const QString &executable) const;
     const DesktopApplication *byId(const QString &id) const;
+    // Applications whose desktop file lists `mimeType`, in the folders' order.
+    QList<const DesktopApplication *> claiming(const QString &mimeType) const;
 
 private:
     QList<DesktopApplication> m_apps;
