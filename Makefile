@@ -29,6 +29,7 @@ bench: build
 	bash bench/images.sh $(BUILD_DIR)
 	bash bench/startup.sh $(BUILD_DIR)
 	bash bench/worker.sh $(BUILD_DIR)
+	bash bench/board.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)

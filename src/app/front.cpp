@@ -5,6 +5,7 @@
 
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
+#include "cli/DesktopCommands.h"
 #include "cli/ImageCommands.h"
 #include "core/fs/NativePath.h"
 #include "platform/posix/ProgramPaths.h"
@@ -39,6 +40,8 @@ int runResizeCommand(const Invocation &invocation, Console &console) { return in
 int runConvertCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runPdfToImagesCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runImagesToPdfCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runWallpaperCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runPdfBoardCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 
 int main(int argc, char **argv)
 {

@@ -8,6 +8,7 @@
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/OverlayControllers.h"
+#include "core/overlays/WallpaperOverlayVC.h"
 #include "core/overlays/PdfToImgVC.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/settings/SettingsKeys.h"

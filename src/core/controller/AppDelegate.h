@@ -160,6 +160,13 @@ public:
     QString getDestinationPathForPDFFile() const;
     LockedPDFEnterPass *enterLockedPDFPass = nullptr; // while its sheet is up
 
+    // ---- wallpaper (AppDelegate_Wallpaper.cpp) ----
+    void setAsWallpaperAction(ActionButton *sender);
+    void wpVCCompletion(qint64 tag);
+    void setupOldWPview();
+    void setOldWPAsDesktopWPAction(int slot, QWidget *sender);
+    void shareOldWPaction(int slot, QWidget *sender);
+
     // ---- move and copy (AppDelegate_MoveCopy.cpp) ----
     void moveToBtnAction();
     void moveFilesViaOpenPanel(const QStringList &paths);

@@ -23,7 +23,6 @@ const QHash<QString, QString> &laterActions()
         {"mailFileBtnAction", "mail"},
         {"mailMultipleFilesAvtion", "mail"},
         {"newMailWithDroppedString", "mail"},
-        {"setAsWallpaperAction", "wallpaper"},
         {"showImgSharePanelVC", "sharing"},
         {"airDropBtnAction", "sharing"},
         {"airDropMultiFiles", "sharing"},
@@ -62,6 +61,7 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"SaveAsPDF", &AppDelegate::SaveAsPDF},
         {"zipBtnAction", &AppDelegate::zipBtnAction},
         {"zipMultiFilesAction", &AppDelegate::zipMultiFilesAction},
+        {"setAsWallpaperAction", &AppDelegate::setAsWallpaperAction},
     };
     if (const auto it = handlers.constFind(action); it != handlers.cend()) {
         (this->*it.value())(sender);

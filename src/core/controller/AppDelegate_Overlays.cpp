@@ -5,6 +5,7 @@
 #include "core/overlays/MoveFileViewController.h"
 #include "core/overlays/PdfToImgVC.h"
 #include "core/overlays/OverlayControllers.h"
+#include "core/overlays/WallpaperOverlayVC.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/window/DropWindow.h"
 #include "utils/Utils.h"
@@ -54,7 +55,9 @@ void AppDelegate::installOverlayCompletions()
     installedCompletions << QStringLiteral("setRenameCompletion");
     moveFileVC->setCompletion([this](qint64 tag, bool copy, QString path) { moveFileCompletion(tag, copy, path); });
     installedCompletions << QStringLiteral("setCompletion");
-    wpChangeVC->setWpVCCompletion(notYet("wpVCCompletion"));
+    wpChangeVC->setWpVCCompletion([this](qint64 tag) { wpVCCompletion(tag); });
+    wpChangeVC->setOldWPAsDesktopWPHandler([this](int slot, QWidget *sender) { setOldWPAsDesktopWPAction(slot, sender); });
+    wpChangeVC->setShareOldWPHandler([this](int slot, QWidget *sender) { shareOldWPaction(slot, sender); });
     installedCompletions << QStringLiteral("setWpVCCompletion");
     imgShareVC->setShareCompletion(notYet("shareCompletion"));
     installedCompletions << QStringLiteral("setShareCompletion");
@@ -140,7 +143,7 @@ void AppDelegate::modalOverlayDidShow(JMModalOverlay *overlay)
         renameFlsVC->renameNameTF->clear();
         focusLater(renameFlsVC->renameNameTF);
     } else if (controller == wpChangeVC) {
-        wpChangeVC->setupOldWPview(m_platform.wallpaper ? m_platform.wallpaper->currentWallpaper() : QString());
+        setupOldWPview();
     }
 }
 
