@@ -8,6 +8,11 @@ home=$(mktemp -d)
 trap 'rm -rf "$home"' EXIT
 HOME="$home" XDG_RUNTIME_DIR="$home" DBUS_SESSION_BUS_ADDRESS=disabled: \
   xvfb-run -a -s "-screen 0 1280x800x24" "$tool" "$root/docs/screenshots" "${1:-en}"
+# The page board and the wallpaper overlay, in both languages.
+for lang in en de; do
+  HOME="$home" XDG_RUNTIME_DIR="$home" DBUS_SESSION_BUS_ADDRESS=disabled: QUAYDROP_WORKER="$root/build/src/worker/quaydrop-worker" \
+    xvfb-run -a -s "-screen 0 1280x800x24" "$root/build/tests/gui/qd_board_screenshots" "$root/docs/screenshots" "$lang"
+done
 HOME="$home" XDG_RUNTIME_DIR="$home" XDG_CONFIG_HOME="$home/config" DBUS_SESSION_BUS_ADDRESS=disabled: \
   xvfb-run -a -s "-screen 0 1280x800x24" bash "$root/scripts/tray-picture.sh" "$root/build/src/app/quaydrop" "$root/docs/screenshots"
 # The window on the second of two monitors: an Xorg server with the dummy driver, which needs root.

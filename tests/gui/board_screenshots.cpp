@@ -89,6 +89,7 @@ int main(int argc, char **argv)
     view->setCurrentIndex(view->model()->index(9, 0));
     board.imageAction(PDFPreviewWC::kFlipHorizontal);
     view->setCurrentIndex(view->model()->index(4, 0));
+    view->scrollToTop();
     settle(2500);
     board.grab().save(out + QStringLiteral("/page-board") + suffix + QStringLiteral(".png"));
     board.hide();
