@@ -11,8 +11,8 @@ BENCH=$(realpath "$BUILD/bench/board_bench")
 RUNS=${RUNS:-3}
 work=$(mktemp -d /tmp/quaydrop-boardbench-XXXXXX)
 trap 'rm -rf "$work"' EXIT
-mkdir -p "$work/photos" "$work/out"
-export QT_QPA_PLATFORM=offscreen DBUS_SESSION_BUS_ADDRESS=disabled: QUAYDROP_WORKER=$(realpath "$BUILD/src/worker/quaydrop-worker")
+mkdir -p "$work/photos" "$work/out" && mkdir -m 700 "$work/run"
+export XDG_RUNTIME_DIR="$work/run" QT_QPA_PLATFORM=offscreen DBUS_SESSION_BUS_ADDRESS=disabled: QUAYDROP_WORKER=$(realpath "$BUILD/src/worker/quaydrop-worker")
 
 echo "== making 200 photos of 4000 x 3000"
 for seed in 1 2 3 4; do

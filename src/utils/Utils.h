@@ -130,8 +130,6 @@ public:
     static QString getWallpapersPlistPath(); // "WPs.plist" there, written with empty slots if missing
     static std::optional<QVariantMap> getWallpapersPlistDictionaryValues(); // nullopt: damaged
     static Status saveChangesToWPPlist(const QString &curWP, const QString &oldWP1, const QString &oldWP2);
-    // Through the platform's wallpaper service; a failure is logged and comes back naming the desktop.
-    static Status setAsDesktopWP(const QString &path);
 
     // ---- clipboard and panels (core/window/Utils_Desktop.cpp) ----
     static void copyStringToClipboard(const QString &text);

@@ -28,7 +28,6 @@ public:
     bool failed(const QString &identify) const { return m_failed.contains(identify); }
     // Drops requests that have not started: the pages they were for are gone.
     void forgetPending();
-    int pendingCount() const { return int(m_pending.size()); }
 
     // The picture of `path` upright, fitted into side x side, then turned as `transform` (y up) asks;
     // null when the file cannot be read.

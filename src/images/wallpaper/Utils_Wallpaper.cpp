@@ -1,5 +1,4 @@
 #include "core/plist/Plist.h"
-#include "platform/Platform.h"
 #include "utils/Utils.h"
 
 #include <QDir>
@@ -44,17 +43,4 @@ Status Utils::saveChangesToWPPlist(const QString &curWP, const QString &oldWP1, 
     if (!written.ok())
         qWarning("wallpaper list not saved: %s", qPrintable(written.error().message));
     return written;
-}
-
-Status Utils::setAsDesktopWP(const QString &path)
-{
-    WallpaperService *service = Platform::current().wallpaper;
-    if (path.isEmpty() || !service) {
-        qWarning("DesktopImgPath is nil");
-        return Error{QStringLiteral("Wallpaper"), 1, QStringLiteral("There is no picture to set, or no desktop to set it on.")};
-    }
-    const Status set = service->setWallpaper(path);
-    if (!set.ok())
-        qWarning("DesktopImgCouldn'tBeSet %s", qPrintable(set.error().message));
-    return set;
 }
