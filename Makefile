@@ -32,6 +32,7 @@ bench: build
 	bash bench/zip.sh $(BUILD_DIR)
 	bash bench/rename-trash.sh $(BUILD_DIR)
 	bash bench/editor.sh $(BUILD_DIR)
+	bash bench/board.sh $(BUILD_DIR)
 
 clean:
 	rm -rf $(BUILD_DIR)

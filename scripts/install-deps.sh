@@ -31,6 +31,10 @@ PACKAGES=(
   qpdf libimage-exiftool-perl
   # benchmarks in bench/ and their peer tools (jpegtran also checks lossless turns in the tests)
   hyperfine time rsync imagemagick libvips-tools poppler-utils img2pdf libjpeg-turbo-progs
+  # the wallpaper: the settings tools and services it sets and the tests read back (gsettings on dconf,
+  # xfconfd and its query tool, glib-compile-schemas for the Cinnamon and MATE keys), feh for a bare
+  # window manager
+  libglib2.0-bin dconf-cli dconf-service dconf-gsettings-backend gsettings-desktop-schemas xfconf libxfconf-0-3 feh
   # tests: archives are checked with unzip, new documents with python-docx, openpyxl and odfpy
   unzip python3-docx python3-openpyxl python3-odf
 )

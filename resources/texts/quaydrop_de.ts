@@ -1205,5 +1205,81 @@ Ihre Änderungen sind noch im Editor.</translation>
         <source>facebookTextCopiedText</source>
         <translation>Facebook nimmt nur Links an. Fügen Sie den Text in Ihren Beitrag ein.</translation>
     </message>
+    <message>
+        <source>earlierWallpapersLbl</source>
+        <translation>Frühere Hintergrundbilder:</translation>
+    </message>
+    <message>
+        <source>setAsWallpaperBtn</source>
+        <translation>Festlegen</translation>
+    </message>
+    <message>
+        <source>useOldWPBtn</source>
+        <translation>Nutzen</translation>
+    </message>
+    <message>
+        <source>shareOldWPBtn</source>
+        <translation>Teilen</translation>
+    </message>
+    <message>
+        <source>wallpaperNotSetTitle</source>
+        <translation>Das Hintergrundbild wurde nicht geändert</translation>
+    </message>
+    <message>
+        <source>noWallpaperServiceMsg</source>
+        <translation>Quaydrop erreicht keine Arbeitsfläche, deren Hintergrund es ändern könnte.</translation>
+    </message>
+    <message>
+        <source>noShareTargets</source>
+        <translation>Auf diesem Rechner gibt es nichts zum Teilen</translation>
+    </message>
+    <message>
+        <source>heresdesktopPic</source>
+        <translation>Hier ist mein Hintergrundbild.</translation>
+    </message>
+    <message>
+        <source>PDFPreviewTitle</source>
+        <translation>PDF-Seitenübersicht</translation>
+    </message>
+    <message>
+        <source>rotateLeftBtn</source>
+        <translation>Nach links drehen</translation>
+    </message>
+    <message>
+        <source>rotateRightBtn</source>
+        <translation>Nach rechts drehen</translation>
+    </message>
+    <message>
+        <source>flipHorizontalBtn</source>
+        <translation>Horizontal spiegeln</translation>
+    </message>
+    <message>
+        <source>flipVerticalBtn</source>
+        <translation>Vertikal spiegeln</translation>
+    </message>
+    <message>
+        <source>exportPDFBtn</source>
+        <translation>PDF exportieren …</translation>
+    </message>
+    <message>
+        <source>exportingPagesLbl</source>
+        <translation>Seite %1 von %2 wird exportiert …</translation>
+    </message>
+    <message>
+        <source>pagesLeftOutTitle</source>
+        <translation>%1 Seiten wurden ausgelassen</translation>
+    </message>
+    <message>
+        <source>plsSelectImagePDFPreviewHint</source>
+        <translation>Wählen Sie zuerst ein oder mehrere Bilder aus.</translation>
+    </message>
+    <message>
+        <source>PDFPreviewHint</source>
+        <translation>Ziehen Sie Bilder hinein, um sie hinzuzufügen, und verschieben Sie sie, um die Reihenfolge zu ändern. Die Knöpfe drehen oder spiegeln die ausgewählten Bilder, Entf entfernt sie. Die Dateien selbst bleiben unverändert.</translation>
+    </message>
+    <message>
+        <source>pageBoardBtn</source>
+        <translation>Seiten …</translation>
+    </message>
 </context>
 </TS>

@@ -1205,5 +1205,81 @@ Your changes are still in the editor.</translation>
         <source>facebookTextCopiedText</source>
         <translation>Facebook takes links only. Paste the text into your post.</translation>
     </message>
+    <message>
+        <source>earlierWallpapersLbl</source>
+        <translation>Earlier wallpapers:</translation>
+    </message>
+    <message>
+        <source>setAsWallpaperBtn</source>
+        <translation>Set</translation>
+    </message>
+    <message>
+        <source>useOldWPBtn</source>
+        <translation>Use</translation>
+    </message>
+    <message>
+        <source>shareOldWPBtn</source>
+        <translation>Share</translation>
+    </message>
+    <message>
+        <source>wallpaperNotSetTitle</source>
+        <translation>The wallpaper was not changed</translation>
+    </message>
+    <message>
+        <source>noWallpaperServiceMsg</source>
+        <translation>Quaydrop cannot reach a desktop to set the wallpaper on.</translation>
+    </message>
+    <message>
+        <source>noShareTargets</source>
+        <translation>Nothing to share with on this computer</translation>
+    </message>
+    <message>
+        <source>heresdesktopPic</source>
+        <translation>Here is my desktop picture.</translation>
+    </message>
+    <message>
+        <source>PDFPreviewTitle</source>
+        <translation>PDF Page Board</translation>
+    </message>
+    <message>
+        <source>rotateLeftBtn</source>
+        <translation>Rotate Left</translation>
+    </message>
+    <message>
+        <source>rotateRightBtn</source>
+        <translation>Rotate Right</translation>
+    </message>
+    <message>
+        <source>flipHorizontalBtn</source>
+        <translation>Flip Horizontally</translation>
+    </message>
+    <message>
+        <source>flipVerticalBtn</source>
+        <translation>Flip Vertically</translation>
+    </message>
+    <message>
+        <source>exportPDFBtn</source>
+        <translation>Export PDF…</translation>
+    </message>
+    <message>
+        <source>exportingPagesLbl</source>
+        <translation>Exporting page %1 of %2…</translation>
+    </message>
+    <message>
+        <source>pagesLeftOutTitle</source>
+        <translation>%1 pages were left out</translation>
+    </message>
+    <message>
+        <source>plsSelectImagePDFPreviewHint</source>
+        <translation>Select one or more pictures first.</translation>
+    </message>
+    <message>
+        <source>PDFPreviewHint</source>
+        <translation>Drag pictures in to add them, drag them around to change the order, turn or flip the selected ones with the buttons, and press Delete to remove them. The files themselves stay as they are.</translation>
+    </message>
+    <message>
+        <source>pageBoardBtn</source>
+        <translation>Pages…</translation>
+    </message>
 </context>
 </TS>

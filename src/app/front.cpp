@@ -6,6 +6,7 @@
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
 #include "cli/EditCommand.h"
+#include "cli/DesktopCommands.h"
 #include "cli/ImageCommands.h"
 #include "cli/SendingCommands.h"
 #include "core/fs/NativePath.h"
@@ -48,6 +49,8 @@ int runEditCommand(const Invocation &invocation, Console &console) { return inFu
 int runMailCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runShareCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 int runPrintCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runWallpaperCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
+int runPdfBoardCommand(const Invocation &invocation, Console &console) { return inFullProgram(invocation, console); }
 
 int main(int argc, char **argv)
 {

@@ -2,7 +2,10 @@
 #include "cli/CommandTable.h"
 #include "core/controller/AppDelegate.h"
 #include "core/texts/Texts.h"
+#include "cli/CliPaths.h"
+#include "core/fs/NativePath.h"
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
+#include "images/board/ui/PDFPreviewWC.h"
 #include "menubar/statusitem/NotificationBalloon.h"
 #include "platform/SingleInstance.h"
 #include "platform/cups/CupsPrint.h"
@@ -10,6 +13,7 @@
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopShare.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
+#include "platform/freedesktop/DesktopWallpaper.h"
 #include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "platform/freedesktop/Login1PowerEvents.h"
 #include "platform/freedesktop/XdgAutostart.h"
@@ -43,6 +47,38 @@ int runDestinationManager(int argc, char **argv)
     Platform::install(services);
     ManageDestinationsWC manager;
     manager.show();
+    return app.exec();
+}
+
+bool hasDisplay()
+{
+    return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+}
+
+// `quaydrop pdf-board FILE...`: the page board with those images, as a window of its own process.
+int runPageBoard(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Quaydrop"));
+    QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));
+    Texts::setLanguage(Texts::startupLanguage());
+    FreedesktopNotifications notifications;
+    NotificationBalloon balloon; // where no notification server answers
+    notifications.setFallback(&balloon);
+    FreedesktopWorkspace workspace;
+    Platform services;
+    services.notifications = &notifications;
+    services.workspace = &workspace;
+    Platform::install(services);
+    QStringList paths;
+    for (int i = 2; i < argc; ++i)
+        paths << CliPaths::absolute(NativePath::fromNative(QByteArray(argv[i])));
+    PDFPreviewWC board;
+    const QStringList taken = board.loadPageItemImagesWithPaths(paths);
+    for (const QString &p : paths)
+        if (!taken.contains(p))
+            std::fprintf(stderr, "quaydrop: %s left out: not a readable page image\n", NativePath::toNative(p).constData());
+    board.show();
     return app.exec();
 }
 
@@ -82,6 +118,7 @@ int runResident(int argc, char **argv)
     CupsPrint print;
     XdgAutostart autostart(ProgramPaths::front()); // the command users start, not this program
     Login1PowerEvents power;
+    DesktopWallpaper wallpaper;
     // Drags are seen from X11 windows (XWayland's too); a pure Wayland session has the hot key only.
     const std::unique_ptr<X11Desktop> x11 = X11Desktop::open();
     Platform platform; // the other desktop services join as they are built
@@ -101,6 +138,7 @@ int runResident(int argc, char **argv)
     platform.print = &print;
     platform.loginItems = &autostart;
     platform.power = &power;
+    platform.wallpaper = &wallpaper;
     Platform::install(platform);
     AppDelegate delegate(platform);
     balloon.setAnchor([&delegate] { return delegate.trayIconGeometry(); });
@@ -134,12 +172,13 @@ int main(int argc, char **argv)
         QGuiApplication fonts(argc, argv);
         return CommandLine::runProcess(argc, argv);
     }
+    // Without a display, or asked for help, the command line answers instead.
+    if (argc >= 2 && qstrcmp(argv[1], "pdf-board") == 0 && hasDisplay() && !(argc >= 3 && qstrcmp(argv[2], "--help") == 0))
+        return runPageBoard(argc, argv);
     if (argc > 1) {
         // A command with a window (edit) runs in an application with widgets, when there is a display.
         const Cli::Command *command = Cli::find(QString::fromLocal8Bit(argv[1]));
-        if (command && command->needsDisplay &&
-            !(qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") &&
-              qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))) {
+        if (command && command->needsDisplay && (hasDisplay() || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))) {
             QApplication app(argc, argv);
             QApplication::setApplicationName(QStringLiteral("Quaydrop"));
             QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));

@@ -7,6 +7,7 @@
 #include "ImageCommands.h"
 #include "FileActionCommands.h"
 #include "SendingCommands.h"
+#include "DesktopCommands.h"
 #include "ZipCommand.h"
 
 namespace Cli {
@@ -84,6 +85,7 @@ const std::vector<Command> &commands()
         {"img2pdf",
          {{"FILE", ArgumentKind::File, true}},
          {{"--merge", ValueKind::None, "", "one PDF of all the images, in natural name order, named after page 1"},
+          {"--order-as-given", ValueKind::None, "", "with --merge: the pages in the order of the FILEs, for scripts"},
           kDest},
          "write a PDF of each image, JPEGs embedded as they are",
          "",
@@ -199,6 +201,21 @@ const std::vector<Command> &commands()
          "the PDF itself; an image is fitted to the printable area and turned to the paper; a text, HTML\n"
          "or Markdown document is laid out as Save as PDF does. A damaged or locked file is not printed.",
          &runPrintCommand},
+        {"pdf-board",
+         {{"FILE", ArgumentKind::File, true, {}, true}},
+         {},
+         "open the page board with the images, to order, turn and export them as PDF",
+         "The board is a window: it needs a display. Files that are no readable page image are left out.",
+         &runPdfBoardCommand},
+        {"wallpaper",
+         {{"FILE", ArgumentKind::File, false, {}, true}},
+         {{"--previous", ValueKind::None, "", "go back to the wallpaper before the present one"}},
+         "make FILE the desktop's wallpaper, as the Wallpaper button does",
+         "The picture is copied into Quaydrop's wallpaper folder first and the copy is set, on the desktop\n"
+         "XDG_CURRENT_DESKTOP names (GNOME, Cinnamon, MATE, KDE Plasma, XFCE, the desktop portal, or feh).\n"
+         "The two wallpapers before it are kept; --previous sets the one before again. The path set is\n"
+         "printed on standard output.",
+         &runWallpaperCommand},
     };
     return table;
 }

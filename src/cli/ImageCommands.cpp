@@ -260,6 +260,9 @@ int runImagesToPdfCommand(const Invocation &invocation, Console &console)
     request.paths = *paths;
     request.multiFiles = true;
     request.mergeToPdf = invocation.has("--merge");
+    request.orderAsGiven = invocation.has("--order-as-given");
+    if (request.orderAsGiven && !request.mergeToPdf)
+        return CommandLine::usageError(*invocation.command, console, QStringLiteral("--order-as-given goes with --merge"));
     request.folder = *dest;
     request.srcImgPath = paths->first();
     request.tag = ConvertJob::kPdfTag;

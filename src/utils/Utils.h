@@ -128,6 +128,12 @@ public:
     // A text document laid out on pages into a PDF at `destPath`; false, and logged, when it fails.
     static bool saveAsPDF(const QString &sourcePath, const QString &destPath);
 
+    // ---- wallpaper history (images/wallpaper/Utils_Wallpaper.cpp) ----
+    static QString pathForWPFolder();        // "QD_WP" in the program's folder, made if missing
+    static QString getWallpapersPlistPath(); // "WPs.plist" there, written with empty slots if missing
+    static std::optional<QVariantMap> getWallpapersPlistDictionaryValues(); // nullopt: damaged
+    static Status saveChangesToWPPlist(const QString &curWP, const QString &oldWP1, const QString &oldWP2);
+
     // ---- clipboard and panels (core/window/Utils_Desktop.cpp) ----
     static void copyStringToClipboard(const QString &text);
     static bool copyTXTfileContentsToClipboardFromPath(const QString &path);

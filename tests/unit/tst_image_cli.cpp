@@ -106,6 +106,11 @@ void ImageCliTest::commands_data()
     QTest::newRow("images merged in natural order, named after page 1")
         << QStringList{"img2pdf", "--merge", "img10.png", "img2.png"} << 0 << QStringList{"img2.pdf"}
         << "adding img2.png (1/2)\nadding img10.png (2/2)";
+    QTest::newRow("images merged in the order given")
+        << QStringList{"img2pdf", "--merge", "--order-as-given", "img10.png", "img2.png"} << 0 << QStringList{"img10.pdf"}
+        << "adding img10.png (1/2)\nadding img2.png (2/2)";
+    QTest::newRow("wallpaper wants a file or --previous") << QStringList{"wallpaper"} << 2 << QStringList{}
+                                                          << "give FILE or --previous, not both";
     QTest::newRow("one PDF per image") << QStringList{"img2pdf", "--dest", "out", "photo.jpg", "img2.png"} << 0
                                        << QStringList{"out/photo.pdf", "out/img2.pdf"} << "";
 }

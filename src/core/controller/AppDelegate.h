@@ -122,6 +122,8 @@ public:
 
     // ---- panel actions (AppDelegate_Actions.cpp) ----
     void performAction(const QString &action, ActionButton *sender);
+    // Whether a panel button's action name reaches a handler.
+    static bool handlesAction(const QString &action);
     void sizebtnAction(ActionButton *sender);
     void getPathBtnAction(ActionButton *sender);
     void showSizeAsBtnTitle(ActionButton *sender);
@@ -206,6 +208,12 @@ public:
     // The share overlay's answer: the first file to the target of that place in its list.
     void shareCompletion(qint64 tag);
     void shareDroppedStringTo(const QString &targetId);
+    // ---- wallpaper (AppDelegate_Wallpaper.cpp) ----
+    void setAsWallpaperAction(ActionButton *sender);
+    void wpVCCompletion(qint64 tag);
+    void setupOldWPview();
+    void setOldWPAsDesktopWPAction(int slot, QWidget *sender);
+    void shareOldWPaction(int slot, QWidget *sender);
 
     // ---- move and copy (AppDelegate_MoveCopy.cpp) ----
     void moveToBtnAction();
@@ -266,7 +274,7 @@ public:
     QStringList installedCompletions;
 
 Q_SIGNALS:
-    // Every action that is not carried out here yet says so once, by name.
+    // An action name without a handler (a fault of the build) says so once, by name.
     void actionNotAvailable(const QString &action);
 
 private:
@@ -287,7 +295,8 @@ private:
     void settleMovePickerControls();
     void takeDroppedFileNames(const QStringList &paths);
     void revertTitleLater(ActionButton *sender, std::function<QString()> title);
-    void logNotBuiltYet(const QString &action, const QString &owner);
+    using ActionHandler = void (AppDelegate::*)(ActionButton *);
+    static const QHash<QString, ActionHandler> &actionHandlers();
     void moveFileCompletion(qint64 tag, bool copy, const QString &path);
     // A folder from the user ("Save result to...", "Move files to..."): `chosen` runs only on OK.
     void chooseFolder(const QString &title, bool asSheet, std::function<void(QString)> chosen);

@@ -16,21 +16,11 @@ namespace {
 
 constexpr int kTitleRevertMs = 500;
 
-// Actions whose work belongs to areas still being built, with the area that will carry them.
-const QHash<QString, QString> &laterActions()
-{
-    static const QHash<QString, QString> table = {
-        {"setAsWallpaperAction", "wallpaper"},
-    };
-    return table;
-}
-
 } // namespace
 
-void AppDelegate::performAction(const QString &action, ActionButton *sender)
+const QHash<QString, AppDelegate::ActionHandler> &AppDelegate::actionHandlers()
 {
-    using Handler = void (AppDelegate::*)(ActionButton *);
-    static const QHash<QString, Handler> handlers = {
+    static const QHash<QString, ActionHandler> handlers = {
         {"sizebtnAction", &AppDelegate::sizebtnAction},
         {"getPathBtnAction", &AppDelegate::getPathBtnAction},
         {"imageDropSaveAction", &AppDelegate::imageDropSaveAction},
@@ -62,8 +52,19 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         {"postDroppedStringOnFacebook", &AppDelegate::postDroppedStringOnFacebook},
         {"searchStringInFinder", &AppDelegate::searchStringInFinder},
         {"saveDroppedStringToTXT", &AppDelegate::saveDroppedStringToTXT},
+        {"setAsWallpaperAction", &AppDelegate::setAsWallpaperAction},
     };
-    if (const auto it = handlers.constFind(action); it != handlers.cend()) {
+    return handlers;
+}
+
+bool AppDelegate::handlesAction(const QString &action)
+{
+    return action == QLatin1String("moveToBtnAction") || actionHandlers().contains(action);
+}
+
+void AppDelegate::performAction(const QString &action, ActionButton *sender)
+{
+    if (const auto it = actionHandlers().constFind(action); it != actionHandlers().cend()) {
         (this->*it.value())(sender);
         return;
     }
@@ -71,12 +72,8 @@ void AppDelegate::performAction(const QString &action, ActionButton *sender)
         moveToBtnAction();
         return;
     }
-    logNotBuiltYet(action, laterActions().value(action, QStringLiteral("a later release")));
-}
-
-void AppDelegate::logNotBuiltYet(const QString &action, const QString &owner)
-{
-    qWarning("%s: not available in this build yet (%s)", qPrintable(action), qPrintable(owner));
+    // A button whose action has no handler is a fault of this build: say so rather than do nothing.
+    qWarning("%s: no such action", qPrintable(action));
     Q_EMIT actionNotAvailable(action);
 }
 

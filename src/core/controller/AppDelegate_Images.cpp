@@ -10,10 +10,16 @@
 #include "editor/ui/CropImgWC.h"
 #include "images/ResizePlan.h"
 #include "images/Thumbnails.h"
+#include "images/board/LRHMPagesManager.h"
+#include "images/board/ui/PDFPreviewWC.h"
 #include "images/jobs/ConvertJob.h"
 #include "images/jobs/ResizeJob.h"
 #include "images/ImageSize.h"
 #include "utils/Utils.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QScreen>
 
 
 namespace {
@@ -144,6 +150,7 @@ void AppDelegate::cropeRotateImg()
 void AppDelegate::imgConvrtCompletion(qint64 tag, float factor, qint64 merge)
 {
     revealInFinderPaths.clear();
+    LRHMPagesManager::shareImagesManager().cleanUpCache();
     const QString first = filePathsArr.value(0);
     const QStringList images = imgsOnlyPathsArr;
     if (tag >= 1 && tag <= ConvertJob::kPdfTag) {
@@ -159,9 +166,23 @@ void AppDelegate::imgConvrtCompletion(qint64 tag, float factor, qint64 merge)
         });
         return;
     }
+    if (tag == ImgConvertOverlayVC::kPageBoardTag) {
+        auto *board = qobject_cast<PDFPreviewWC *>(pdfPreview.data());
+        if (!board) {
+            board = new PDFPreviewWC;
+            board->setAttribute(Qt::WA_QuitOnClose, false);
+            connect(this, &QObject::destroyed, board, &QObject::deleteLater);
+            pdfPreview = board;
+        }
+        if (const QScreen *screen = QGuiApplication::screenAt(QCursor::pos()))
+            board->move(screen->availableGeometry().center() - board->rect().center());
+        board->loadPageItemImagesWithPaths(filePathsArr);
+        board->show();
+        board->raise();
+        board->activateWindow();
+        orderOutTheWindow();
+    }
     closeVisibleModalOverlay();
-    if (tag == ImgConvertOverlayVC::kPageBoardTag)
-        logNotBuiltYet(QStringLiteral("PDFPreviewWC"), QStringLiteral("page board"));
 }
 
 void AppDelegate::doConvertImgs(const QStringList &paths, bool multiFiles, bool mergeToPdf, const QString &folder,

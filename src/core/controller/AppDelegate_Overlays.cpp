@@ -6,6 +6,7 @@
 #include "core/overlays/PdfToImgVC.h"
 #include "core/overlays/FileOverlays.h"
 #include "core/overlays/OverlayControllers.h"
+#include "core/overlays/WallpaperOverlayVC.h"
 #include "core/panels/PanelCatalog.h"
 #include "core/window/DropWindow.h"
 #include "sending/ShareTargets.h"
@@ -44,21 +45,15 @@ void AppDelegate::installOverlayCompletions()
                                                        imgConvrtVC, imgResizeVC, enterFolderNameVC, fileCreateVC})
         connect(this, &QObject::destroyed, c, &QObject::deleteLater);
 
-    // A handler whose work is not part of this build closes the overlay and says so.
-    auto notYet = [this](const char *handler) {
-        return [this, handler](qint64 tag) {
-            closeVisibleModalOverlay();
-            if (tag != OverlayController::kCloseTag)
-                logNotBuiltYet(QString::fromLatin1(handler), QStringLiteral("a later release"));
-        };
-    };
     renameFlsVC->setRenameCompletion([this](qint64 tag, QString name, QString suffix, QString prefix, QString folder) {
         renameCompletion(tag, name, suffix, prefix, folder);
     });
     installedCompletions << QStringLiteral("setRenameCompletion");
     moveFileVC->setCompletion([this](qint64 tag, bool copy, QString path) { moveFileCompletion(tag, copy, path); });
     installedCompletions << QStringLiteral("setCompletion");
-    wpChangeVC->setWpVCCompletion(notYet("wpVCCompletion"));
+    wpChangeVC->setWpVCCompletion([this](qint64 tag) { wpVCCompletion(tag); });
+    wpChangeVC->setOldWPAsDesktopWPHandler([this](int slot, QWidget *sender) { setOldWPAsDesktopWPAction(slot, sender); });
+    wpChangeVC->setShareOldWPHandler([this](int slot, QWidget *sender) { shareOldWPaction(slot, sender); });
     installedCompletions << QStringLiteral("setWpVCCompletion");
     imgShareVC->setShareCompletion([this](qint64 tag) { shareCompletion(tag); });
     installedCompletions << QStringLiteral("setShareCompletion");
@@ -149,7 +144,7 @@ void AppDelegate::modalOverlayDidShow(JMModalOverlay *overlay)
     } else if (controller == fileCreateVC) {
         focusLater(fileCreateVC->fileNameTXTfld);
     } else if (controller == wpChangeVC) {
-        wpChangeVC->setupOldWPview(m_platform.wallpaper ? m_platform.wallpaper->currentWallpaper() : QString());
+        setupOldWPview();
     }
 }
 

@@ -31,6 +31,12 @@ ImgConvertOverlayVC::ImgConvertOverlayVC(QWidget *parent) : OverlayController("C
         grid->addWidget(b, i / 3, i % 3);
         ++i;
     }
+    auto *board = new QPushButton(this);
+    board->setObjectName(QStringLiteral("convertTo%1").arg(kPageBoardTag));
+    board->setProperty("tag", kPageBoardTag);
+    translateLater(board, "pageBoardBtn");
+    connect(board, &QPushButton::clicked, this, [this] { fire(kPageBoardTag); });
+    grid->addWidget(board, 1, 2);
     body()->addLayout(grid);
 
     auto *compression = new QHBoxLayout;

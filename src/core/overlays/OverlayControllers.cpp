@@ -25,29 +25,6 @@ QLineEdit *lineEdit(QWidget *parent, const char *name)
 
 } // namespace
 
-WallpaperOverlayVC::WallpaperOverlayVC(QWidget *parent) : OverlayController("Wallpaper", parent)
-{
-    setObjectName(QStringLiteral("wpChangeVC"));
-    oldWPview = new QLabel(this);
-    oldWPview->setObjectName(QStringLiteral("oldWPview"));
-    oldWPview->setAlignment(Qt::AlignCenter);
-    oldWPview->setWordWrap(true);
-    body()->addWidget(oldWPview, 1);
-    addTagButton("Cancel", kCloseTag);
-    addTagButton("Set", 1, true);
-}
-
-void WallpaperOverlayVC::setupOldWPview(const QString &currentWallpaper)
-{
-    oldWPview->setText(currentWallpaper);
-}
-
-void WallpaperOverlayVC::fire(qint64 tag)
-{
-    if (m_completion)
-        m_completion(tag);
-}
-
 ImgShareOverlayVC::ImgShareOverlayVC(QWidget *parent) : OverlayController("Share", parent)
 {
     setObjectName(QStringLiteral("imgShareVC"));

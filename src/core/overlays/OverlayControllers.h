@@ -18,24 +18,6 @@ class QPushButton;
 class QSlider;
 class QLabel;
 
-class WallpaperOverlayVC : public OverlayController
-{
-    Q_OBJECT
-public:
-    using Completion = std::function<void(qint64)>;
-    explicit WallpaperOverlayVC(QWidget *parent = nullptr);
-    void setWpVCCompletion(Completion c) { m_completion = std::move(c); }
-    // Shows the desktop picture that a change would replace.
-    void setupOldWPview(const QString &currentWallpaper);
-    QLabel *oldWPview;
-
-protected:
-    void fire(qint64 tag) override;
-
-private:
-    Completion m_completion;
-};
-
 // The share targets as a list of buttons, each tagged with its place in `targets()`.
 class ImgShareOverlayVC : public OverlayController
 {

@@ -97,18 +97,23 @@ void ConvertJob::runToPdf(const QStringList &sources)
         if (sources.isEmpty())
             return;
         // Named after page 1, free beside its image, written into the chosen folder.
-        const QStringList pages = ImagesToPdf::pagesInOrder(sources);
+        const QStringList pages = r.orderAsGiven ? ImagesToPdf::pageImagesOf(sources) : ImagesToPdf::pagesInOrder(sources);
         const QString first = pages.isEmpty() ? ImagesToPdf::sortArrayInAlphabeticalOrderByFileName(sources).first()
                                               : pages.first();
         const QString base = PathParts::splitExtension(PathParts::lastComponent(first)).name;
         const QString name = Utils::nameForNewFileOrFolder(PathParts::parent(first), base, QStringLiteral("pdf"));
         QList<Error> skipped;
         auto exportTo = [&](const QString &path) -> Status {
-            const auto made = ImagesToPdf::doExportAsPDFarr(
-                sources, path, ImagesToPdf::UnreadableImages::Skip, [this](int page, int count, const QString &image) {
+            QList<ImagesToPdf::Page> inOrder;
+            for (const QString &page : pages)
+                inOrder.append({page, {}});
+            const auto made = ImagesToPdf::writePages(
+                inOrder, path, ImagesToPdf::UnreadableImages::Skip,
+                [this](int page, int count, const QString &image) {
                     reportProgress(page, count, PathParts::lastComponent(image));
                     return !isCancelled();
-                });
+                },
+                AtomicFile::Mode::KeepExisting);
             if (!made.ok())
                 return made.error();
             skipped = made.value().skipped;

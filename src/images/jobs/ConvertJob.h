@@ -18,6 +18,7 @@ public:
         float factor = 1.0f;
         qint64 tag = 1;
         std::optional<quint64> imageType; // an encoder no tag names (JPEG 2000); wins over the tag
+        bool orderAsGiven = false;        // a merged PDF's pages in the order of `paths`, not by name
     };
 
     static constexpr qint64 kPdfTag = 5;

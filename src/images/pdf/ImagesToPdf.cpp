@@ -26,8 +26,13 @@ QSizeF pointSize(int width, int height, double dpiX, double dpiY)
     return QSizeF(width * Resolution::kPointsPerInch / dpiX, height * Resolution::kPointsPerInch / dpiY);
 }
 
-Status addPage(PdfWriter &pdf, const QString &path)
+// A turned or flipped page (`turn` not the identity) has one point per pixel, whatever resolution the
+// file states; an untouched one keeps it.
+Status addPage(PdfWriter &pdf, const QString &path, const QTransform &turn = {})
 {
+    const auto points = [&turn](int w, int h, double dpiX, double dpiY) {
+        return turn.isIdentity() ? pointSize(w, h, dpiX, dpiY) : QSizeF(w, h);
+    };
     namespace J = WorkerJobs;
     if (auto unusable = ImageErrors::unusableInput(path))
         return *unusable;
@@ -41,9 +46,9 @@ Status addPage(PdfWriter &pdf, const QString &path)
         const double dpiX = header.ok() ? header.value().value(J::kDpiX).toDouble() : Resolution::kPointsPerInch;
         const double dpiY = header.ok() ? header.value().value(J::kDpiY).toDouble() : dpiX;
         const int orientation = header.ok() ? int(header.value().value(J::kOrientation).toInteger()) : 1;
-        const QSizeF stored = pointSize(jpeg->width, jpeg->height, dpiX, dpiY);
+        const QSizeF stored = points(jpeg->width, jpeg->height, dpiX, dpiY);
         const bool quarter = orientation >= 5 && orientation <= 8;
-        return pdf.addJpegPage(bytes.value(), *jpeg, quarter ? stored.transposed() : stored, orientation);
+        return pdf.addJpegPage(bytes.value(), *jpeg, quarter ? stored.transposed() : stored, orientation, turn);
     }
     const auto decoded = ImageWorker::call(J::kDecode, {}, path);
     if (!decoded.ok())
@@ -51,16 +56,22 @@ Status addPage(PdfWriter &pdf, const QString &path)
     const QImage pixels = WorkerProtocol::imageFrom(decoded.value().value(J::kImage));
     if (pixels.isNull())
         return ImageErrors::make(path, QString::fromLatin1(ImageErrors::kDamaged));
-    return pdf.addImagePage(pixels, pointSize(pixels.width(), pixels.height(), decoded.value().value(J::kDpiX).toDouble(),
-                                              decoded.value().value(J::kDpiY).toDouble()));
+    return pdf.addImagePage(pixels, points(pixels.width(), pixels.height(), decoded.value().value(J::kDpiX).toDouble(),
+                                           decoded.value().value(J::kDpiY).toDouble()),
+                            turn);
 }
 
 } // namespace
 
 QStringList ImagesToPdf::pagesInOrder(const QStringList &paths)
 {
+    return pageImagesOf(sortArrayInAlphabeticalOrderByFileName(paths));
+}
+
+QStringList ImagesToPdf::pageImagesOf(const QStringList &paths)
+{
     QStringList pages;
-    for (const QString &path : sortArrayInAlphabeticalOrderByFileName(paths))
+    for (const QString &path : paths)
         if (PageImageTypes::isPageImage(path))
             pages.append(path);
     return pages;
@@ -69,19 +80,27 @@ QStringList ImagesToPdf::pagesInOrder(const QStringList &paths)
 Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &paths, const QString &destPath,
                                                            UnreadableImages unreadable, const PageStarted &pageStarted)
 {
+    QList<Page> pages;
+    for (const QString &path : pagesInOrder(paths))
+        pages.append({path, {}});
+    return writePages(pages, destPath, unreadable, pageStarted, AtomicFile::Mode::KeepExisting);
+}
+
+Result<ImagesToPdf::Outcome> ImagesToPdf::writePages(const QList<Page> &pages, const QString &destPath, UnreadableImages unreadable,
+                                                     const PageStarted &pageStarted, AtomicFile::Mode mode)
+{
     Outcome outcome;
     AtomicFile file(destPath);
     PdfWriter pdf(file);
     Status s = file.open();
     if (s.ok())
         s = pdf.begin();
-    const QStringList pages = pagesInOrder(paths);
     for (int i = 0; i < pages.size() && s.ok(); ++i) {
-        if (pageStarted && !pageStarted(i, int(pages.size()), pages.at(i))) {
+        if (pageStarted && !pageStarted(i, int(pages.size()), pages.at(i).path)) {
             s = Error{QStringLiteral("PDF"), ECANCELED, QStringLiteral("cancelled")};
             break;
         }
-        const Status page = addPage(pdf, pages.at(i));
+        const Status page = addPage(pdf, pages.at(i).path, pages.at(i).turn);
         if (page.ok())
             continue;
         // An unreadable image may only lose its page; a failed write is the document's failure.
@@ -93,7 +112,7 @@ Result<ImagesToPdf::Outcome> ImagesToPdf::doExportAsPDFarr(const QStringList &pa
     if (s.ok())
         s = pdf.finish();
     if (s.ok())
-        s = file.commit(AtomicFile::Mode::KeepExisting);
+        s = file.commit(mode);
     if (!s.ok()) {
         qWarning("Failed to save image as PDF to path> %s", qPrintable(NativePath::forDisplay(destPath)));
         return s.error();

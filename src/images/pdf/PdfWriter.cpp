@@ -25,26 +25,6 @@ Result<QByteArray> deflated(const QByteArray &raw)
     return out;
 }
 
-// The matrix that lays the image's unit square over a page of w x h points as an EXIF orientation
-// asks: 2 to 4 mirror or turn by a half, 5 to 8 turn by a quarter (the page is then the image's
-// sides swapped).
-QByteArray placement(const QByteArray &w, const QByteArray &h, int orientation)
-{
-    const QByteArray z = "0", mw = "-" + w, mh = "-" + h;
-    QList<QByteArray> m;
-    switch (orientation) {
-    case 2: m = {mw, z, z, h, w, z}; break;
-    case 3: m = {mw, z, z, mh, w, h}; break;
-    case 4: m = {w, z, z, mh, z, h}; break;
-    case 5: m = {z, mh, mw, z, w, h}; break;
-    case 6: m = {z, mh, w, z, z, h}; break;
-    case 7: m = {z, h, w, z, z, z}; break;
-    case 8: m = {z, h, mw, z, w, z}; break;
-    default: m = {w, z, z, h, z, z}; break;
-    }
-    return m.join(' ');
-}
-
 } // namespace
 
 PdfWriter::PdfWriter(AtomicFile &out) : m_out(out) {}
@@ -84,13 +64,41 @@ Status PdfWriter::begin()
     return success();
 }
 
-Status PdfWriter::addPage(int imageObject, const QSizeF &pagePoints, int orientation)
+QTransform PdfWriter::pageMatrix(const QSizeF &pagePoints, int orientation, const QTransform &turn, QSizeF *page)
+{
+    // The unit square laid over w x h points as an EXIF orientation asks: 2 to 4 mirror or turn by a
+    // half, 5 to 8 turn by a quarter (the page is then the image's sides swapped).
+    const qreal w = pagePoints.width(), h = pagePoints.height();
+    QTransform m;
+    switch (orientation) {
+    case 2: m = QTransform(-w, 0, 0, h, w, 0); break;
+    case 3: m = QTransform(-w, 0, 0, -h, w, h); break;
+    case 4: m = QTransform(w, 0, 0, -h, 0, h); break;
+    case 5: m = QTransform(0, -h, -w, 0, w, h); break;
+    case 6: m = QTransform(0, -h, w, 0, 0, h); break;
+    case 7: m = QTransform(0, h, w, 0, 0, 0); break;
+    case 8: m = QTransform(0, h, -w, 0, w, 0); break;
+    default: m = QTransform(w, 0, 0, h, 0, 0); break;
+    }
+    if (turn.isIdentity()) {
+        *page = pagePoints;
+        return m;
+    }
+    const QRectF box = turn.mapRect(QRectF(QPointF(0, 0), pagePoints));
+    *page = QSizeF(box.width(), box.height());
+    return m * turn * QTransform::fromTranslate(-box.x(), -box.y());
+}
+
+Status PdfWriter::addPage(int imageObject, const QSizeF &pagePoints, int orientation, const QTransform &turn)
 {
     const int contents = reserve();
     const int page = reserve();
-    const QByteArray w = number(pagePoints.width());
-    const QByteArray h = number(pagePoints.height());
-    const QByteArray draw = "q " + placement(w, h, orientation) + " cm /Im0 Do Q\n";
+    QSizeF size;
+    const QTransform m = pageMatrix(pagePoints, orientation, turn, &size);
+    const QByteArray w = number(size.width());
+    const QByteArray h = number(size.height());
+    const QByteArray draw = "q " + number(m.m11()) + ' ' + number(m.m12()) + ' ' + number(m.m21()) + ' ' + number(m.m22()) +
+                            ' ' + number(m.dx()) + ' ' + number(m.dy()) + " cm /Im0 Do Q\n";
     if (Status s = putStream(contents, {}, draw); !s.ok())
         return s;
     if (Status s = startObject(page); !s.ok())
@@ -104,7 +112,8 @@ Status PdfWriter::addPage(int imageObject, const QSizeF &pagePoints, int orienta
     return success();
 }
 
-Status PdfWriter::addJpegPage(const QByteArray &jpeg, const JpegInfo &info, const QSizeF &pagePoints, int orientation)
+Status PdfWriter::addJpegPage(const QByteArray &jpeg, const JpegInfo &info, const QSizeF &pagePoints, int orientation,
+                              const QTransform &turn)
 {
     const int image = reserve();
     QByteArray dict = "/Type /XObject /Subtype /Image /Width " + QByteArray::number(info.width) + " /Height " +
@@ -114,10 +123,10 @@ Status PdfWriter::addJpegPage(const QByteArray &jpeg, const JpegInfo &info, cons
         dict += " /Decode [1 0 1 0 1 0 1 0]";
     if (Status s = putStream(image, dict, jpeg); !s.ok())
         return s;
-    return addPage(image, pagePoints, orientation);
+    return addPage(image, pagePoints, orientation, turn);
 }
 
-Status PdfWriter::addImagePage(const QImage &source, const QSizeF &pagePoints)
+Status PdfWriter::addImagePage(const QImage &source, const QSizeF &pagePoints, const QTransform &turn)
 {
     const bool grey = source.isGrayscale() && !source.hasAlphaChannel();
     const QImage colour = source.convertToFormat(grey ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
@@ -156,7 +165,7 @@ Status PdfWriter::addImagePage(const QImage &source, const QSizeF &pagePoints)
         dict += " /SMask " + QByteArray::number(mask) + " 0 R";
     if (Status s = putStream(image, dict, packed.value()); !s.ok())
         return s;
-    return addPage(image, pagePoints);
+    return addPage(image, pagePoints, 1, turn);
 }
 
 Status PdfWriter::finish()

@@ -1,0 +1,204 @@
+// The page board and the wallpaper overlay through the drop window: convert's Pages button opens the
+// board with the dropped images; keys, buttons, drops and drags change it; the export writes, credits,
+// notifies and closes it. The wallpaper button sets the picture through its copy and shows the history.
+
+#include "ImageFixtures.h"
+#include "LaunchedProgram.h"
+
+#include "core/overlays/ImgConvertOverlayVC.h"
+#include "core/overlays/WallpaperOverlayVC.h"
+#include "core/texts/Texts.h"
+#include "core/window/DropWindow.h"
+#include "images/board/LRHMPagesManager.h"
+#include "images/board/PageThumbnails.h"
+#include "images/board/ui/LRHMIKImageBrowserView.h"
+#include "images/board/ui/PDFPreviewWC.h"
+#include "images/board/ui/PageBoardModel.h"
+#include "utils/Utils.h"
+#include "widgets/ActionButton.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+#include <QUrl>
+
+class PageBoardUiTest : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void convertOpensTheBoardWithTheImages();
+    void keysButtonsAndDrops();
+    void exportWritesCreditsAndCloses();
+    void wallpaperButtonSetsTheCopyAndShowsTheHistory();
+
+private:
+    QString image(const QString &name, const char *format = "jpeg");
+    PDFPreviewWC *openBoard(const QStringList &paths);
+    quint64 ledger() const
+    {
+        return Utils::getTimeSavedDictionaryValues().value_or(QVariantMap{}).value(QStringLiteral("totalSecSaved")).toULongLong();
+    }
+
+    QTemporaryDir m_dir;
+    std::unique_ptr<FakePlatform> m_fakes;
+    std::unique_ptr<AppDelegate> m_app;
+};
+
+void PageBoardUiTest::initTestCase()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
+}
+
+void PageBoardUiTest::init()
+{
+    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
+    m_app = launchedOn(*m_fakes);
+}
+
+void PageBoardUiTest::cleanup()
+{
+    m_app.reset();
+    LRHMPagesManager::shareImagesManager().cleanUpCache();
+    SettingsStore::shared().resetAll();
+    QDir(Utils::QDappSupportPath()).removeRecursively();
+}
+
+QString PageBoardUiTest::image(const QString &name, const char *format)
+{
+    const QString path = m_dir.path() + QChar('/') + name;
+    ImageFixtures::write(path, ImageFixtures::encoded(ImageFixtures::quarters(120, 80), format));
+    return path;
+}
+
+PDFPreviewWC *PageBoardUiTest::openBoard(const QStringList &paths)
+{
+    QMimeData data;
+    QList<QUrl> urls;
+    for (const QString &p : paths)
+        urls.append(QUrl::fromLocalFile(p));
+    data.setUrls(urls);
+    m_app->showDropTargetAt(QPointF(400, 300));
+    m_app->mycustomviewDidGetDrop(&data);
+    m_app->window->contentView()->findChild<ActionButton *>(QStringLiteral("multiConvrtImg"))->click();
+    m_app->imgConvrtVC->typeButton(ImgConvertOverlayVC::kPageBoardTag)->click();
+    return qobject_cast<PDFPreviewWC *>(m_app->pdfPreview.data());
+}
+
+void PageBoardUiTest::convertOpensTheBoardWithTheImages()
+{
+    PDFPreviewWC *board = openBoard({image("b.jpg"), image("a.png", "png"), image("c.jpg")});
+    QVERIFY(board);
+    QVERIFY(board->isVisible());
+    QVERIFY(!m_app->isModalOverlayVisible());
+    QAbstractItemModel *model = board->imageBrowserView->model();
+    QCOMPARE(model->rowCount(), 3);
+    QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("b")); // in the order dropped
+    QTRY_VERIFY_WITH_TIMEOUT(!model->index(2, 0).data(Qt::DecorationRole).value<QImage>().isNull(), 10000);
+    QVERIFY(board->isCanExport && !board->isEnable);
+    // Any other convert button empties an open board.
+    m_app->imgConvrtCompletion(OverlayController::kCloseTag, 1.0f, 0);
+    QCOMPARE(model->rowCount(), 0);
+    QVERIFY(!board->isCanExport);
+}
+
+void PageBoardUiTest::keysButtonsAndDrops()
+{
+    PDFPreviewWC *board = openBoard({image("1.jpg"), image("2.jpg"), image("3.jpg"), image("4.jpg")});
+    LRHMIKImageBrowserView *view = board->imageBrowserView;
+    auto *model = qobject_cast<PageBoardModel *>(view->model());
+    auto rotateRight = board->findChild<QToolButton *>(QStringLiteral("rotateRightBtn"));
+    QVERIFY(!rotateRight->isEnabled());
+    view->setCurrentIndex(model->index(1, 0));
+    QVERIFY(board->isEnable && rotateRight->isEnabled());
+    const QString before = model->index(1, 0).data(PageBoardModel::IdentifyRole).toString();
+    rotateRight->click();
+    QCOMPARE(model->index(1, 0).data(PageBoardModel::IdentifyRole).toString(), before + QStringLiteral("_1"));
+    QTRY_COMPARE_WITH_TIMEOUT(model->index(1, 0).data(Qt::DecorationRole).value<QImage>().size(), QSize(80, 120), 10000);
+
+    // Dragging 2 and 4 before 1: the block keeps its order and stays selected.
+    QMimeData *dragged = model->mimeData({model->index(1, 0), model->index(3, 0)});
+    model->dropMimeData(dragged, Qt::MoveAction, 0, 0, {});
+    delete dragged;
+    QStringList order;
+    for (int r = 0; r < model->rowCount(); ++r)
+        order << model->index(r, 0).data().toString();
+    QCOMPARE(order, (QStringList{"2", "4", "1", "3"}));
+    QCOMPARE(view->selectedRows(), (QList<qsizetype>{0, 1}));
+
+    // Files dropped in: only readable page images.
+    QVERIFY(ImageFixtures::write(m_dir.path() + "/notes.txt", "text"));
+    QVERIFY(ImageFixtures::write(m_dir.path() + "/broken.jpg", "\xFF\xD8 not really"));
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(image("5.PNG", "png")), QUrl::fromLocalFile(m_dir.path() + "/notes.txt"),
+                   QUrl::fromLocalFile(m_dir.path() + "/broken.jpg")});
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("broken.jpg left out"));
+    model->dropMimeData(&files, Qt::CopyAction, -1, 0, {});
+    QCOMPARE(model->rowCount(), 5);
+
+    view->setFocus();
+    QTest::keyClick(view, Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(view->selectedRows().size(), 5);
+    view->selectionModel()->select(QItemSelection(model->index(0, 0), model->index(1, 0)), QItemSelectionModel::ClearAndSelect);
+    QTest::keyClick(view, Qt::Key_Delete);
+    QCOMPARE(model->rowCount(), 3);
+    view->clearSelection();
+    QTest::keyClick(view, Qt::Key_Delete); // nothing selected: a beep, nothing removed
+    QCOMPARE(model->rowCount(), 3);
+    QVERIFY(!board->isEnable);
+}
+
+void PageBoardUiTest::exportWritesCreditsAndCloses()
+{
+    PDFPreviewWC *board = openBoard({image("x.jpg"), image("y.jpg")});
+    const quint64 before = ledger();
+    const QString pdf = m_dir.path() + QStringLiteral("/pdf_Quaydrop.pdf");
+    QVERIFY(board->exportPdfTo(pdf));
+    QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
+    const auto &n = m_fakes->notifications.delivered.first();
+    QCOMPARE(n.title, QStringLiteral("PDF saved!"));
+    QCOMPARE(n.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{pdf});
+    QCOMPARE(ledger(), before + 300);
+    QVERIFY(QFileInfo(pdf).size() > 0);
+    QTRY_VERIFY(!board->isVisible());
+    QCOMPARE(LRHMPagesManager::shareImagesManager().pageImageCount(), 0);
+}
+
+void PageBoardUiTest::wallpaperButtonSetsTheCopyAndShowsTheHistory()
+{
+    const QString earlier = image("earlier.jpg");
+    m_fakes->wallpaper.current = earlier;
+    const QString dropped = image("beach.jpg");
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(dropped)});
+    m_app->showDropTargetAt(QPointF(400, 300));
+    m_app->mycustomviewDidGetDrop(&data);
+    const quint64 before = ledger();
+    m_app->window->contentView()->findChild<ActionButton *>(QStringLiteral("deskPbtn"))->click();
+    WallpaperOverlayVC *vc = m_app->wpChangeVC;
+    QVERIFY(m_app->isModalOverlayVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(vc->oldWP1imgV->pixmap().width() > 0, 10000); // the present picture, first use
+    QVERIFY(vc->setWP1toDesktopBtn->isEnabled() && !vc->setWP2toDesktopBtn->isEnabled());
+    for (QPushButton *b : vc->findChildren<QPushButton *>())
+        if (b->property("tag").toLongLong() == WallpaperOverlayVC::kSetTag)
+            b->click();
+    QCOMPARE(m_fakes->wallpaper.current, Utils::pathForWPFolder() + QStringLiteral("/beach.jpg"));
+    QCOMPARE(ledger(), before + 5);
+    QVERIFY(!m_app->isModalOverlayVisible());
+    // Back to the one before from the overlay's slot 1.
+    m_app->window->contentView()->findChild<ActionButton *>(QStringLiteral("deskPbtn"))->click();
+    QTRY_VERIFY_WITH_TIMEOUT(vc->setWP1toDesktopBtn->isEnabled(), 10000);
+    vc->setWP1toDesktopBtn->click();
+    QCOMPARE(m_fakes->wallpaper.current, earlier);
+}
+
+QTEST_MAIN(PageBoardUiTest)
+#include "tst_pageboard_ui.moc"
