@@ -31,6 +31,8 @@ PACKAGES=(
   hyperfine time rsync imagemagick libvips-tools poppler-utils img2pdf libjpeg-turbo-progs
   # tests: archives are checked with unzip, new documents with python-docx, openpyxl and odfpy
   unzip python3-docx python3-openpyxl python3-odf
+  # the installed tree and the Debian package: validators, man, and the package's own tools
+  desktop-file-utils appstream man-db dpkg-dev
 )
 
 missing=()
