@@ -24,7 +24,7 @@ done
 pass "dpkg-deb --info: $(basename "$deb"), Depends: $depends"
 
 dpkg-deb --contents "$deb" | awk '{print $6}' | sed 's|^\./|/|' >"$work/contents"
-for path in /usr/bin/quaydrop /usr/share/applications/com.velmora.Quaydrop.desktop \
+for path in /usr/bin/quaydrop /usr/libexec/quaydrop/quaydrop-worker /usr/share/applications/com.velmora.Quaydrop.desktop \
   /usr/share/metainfo/com.velmora.Quaydrop.metainfo.xml /usr/share/man/man1/quaydrop.1 \
   /usr/share/bash-completion/completions/quaydrop /usr/share/icons/hicolor/scalable/apps/com.velmora.Quaydrop.svg \
   /usr/share/icons/hicolor/512x512/apps/com.velmora.Quaydrop.png; do
@@ -40,4 +40,8 @@ dpkg -x "$deb" "$work/root"
 "$work/root/usr/bin/quaydrop" --version | grep -qx "quaydrop $version" || fail "the packaged binary does not run"
 file_size=$(stat -c %s "$work/root/usr/bin/quaydrop")
 [ "$file_size" -lt $((40 * 1024 * 1024)) ] || fail "the packaged binary is not stripped ($file_size bytes)"
-pass "dpkg -x: the packaged quaydrop runs"
+# Images are read by the worker beside the program: the packaged one is found and does the work.
+cp "$work/root/usr/share/icons/hicolor/16x16/apps/com.velmora.Quaydrop.png" "$work/icon.png"
+"$work/root/usr/bin/quaydrop" resize --width 8 "$work/icon.png" >/dev/null || fail "the packaged worker does not resize"
+[ -s "$work/icon_8x8.png" ] || fail "no resized icon from the packaged worker"
+pass "dpkg -x: the packaged quaydrop runs, with its worker"
