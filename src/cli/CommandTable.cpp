@@ -5,6 +5,8 @@
 #include "FileCommands.h"
 #include "ImageCommands.h"
 #include "FileActionCommands.h"
+#include "InstanceCommands.h"
+#include "IntegrateCommand.h"
 #include "ZipCommand.h"
 
 namespace Cli {
@@ -148,6 +150,28 @@ const std::vector<Command> &commands()
          "put back what the last rename, gather, move or trash changed",
          "Nothing changes when an old name has been taken since; the item that blocks is named.",
          &runUndoCommand},
+        {"panel",
+         {{"FILE", ArgumentKind::Path, true}},
+         {},
+         "open the drop window at the pointer with the panel for the files, as if they were dropped",
+         "The running Quaydrop of this desktop session shows it; when none runs, one is started. The\n"
+         "file managers' \"Open in Quaydrop\" entries call this. A file that is not there is an error.",
+         &runPanelCommand},
+        {"toggle",
+         {},
+         {},
+         "open the drop window at the pointer, or close it when it is open",
+         "What the hot key does, for desktops where Quaydrop cannot hold a key itself (Wayland): bind\n"
+         "a keyboard shortcut of the desktop to \"quaydrop toggle\".",
+         &runToggleCommand},
+        {"integrate",
+         {{"FILEMANAGER", ArgumentKind::Choice, false, {QStringLiteral("nautilus"), QStringLiteral("thunar")}}},
+         {{"--remove", ValueKind::None, "", "take the entry out again"}},
+         "add \"Open in Quaydrop\" to your file manager's menu for selected files",
+         "nautilus: a script in ~/.local/share/nautilus/scripts. thunar: a custom action in\n"
+         "~/.config/Thunar/uca.xml, the other actions left as they are, byte for byte. Dolphin and Nemo\n"
+         "get their entry from the installed package.",
+         &runIntegrateCommand},
     };
     return table;
 }

@@ -17,7 +17,10 @@ grep -qx 'StartupWMClass=quaydrop' "$usr/share/applications/$id.desktop" || fail
 grep -q '^Comment\[de\]=' "$usr/share/applications/$id.desktop" || fail "no German comment"
 appstreamcli validate --no-net "$usr/share/metainfo/$id.metainfo.xml" >/dev/null ||
   { appstreamcli validate --no-net "$usr/share/metainfo/$id.metainfo.xml"; fail "AppStream file is not valid"; }
-pass "desktop entry and AppStream file are valid"
+for entry in "$usr/share/kio/servicemenus/$id.desktop" "$usr/share/nemo/actions/$id.nemo_action"; do
+  grep -qx 'Exec=quaydrop panel -- %F' "$entry" || fail "$entry does not open the panel"
+done
+pass "desktop entry and AppStream file are valid; Dolphin's and Nemo's entries open the panel"
 
 [ -s "$usr/share/icons/hicolor/scalable/apps/$id.svg" ] || fail "no scalable icon"
 for size in 16 22 24 32 48 64 128 256 512; do

@@ -27,7 +27,8 @@ dpkg-deb --contents "$deb" | awk '{print $6}' | sed 's|^\./|/|' >"$work/contents
 for path in /usr/bin/quaydrop /usr/libexec/quaydrop/quaydrop-worker /usr/share/applications/com.velmora.Quaydrop.desktop \
   /usr/share/metainfo/com.velmora.Quaydrop.metainfo.xml /usr/share/man/man1/quaydrop.1 \
   /usr/share/bash-completion/completions/quaydrop /usr/share/icons/hicolor/scalable/apps/com.velmora.Quaydrop.svg \
-  /usr/share/icons/hicolor/512x512/apps/com.velmora.Quaydrop.png; do
+  /usr/share/icons/hicolor/512x512/apps/com.velmora.Quaydrop.png /usr/share/kio/servicemenus/com.velmora.Quaydrop.desktop \
+  /usr/share/nemo/actions/com.velmora.Quaydrop.nemo_action; do
   grep -qx "$path" "$work/contents" || fail "the package lacks $path"
 done
 # Nothing outside /usr, and nothing that apt-get remove would leave behind (no maintainer scripts
