@@ -5,12 +5,9 @@ source "$(dirname "$0")/lib.sh"
 BIN=$1
 private_home
 trap 'kill "${pid:-}" 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
-conf="$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
-mkdir -p "$(dirname "$conf")"
-printf '[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n' >"$conf"
+write_conf
 log="$E2E_HOME/quaydrop.log"
 export QT_LOGGING_RULES="quaydrop.window.debug=true"
-map_state() { xwininfo -name "Quaydrop drop window" 2>/dev/null | awk '/Map State/ {print $3}'; }
 resident_pid() { head -n1 "$XDG_RUNTIME_DIR"/com.velmora.Quaydrop.*.instance.lock 2>/dev/null; }
 
 xdotool mousemove 500 400
@@ -19,11 +16,9 @@ xdotool mousemove 500 400
 wait_for "$log" "quaydrop: running" 15 || { cat "$log"; fail "toggle did not start Quaydrop"; }
 pid=$(resident_pid)
 wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "toggle did not open the window"; }
-sleep 0.3
-[ "$(map_state)" = IsViewable ] || fail "the window is not on screen after toggle"
+wait_until 5 window_shown || fail "the window is not on screen after toggle"
 "$BIN" toggle 2>>"$log"
-sleep 0.5
-[ "$(map_state)" != IsViewable ] || fail "toggle again did not close the window"
+wait_until 5 eval '! window_shown' || fail "toggle again did not close the window"
 pass "toggle starts Quaydrop, opens the window and closes it again"
 
 mkdir -p "$E2E_HOME/files/with space"
@@ -36,7 +31,7 @@ cd "$E2E_HOME/files"
 c.txt" "$(printf 'caf\xe9.txt')" 2>>"$log" || fail "panel for three files"
 wait_for "$log" "panel 888 shown" 5 || { cat "$log"; fail "the panel for several files did not show"; }
 [ "$(resident_pid)" = "$pid" ] || fail "a second Quaydrop was started"
-[ "$(map_state)" = IsViewable ] || fail "the panel's window is not on screen"
+window_shown || fail "the panel's window is not on screen"
 pass "panel for three files (a space, a line break, a name that is not UTF-8) in the running Quaydrop"
 "$BIN" toggle 2>>"$log"
 
@@ -52,10 +47,9 @@ pass "a missing file exits 2, no display exits 1, each with a clear line"
 mkdir many && (cd many && seq -f 'f%05g' 10000 | xargs touch)
 before=$(grep -c "panel 888 shown" "$log")
 timeout 20 "$BIN" panel many/* 2>>"$log" || fail "panel for 10,000 files did not return"
-for _ in $(seq 100); do [ "$(grep -c "panel 888 shown" "$log")" -gt "$before" ] && break; sleep 0.1; done
-[ "$(grep -c "panel 888 shown" "$log")" -gt "$before" ] || { tail "$log"; fail "no panel for 10,000 files"; }
+more_panels() { [ "$(grep -c "panel 888 shown" "$log")" -gt "$before" ]; }
+wait_until 10 more_panels || { tail "$log"; fail "no panel for 10,000 files"; }
 [ "$(resident_pid)" = "$pid" ] || fail "Quaydrop did not survive 10,000 files"
 pass "panel for 10,000 files"
-kill -TERM "$pid"
-wait_gone "$pid" 10 || fail "did not stop"
+stop_quaydrop
 echo "4 passed, 0 failed"
