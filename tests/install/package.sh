@@ -24,7 +24,7 @@ done
 pass "dpkg-deb --info: $(basename "$deb"), Depends: $depends"
 
 dpkg-deb --contents "$deb" | awk '{print $6}' | sed 's|^\./|/|' >"$work/contents"
-for path in /usr/bin/quaydrop /usr/libexec/quaydrop/quaydrop-worker /usr/share/applications/com.velmora.Quaydrop.desktop \
+for path in /usr/bin/quaydrop /usr/libexec/quaydrop/quaydrop-app /usr/libexec/quaydrop/quaydrop-worker /usr/share/applications/com.velmora.Quaydrop.desktop \
   /usr/share/metainfo/com.velmora.Quaydrop.metainfo.xml /usr/share/man/man1/quaydrop.1 \
   /usr/share/bash-completion/completions/quaydrop /usr/share/icons/hicolor/scalable/apps/com.velmora.Quaydrop.svg \
   /usr/share/icons/hicolor/512x512/apps/com.velmora.Quaydrop.png /usr/share/kio/servicemenus/com.velmora.Quaydrop.desktop \
