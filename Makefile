@@ -2,7 +2,7 @@
 BUILD_DIR ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: deps configure build run test clean bench
+.PHONY: deps configure build run test clean bench package
 
 deps:
 	bash scripts/install-deps.sh
@@ -21,6 +21,11 @@ run: configure
 
 test: build
 	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS) --timeout 300
+
+# The Debian package, quaydrop_VERSION_ARCH.deb in the build folder: the program and its installed files only.
+package: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target quaydrop qd_desktop_files
+	cd $(BUILD_DIR) && cpack -G DEB
 
 bench: build
 	bash bench/size.sh $(BUILD_DIR)/src/app/quaydrop

@@ -37,6 +37,8 @@ PACKAGES=(
   libglib2.0-bin dconf-cli dconf-service dconf-gsettings-backend gsettings-desktop-schemas xfconf libxfconf-0-3 feh
   # tests: archives are checked with unzip, new documents with python-docx, openpyxl and odfpy
   unzip python3-docx python3-openpyxl python3-odf
+  # the installed tree and the Debian package: validators, man, and the package's own tools
+  desktop-file-utils appstream man-db dpkg-dev
 )
 
 missing=()

@@ -444,6 +444,10 @@
         <translation>In dieser Wayland-Sitzung werden nur Ziehvorgänge aus X11-Fenstern erkannt; die Taste wirkt überall.</translation>
     </message>
     <message>
+        <source>waylandNoteBindCommand</source>
+        <translation>In dieser Wayland-Sitzung werden nur Ziehvorgänge aus X11-Fenstern erkannt. Für die Taste legen Sie in den Einstellungen Ihrer Arbeitsumgebung ein Tastenkürzel für den Befehl „quaydrop toggle“ an.</translation>
+    </message>
+    <message>
         <source>launchAtLoginSwitch</source>
         <translation>Beim Anmelden starten</translation>
     </message>

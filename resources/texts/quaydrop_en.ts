@@ -444,6 +444,10 @@
         <translation>On this Wayland session drags are seen only from X11 windows; the key works everywhere.</translation>
     </message>
     <message>
+        <source>waylandNoteBindCommand</source>
+        <translation>On this Wayland session drags are seen only from X11 windows. For the key, give the command “quaydrop toggle” a keyboard shortcut in your desktop’s settings.</translation>
+    </message>
+    <message>
         <source>launchAtLoginSwitch</source>
         <translation>Start at login</translation>
     </message>

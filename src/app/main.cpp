@@ -10,6 +10,9 @@
 #include "platform/SingleInstance.h"
 #include "platform/cups/CupsPrint.h"
 #include "platform/freedesktop/FreedesktopMail.h"
+#include "platform/desktops/GnomeShortcutBinder.h"
+#include "platform/desktops/KGlobalAccelBinder.h"
+#include "platform/desktops/ShortcutHost.h"
 #include "platform/freedesktop/FreedesktopNotifications.h"
 #include "platform/freedesktop/FreedesktopShare.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
@@ -24,10 +27,40 @@
 
 #include <QApplication>
 #include <QGuiApplication>
+#include <QDir>
+#include <QStandardPaths>
 
 #include <cstdio>
 
 namespace {
+
+// Where no client may grab a key (Wayland), GNOME or Plasma holds it for us.
+std::unique_ptr<HotKeyBinder> desktopHotKeys()
+{
+    switch (ShortcutHosts::detect()) {
+    case ShortcutHost::Gnome:
+        if (GnomeShortcutBinder::available()) {
+            // The shortcut runs the command line beside us (bin/ when installed, the same folder in a
+            // build); GNOME splits the command as a shell would, so the path is quoted.
+            const QString here = QCoreApplication::applicationDirPath();
+            QString program = QStandardPaths::findExecutable(QStringLiteral("quaydrop"),
+                                                             {here, here + QStringLiteral("/../../bin")});
+            if (program.isEmpty())
+                program = QStringLiteral("quaydrop");
+            program.replace(QStringLiteral("'"), QStringLiteral("'\\''"));
+            return std::make_unique<GnomeShortcutBinder>(QStringLiteral("'%1' toggle").arg(QDir::cleanPath(program)));
+        }
+        break;
+    case ShortcutHost::KGlobalAccel:
+        if (KGlobalAccelBinder::available())
+            return std::make_unique<KGlobalAccelBinder>();
+        break;
+    case ShortcutHost::X11Grab:
+    case ShortcutHost::None:
+        break;
+    }
+    return nullptr;
+}
 
 // `quaydrop --destinations`: the destination manager as a window of its own process, on the same
 // stored list as the running program's picker (which follows the file).
@@ -129,6 +162,9 @@ int runResident(int argc, char **argv)
         platform.windowSystem = x11->windows.get();
         platform.hotKeyBinder = x11->hotKeys.get();
     }
+    const std::unique_ptr<HotKeyBinder> desktopKeys = desktopHotKeys();
+    if (desktopKeys)
+        platform.hotKeyBinder = desktopKeys.get();
     platform.trash = &trash;
     platform.volumes = &volumes;
     platform.notifications = &notifications;
@@ -144,6 +180,8 @@ int runResident(int argc, char **argv)
     balloon.setAnchor([&delegate] { return delegate.trayIconGeometry(); });
     QObject::connect(&instance, &SingleInstance::activationRequested, &delegate,
                      &AppDelegate::applicationShouldHandleReopen);
+    QObject::connect(&instance, &SingleInstance::toggleRequested, &delegate, &AppDelegate::toggleDropWindow);
+    QObject::connect(&instance, &SingleInstance::panelRequested, &delegate, &AppDelegate::showPanelForFiles);
     UnixSignalWatcher signals_;
     QObject::connect(&signals_, &UnixSignalWatcher::terminationRequested, &delegate, &AppDelegate::quitQuaydrop);
 

@@ -8,6 +8,8 @@
 #include "FileActionCommands.h"
 #include "SendingCommands.h"
 #include "DesktopCommands.h"
+#include "InstanceCommands.h"
+#include "IntegrateCommand.h"
 #include "ZipCommand.h"
 
 namespace Cli {
@@ -216,6 +218,28 @@ const std::vector<Command> &commands()
          "The two wallpapers before it are kept; --previous sets the one before again. The path set is\n"
          "printed on standard output.",
          &runWallpaperCommand},
+        {"panel",
+         {{"FILE", ArgumentKind::Path, true}},
+         {},
+         "open the drop window at the pointer with the panel for the files, as if they were dropped",
+         "The running Quaydrop of this desktop session shows it; when none runs, one is started. The\n"
+         "file managers' \"Open in Quaydrop\" entries call this. A file that is not there is an error.",
+         &runPanelCommand},
+        {"toggle",
+         {},
+         {},
+         "open the drop window at the pointer, or close it when it is open",
+         "What the hot key does, for desktops where Quaydrop cannot hold a key itself (Wayland): bind\n"
+         "a keyboard shortcut of the desktop to \"quaydrop toggle\".",
+         &runToggleCommand},
+        {"integrate",
+         {{"FILEMANAGER", ArgumentKind::Choice, false, {QStringLiteral("nautilus"), QStringLiteral("thunar")}}},
+         {{"--remove", ValueKind::None, "", "take the entry out again"}},
+         "add \"Open in Quaydrop\" to your file manager's menu for selected files",
+         "nautilus: a script in ~/.local/share/nautilus/scripts. thunar: a custom action in\n"
+         "~/.config/Thunar/uca.xml, the other actions left as they are, byte for byte. Dolphin and Nemo\n"
+         "get their entry from the installed package.",
+         &runIntegrateCommand},
     };
     return table;
 }

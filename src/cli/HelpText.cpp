@@ -2,11 +2,7 @@
 
 #include "Console.h"
 
-namespace {
-
-constexpr int kOptionColumn = 22;
-
-QString optionCall(const Cli::Option &o)
+QString HelpText::optionCall(const Cli::Option &o)
 {
     QString call = QLatin1String(o.name);
     if (o.kind != Cli::ValueKind::None)
@@ -16,11 +12,15 @@ QString optionCall(const Cli::Option &o)
     return call;
 }
 
+namespace {
+
+constexpr int kOptionColumn = 22;
+
 void printOptions(const std::vector<Cli::Option> &options, const QString &indent, ConsoleStream &out)
 {
     for (const Cli::Option &o : options) {
         const QString help = QLatin1String(o.help);
-        const QString call = optionCall(o);
+        const QString call = HelpText::optionCall(o);
         if (call.size() < kOptionColumn - 1)
             out << indent << call.leftJustified(kOptionColumn) << help << '\n';
         else
@@ -28,10 +28,16 @@ void printOptions(const std::vector<Cli::Option> &options, const QString &indent
     }
 }
 
-const char *kExitStatus = "Exit status: 0 when everything was done, 1 when something could not be done, 2 for a\n"
-                          "usage error, 130 when stopped by Ctrl+C.\n";
-
 } // namespace
+
+const char *const HelpText::kIntro =
+    "Without a command, Quaydrop starts resident in the tray (or asks the running one to come forward).\n"
+    "With one, it does that action and ends: results on standard output, progress and errors on\n"
+    "standard error.\n";
+const char *const HelpText::kExitStatus =
+    "Exit status: 0 when everything was done, 1 when something could not be done, 2 for a\n"
+    "usage error, 130 when stopped by Ctrl+C.\n";
+const char *const HelpText::kDoubleDash = "what follows is an argument, even when it starts with \"-\"";
 
 QString HelpText::synopsis(const Cli::Command &command) { return QStringLiteral("quaydrop ") + call(command); }
 
@@ -58,19 +64,14 @@ QString HelpText::call(const Cli::Command &command)
 
 void HelpText::printOverview(ConsoleStream &out)
 {
-    out << "Usage: quaydrop [COMMAND [OPTION...] ARGUMENT...]\n"
-           "Without a command, Quaydrop starts resident in the tray (or asks the running one to come forward).\n"
-           "With one, it does that action and ends: results on standard output, progress and errors on\n"
-           "standard error.\n\nCommands:\n";
+    out << "Usage: quaydrop [COMMAND [OPTION...] ARGUMENT...]\n" << kIntro << "\nCommands:\n";
     for (const Cli::Command &c : Cli::commands()) {
         out << "  " << call(c) << '\n' << "      " << c.summary << '\n';
         printOptions(c.options, QStringLiteral("      "), out);
     }
     out << "\nOptions of every command, and alone:\n";
     printOptions(Cli::commonOptions(), QStringLiteral("  "), out);
-    out << "  " << QStringLiteral("--").leftJustified(kOptionColumn)
-        << "what follows is an argument, even when it starts with \"-\"\n\n"
-        << kExitStatus;
+    out << "  " << QStringLiteral("--").leftJustified(kOptionColumn) << kDoubleDash << "\n\n" << kExitStatus;
 }
 
 void HelpText::printCommand(const Cli::Command &command, ConsoleStream &out)

@@ -1,5 +1,7 @@
 #include "SingleInstance.h"
 
+#include "core/fs/NativePath.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QLockFile>
@@ -12,7 +14,9 @@
 
 namespace {
 constexpr int kConnectTimeoutMs = 1500;
-const QByteArray kActivate = "activate\n";
+const QByteArray kActivate = "activate";
+const QByteArray kToggle = "toggle";
+const QByteArray kPanel = "panel";
 } // namespace
 
 QString SingleInstance::sessionKey(const QByteArray &x11Display, const QByteArray &waylandDisplay)
@@ -62,7 +66,7 @@ SingleInstance::Role SingleInstance::claim()
         // The owner may still be setting up its socket: give it a moment.
         QDeadlineTimer deadline(kConnectTimeoutMs * 2);
         while (!deadline.hasExpired()) {
-            if (notifyRunningInstance())
+            if (send(m_socketPath, {}))
                 return Role::Secondary;
             QThread::msleep(50);
         }
@@ -82,13 +86,49 @@ SingleInstance::Role SingleInstance::claim()
 
 SingleInstance::~SingleInstance() = default;
 
-bool SingleInstance::notifyRunningInstance()
+QByteArray SingleInstance::encode(const Request &request)
+{
+    switch (request.kind) {
+    case Request::Kind::Activate:
+        return kActivate + '\n';
+    case Request::Kind::Toggle:
+        return kToggle + '\n';
+    case Request::Kind::Panel:
+        break;
+    }
+    QByteArray line = kPanel;
+    for (const QString &path : request.paths)
+        line += ' ' + NativePath::toNative(path).toPercentEncoding("/");
+    return line + '\n';
+}
+
+std::optional<SingleInstance::Request> SingleInstance::decode(QByteArray line)
+{
+    if (line.endsWith('\n'))
+        line.chop(1);
+    if (line == kActivate)
+        return Request{};
+    if (line == kToggle)
+        return Request{Request::Kind::Toggle};
+    QList<QByteArray> words = line.split(' ');
+    if (words.size() < 2 || words.takeFirst() != kPanel)
+        return std::nullopt;
+    Request request{Request::Kind::Panel};
+    for (const QByteArray &word : words) {
+        if (word.isEmpty())
+            return std::nullopt;
+        request.paths << NativePath::fromNative(QByteArray::fromPercentEncoding(word));
+    }
+    return request;
+}
+
+bool SingleInstance::send(const QString &socketPath, const Request &request)
 {
     QLocalSocket socket;
-    socket.connectToServer(m_socketPath);
+    socket.connectToServer(socketPath);
     if (!socket.waitForConnected(kConnectTimeoutMs))
         return false;
-    socket.write(kActivate);
+    socket.write(encode(request));
     if (!socket.waitForBytesWritten(kConnectTimeoutMs))
         return false;
     socket.disconnectFromServer();
@@ -104,8 +144,16 @@ void SingleInstance::acceptConnections()
             connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
             connect(client, &QLocalSocket::readyRead, this, [this, client] {
                 while (client->canReadLine()) {
-                    if (client->readLine() == kActivate)
-                        Q_EMIT activationRequested();
+                    const std::optional<Request> request = decode(client->readLine());
+                    if (!request) {
+                        qWarning("instance socket: a request that is not understood was ignored");
+                        continue;
+                    }
+                    switch (request->kind) {
+                    case Request::Kind::Activate: Q_EMIT activationRequested(); break;
+                    case Request::Kind::Toggle: Q_EMIT toggleRequested(); break;
+                    case Request::Kind::Panel: Q_EMIT panelRequested(request->paths); break;
+                    }
                 }
             });
         }

@@ -98,6 +98,10 @@ public:
     // `mouseYUp`: where the pointer is, if known; else it is asked.
     void showhideWindow(float deltaX, float deltaY, std::optional<QPointF> mouseYUp = std::nullopt);
     void showPanelHKNotif();
+    // `quaydrop toggle`: the hot key's action, whichever way the window is summoned.
+    void toggleDropWindow();
+    // `quaydrop panel FILE...`: the window at the pointer with the panel, as if the files were dropped.
+    void showPanelForFiles(const QStringList &paths);
     // The pointer moved while the window is up: `local` for the window's own tracking.
     void mouseMovedWhileWindowUp(QPointF location, bool local);
     QString bundleIdOfTheAppWhereTheCursorIs(QPointF location) const;
@@ -294,6 +298,7 @@ private:
     void loadMovePicker();
     void settleMovePickerControls();
     void takeDroppedFileNames(const QStringList &paths);
+    void showPanelForFileNames(const QStringList &paths); // a drop of named files
     void revertTitleLater(ActionButton *sender, std::function<QString()> title);
     using ActionHandler = void (AppDelegate::*)(ActionButton *);
     static const QHash<QString, ActionHandler> &actionHandlers();

@@ -157,8 +157,12 @@ void AppDelegate::showhideWindow(float deltaX, float deltaY, std::optional<QPoin
 
 void AppDelegate::showPanelHKNotif()
 {
-    if (!Utils::isShortcutEnabled())
-        return;
+    if (Utils::isShortcutEnabled())
+        toggleDropWindow();
+}
+
+void AppDelegate::toggleDropWindow()
+{
     if (windowIsVsbl()) {
         orderOutTheWindow();
         return;

@@ -70,6 +70,22 @@ void AppDelegate::takeDroppedFileNames(const QStringList &paths)
     libraryFolderFile = Utils::checkIfFileIsFromLibraryFolder(paths.first());
 }
 
+void AppDelegate::showPanelForFileNames(const QStringList &paths)
+{
+    takeDroppedFileNames(paths);
+    showPanelWithIndex(paths.size() == 1 ? Utils::determineFileType(paths.first()) : DropPanelMultiFiles);
+}
+
+void AppDelegate::showPanelForFiles(const QStringList &paths)
+{
+    if (paths.isEmpty())
+        return;
+    if (!windowIsVsbl())
+        showhideWindow(0, 0);
+    startDropIntake(paths);
+    showPanelForFileNames(paths);
+}
+
 void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data, const QStringList &promisedPaths)
 {
     if (!data)
@@ -78,8 +94,7 @@ void AppDelegate::mycustomviewDidGetDrop(const QMimeData *data, const QStringLis
     if (takePromisedFiles(promisedPaths, false))
         return;
     if (const QStringList paths = DropOperation::filePaths(data); !paths.isEmpty()) {
-        takeDroppedFileNames(paths);
-        showPanelWithIndex(paths.size() == 1 ? Utils::determineFileType(paths.first()) : DropPanelMultiFiles);
+        showPanelForFileNames(paths);
         return;
     }
     if (data->hasText()) {

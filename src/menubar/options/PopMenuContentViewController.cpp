@@ -8,6 +8,7 @@
 #include "core/texts/Texts.h"
 #include "menubar/ExclusionListWC.h"
 #include "menubar/statusitem/CCNStatusItem.h"
+#include "platform/desktops/ShortcutHost.h"
 #include "platform/Platform.h"
 #include "utils/Utils.h"
 #include "widgets/controls/ITSwitch.h"
@@ -134,7 +135,10 @@ void PopMenuContentViewController::build()
     waylandNoteLbl->setObjectName(QStringLiteral("waylandNoteLbl"));
     waylandNoteLbl->setWordWrap(true);
     waylandNoteLbl->setForegroundRole(QPalette::PlaceholderText);
-    remember(waylandNoteLbl, QT_TRANSLATE_NOOP("Quaydrop", "waylandNote"));
+    // GNOME and Plasma hold the key for us on Wayland; elsewhere the user binds the command.
+    remember(waylandNoteLbl, ShortcutHosts::detect() == ShortcutHost::None
+                                 ? QT_TRANSLATE_NOOP("Quaydrop", "waylandNoteBindCommand")
+                                 : QT_TRANSLATE_NOOP("Quaydrop", "waylandNote"));
     waylandNoteLbl->setVisible(isWaylandSession());
     outer->addWidget(waylandNoteLbl);
     outer->addWidget(rule(this));
