@@ -1234,10 +1234,6 @@ Ihre Änderungen sind noch im Editor.</translation>
         <translation>Quaydrop erreicht keine Arbeitsfläche, deren Hintergrund es ändern könnte.</translation>
     </message>
     <message>
-        <source>noShareTargets</source>
-        <translation>Auf diesem Rechner gibt es nichts zum Teilen</translation>
-    </message>
-    <message>
         <source>heresdesktopPic</source>
         <translation>Hier ist mein Hintergrundbild.</translation>
     </message>

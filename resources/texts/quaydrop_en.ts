@@ -1234,10 +1234,6 @@ Your changes are still in the editor.</translation>
         <translation>Quaydrop cannot reach a desktop to set the wallpaper on.</translation>
     </message>
     <message>
-        <source>noShareTargets</source>
-        <translation>Nothing to share with on this computer</translation>
-    </message>
-    <message>
         <source>heresdesktopPic</source>
         <translation>Here is my desktop picture.</translation>
     </message>

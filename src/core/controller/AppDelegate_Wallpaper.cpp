@@ -9,7 +9,6 @@
 #include "utils/Utils.h"
 
 #include <QCoreApplication>
-#include <QMenu>
 #include <QPointer>
 #include <QThreadPool>
 
@@ -84,21 +83,11 @@ void AppDelegate::setOldWPAsDesktopWPAction(int slot, QWidget *)
 
 void AppDelegate::shareOldWPaction(int slot, QWidget *sender)
 {
-    if (!m_platform.share || !m_platform.wallpaper)
+    if (!m_platform.wallpaper)
         return;
     const WallpaperHistory::Shown shown = WallpaperHistory::slotsToShow(*m_platform.wallpaper);
     const QString path = slot == 1 ? shown.slot1 : shown.slot2;
     if (path.isEmpty())
         return;
-    auto *menu = new QMenu(sender);
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (const ShareTarget &target : m_platform.share->targetsFor({path})) {
-        menu->addAction(QIcon::fromTheme(target.iconName), target.title, this, [this, id = target.id, path] {
-            if (const Status s = m_platform.share->share(id, {path}); !s.ok())
-                qWarning("wallpaper not shared: %s", qPrintable(s.error().message));
-        });
-    }
-    if (menu->isEmpty())
-        menu->addAction(Texts::localized("noShareTargets"))->setEnabled(false);
-    menu->popup(sender->mapToGlobal(QPoint(0, sender->height())));
+    showOSXSharingOptionsForArrOfFilePaths({path}, sender);
 }

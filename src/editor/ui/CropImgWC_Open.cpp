@@ -88,7 +88,7 @@ void CropImgWC::showPicture(const QString &path, const PictureLoader::Preview &p
     m_previewPixels = preview.pixels;
     setWindowTitle(NativePath::forDisplay(PathParts::lastComponent(path)));
     imgToRotateOrCrop->setImage(preview.image, preview.points);
-    shareCWimgBtn->setVisible(Platform::current().share != nullptr);
+    shareCWimgBtn->setVisible(Platform::current().share || Platform::current().mail);
     if (!fromAnotherApp)
         origImageDPI = std::ceil(float(preview.pixels.width() * 72.0 / preview.points.width()));
     const QString pixels = QStringLiteral("%1x%2").arg(preview.pixels.width()).arg(preview.pixels.height());

@@ -13,6 +13,8 @@
 #include "editor/picture/PictureSaver.h"
 #include "images/ResizePlan.h"
 #include "platform/Platform.h"
+#include "sending/ShareTargets.h"
+#include "sending/ui/SharePicker.h"
 #include "utils/Utils.h"
 #include "widgets/Alert.h"
 #include "widgets/Spinner.h"
@@ -24,6 +26,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QPushButton>
 #include <QToolButton>
 #include <QtConcurrent/QtConcurrentRun>
@@ -285,21 +288,19 @@ void CropImgWC::showSharePopCW()
 
 void CropImgWC::showShareMenu(const QString &path)
 {
-    ShareService *service = Platform::current().share;
-    if (!service)
-        return;
-    auto *menu = new QMenu(this);
-    menu->setObjectName(QStringLiteral("shareImgPop"));
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    for (const ShareTarget &target : service->targetsFor({path})) {
-        QAction *action = menu->addAction(QIcon::fromTheme(target.iconName), target.title);
-        connect(action, &QAction::triggered, this, [target, path] {
-            if (ShareService *s = Platform::current().share) {
-                const Status shared = s->share(target.id, {path});
-                if (!shared.ok())
-                    qWarning("Failed to Share Items > %s", qPrintable(shared.error().message));
-            }
-        });
-    }
-    menu->popup(shareCWimgBtn->mapToGlobal(QPoint(shareCWimgBtn->width(), 0)));
+    // The copy lives in the temporary folder: Save as… and file links would point there, so only the
+    // targets that take the file away are offered (Save elsewhere is the editor's own).
+    QPointer<CropImgWC> self(this);
+    showSharePicker(ShareTargets::forFiles({path}, ShareTargets::Use::CommandLine), shareCWimgBtn,
+                    [self, path](const QString &id) {
+                        ShareTargets::shareFiles(id, {path}, [self](const Status &shared) {
+                            if (shared.ok())
+                                return;
+                            qWarning("Failed to Share Items > %s", qPrintable(shared.error().message));
+                            if (self)
+                                showAlert(QMessageBox::Warning, Texts::localized("shareFailedTitle"),
+                                          shared.error().message);
+                        });
+                    },
+                    {});
 }
