@@ -35,10 +35,11 @@ QByteArray ManPage::write(const QString &date)
                                   ".TH QUAYDROP 1 \"%1\" \"quaydrop %2\" \"User Commands\"\n")
                        .arg(date, QLatin1String(QD_VERSION));
     page += QStringLiteral(".SH NAME\nquaydrop \\- drop window for files, text and images, with actions that fit them\n");
-    page += QStringLiteral(".SH SYNOPSIS\n.B quaydrop\n.br\n");
+    // Left-adjusted, as manual synopses are: justified, a long call would spread its words apart.
+    page += QStringLiteral(".SH SYNOPSIS\n.ad l\n.B quaydrop\n.br\n");
     for (const Cli::Command &c : Cli::commands())
         page += QStringLiteral(".B quaydrop\n%1\n.br\n").arg(roff(HelpText::call(c)));
-    page += QStringLiteral(".B quaydrop\n\\-\\-help | \\-\\-version\n");
+    page += QStringLiteral(".B quaydrop\n\\-\\-help | \\-\\-version\n.ad b\n");
     page += QStringLiteral(".SH DESCRIPTION\nQuaydrop is a resident tray utility: while you drag anything anywhere "
                            "on the screen, a small drop window appears next to the pointer, and a drop shows the "
                            "actions that fit what was dropped.\n.PP\n") +

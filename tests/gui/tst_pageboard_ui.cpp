@@ -17,8 +17,12 @@
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QStandardPaths>
@@ -187,6 +191,16 @@ void PageBoardUiTest::wallpaperButtonSetsTheCopyAndShowsTheHistory()
     QVERIFY(m_app->isModalOverlayVisible());
     QTRY_VERIFY_WITH_TIMEOUT(vc->oldWP1imgV->pixmap().width() > 0, 10000); // the present picture, first use
     QVERIFY(vc->setWP1toDesktopBtn->isEnabled() && !vc->setWP2toDesktopBtn->isEnabled());
+    // A picture of the history goes to the share picker: here copied as a file link.
+    vc->shareWP1Btn->click();
+    QMenu *menu = nullptr;
+    QTRY_VERIFY((menu = vc->shareWP1Btn->findChild<QMenu *>(QStringLiteral("sharePicker"))) != nullptr);
+    QAction *links = menu->findChild<QAction *>(QStringLiteral("copy-links"));
+    QVERIFY(links);
+    links->trigger();
+    menu->close();
+    QCOMPARE(QFileInfo(QGuiApplication::clipboard()->mimeData()->urls().value(0).toLocalFile()).fileName(),
+             QStringLiteral("earlier.jpg"));
     for (QPushButton *b : vc->findChildren<QPushButton *>())
         if (b->property("tag").toLongLong() == WallpaperOverlayVC::kSetTag)
             b->click();

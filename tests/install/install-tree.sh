@@ -36,7 +36,7 @@ page="$usr/share/man/man1/quaydrop.1"
 man --warnings -l "$page" >"$root/man.txt" 2>"$root/man.err" || fail "man cannot render the page"
 [ -s "$root/man.err" ] && { cat "$root/man.err"; fail "man warns about the page"; }
 # The commands as --help lists them: the first word of each two-space-indented line in its block.
-mapfile -t commands < <("$usr/bin/quaydrop" --help | sed -n '/^Commands:/,/^$/p' | sed -n 's/^  \([a-z][a-z0-9]*\).*/\1/p')
+mapfile -t commands < <("$usr/bin/quaydrop" --help | sed -n '/^Commands:/,/^$/p' | sed -n 's/^  \([a-z][a-z0-9-]*\).*/\1/p')
 [ ${#commands[@]} -ge 10 ] || fail "--help lists only ${#commands[@]} commands"
 for c in "${commands[@]}"; do
   grep -q "^       quaydrop $c\b" "$root/man.txt" || fail "the manual's synopsis lacks $c"

@@ -48,7 +48,6 @@ void AppDelegate::wpVCCompletion(qint64 tag)
 
 void AppDelegate::setupOldWPview()
 {
-    wpChangeVC->setShareAvailable(m_platform.share != nullptr);
     const WallpaperHistory::Shown shown =
         m_platform.wallpaper ? WallpaperHistory::slotsToShow(*m_platform.wallpaper) : WallpaperHistory::Shown{};
     const QString paths[2] = {shown.slot1, shown.slot2};

@@ -80,12 +80,6 @@ void WallpaperOverlayVC::showSlot(int slot, const QImage &thumbnail, bool enable
     (slot == 1 ? shareWP1Btn : shareWP2Btn)->setEnabled(enabled);
 }
 
-void WallpaperOverlayVC::setShareAvailable(bool available)
-{
-    shareWP1Btn->setVisible(available);
-    shareWP2Btn->setVisible(available);
-}
-
 void WallpaperOverlayVC::fire(qint64 tag)
 {
     if (m_completion)

@@ -26,7 +26,6 @@ public:
 
     // Slot 1 or 2: its thumbnail (null clears it) and whether its two buttons work.
     void showSlot(int slot, const QImage &thumbnail, bool enabled);
-    void setShareAvailable(bool available);
 
     QLabel *oldWP1imgV, *oldWP2imgV;
     QToolButton *setWP1toDesktopBtn, *setWP2toDesktopBtn, *shareWP1Btn, *shareWP2Btn;

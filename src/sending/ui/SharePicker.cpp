@@ -21,7 +21,10 @@ QMenu *showSharePicker(const QList<ShareTarget> &targets, QWidget *anchor, std::
         action->setObjectName(t.id);
         QObject::connect(action, &QAction::triggered, menu, [chosen, id = t.id] { chosen(id); });
     }
-    QObject::connect(menu, &QMenu::aboutToHide, menu, [closed] { closed(); });
+    QObject::connect(menu, &QMenu::aboutToHide, menu, [closed] {
+        if (closed)
+            closed();
+    });
     menu->popup(anchor ? anchor->mapToGlobal(QPoint(0, anchor->height())) : QCursor::pos());
     return menu;
 }
