@@ -12,6 +12,7 @@ HOME="$home" XDG_RUNTIME_DIR="$home" DBUS_SESSION_BUS_ADDRESS=disabled: \
 for language in en de; do
   HOME="$home" XDG_RUNTIME_DIR="$home" DBUS_SESSION_BUS_ADDRESS=disabled: QUAYDROP_WORKER="$root/build/src/app/quaydrop-worker" \
     xvfb-run -a -s "-screen 0 1280x800x24" "$root/build/tests/gui/qd_editor_screenshots" "$root/docs/screenshots" "$language"
+done
 # The page board and the wallpaper overlay, in both languages.
 for lang in en de; do
   HOME="$home" XDG_RUNTIME_DIR="$home" DBUS_SESSION_BUS_ADDRESS=disabled: QUAYDROP_WORKER="$root/build/src/app/quaydrop-worker" \

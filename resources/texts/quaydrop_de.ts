@@ -1178,6 +1178,10 @@ Ihre Änderungen sind noch im Editor.</translation>
         <translation>Speichern unter …</translation>
     </message>
     <message>
+        <source>shareSaveText</source>
+        <translation>Als Textdatei speichern …</translation>
+    </message>
+    <message>
         <source>shareCopyLinks</source>
         <translation>Als Dateiverweise kopieren</translation>
     </message>

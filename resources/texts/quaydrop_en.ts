@@ -1178,6 +1178,10 @@ Your changes are still in the editor.</translation>
         <translation>Save as…</translation>
     </message>
     <message>
+        <source>shareSaveText</source>
+        <translation>Save as Text File…</translation>
+    </message>
+    <message>
         <source>shareCopyLinks</source>
         <translation>Copy as file links</translation>
     </message>

@@ -71,7 +71,7 @@ QList<ShareTarget> ShareTargets::forText()
     QList<ShareTarget> targets{{kCopyText, Texts::localized("Copy to clipboard"), QStringLiteral("edit-copy")}};
     if (const ShareTarget mail = mailTarget(); !mail.id.isEmpty())
         targets.append(mail);
-    targets.append({kSaveText, Texts::localized("Save as text"), QStringLiteral("document-save-as")});
+    targets.append({kSaveText, Texts::localized("shareSaveText"), QStringLiteral("document-save-as")});
     ShareService *share = Platform::current().share;
     if (share && share->canSearchFiles())
         targets.append({kSearch, Texts::localized("Search"), QStringLiteral("system-search")});

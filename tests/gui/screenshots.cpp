@@ -109,6 +109,7 @@ int main(int argc, char **argv)
                           "Documents/Taxes 2026/Receipts", "Music", "Pictures", "Downloads", "Videos"})
         QDir::home().mkpath(QString::fromLatin1(f));
     FakePlatform fakes(w + QStringLiteral("/.trash"));
+    SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true); // the slides have their own picture
     const std::unique_ptr<AppDelegate> launched = launchedOn(fakes);
     AppDelegate &delegate = *launched;
 
