@@ -5,7 +5,8 @@ set(CPACK_PACKAGE_NAME quaydrop)
 set(CPACK_PACKAGE_VENDOR Velmora)
 set(CPACK_PACKAGE_CONTACT "Velmora <support@velmora.com>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "drop window for files, text and images")
-set(CPACK_PACKAGE_DESCRIPTION
+# One string: separate arguments to set() would make a list, its semicolons in the control file.
+string(CONCAT CPACK_PACKAGE_DESCRIPTION
     "While you drag anything anywhere on the screen, a small drop window appears next to the pointer;\n"
     "a drop there shows the actions that fit what was dropped: move or copy to remembered destinations,\n"
     "zip, resize, convert, crop and paint on images, join images into a PDF, split a PDF, mail, share\n"

@@ -21,6 +21,11 @@ depends=$(field Depends)
 for lib in libc6 libqt6core6 libqt6gui6 libqt6widgets6 libqt6dbus6 libvips42 libpoppler-qt6 libxcb-xinput0 xdg-utils qt6-image-formats-plugins; do
   [[ $depends == *"$lib"* ]] || fail "Depends lacks $lib: $depends"
 done
+# The long description: each line indented, as the control file's format wants, and no list separators.
+dpkg-deb --field "$deb" Description | sed 1d >"$work/description"
+[ -s "$work/description" ] || fail "the package has no long description"
+grep -vq '^ ' "$work/description" && fail "a description line is not indented"
+grep -q '^ ;' "$work/description" && fail "the description's lines start with list separators: $(cat "$work/description")"
 pass "dpkg-deb --info: $(basename "$deb"), Depends: $depends"
 
 dpkg-deb --contents "$deb" | awk '{print $6}' | sed 's|^\./|/|' >"$work/contents"
