@@ -2,6 +2,7 @@
 
 #include "ScratchMount.h"
 #include "TestTree.h"
+#include "fileops/zip/Deflater.h"
 #include "fileops/zip/ZipJob.h"
 #include "fileops/zip/ZipPlan.h"
 #include "platform/fake/FakePlatform.h"
@@ -90,6 +91,46 @@ Result<QString> zip(const QStringList &paths, TrashService *trash, std::function
 
 QString str(const QByteArray &native) { return NativePath::fromNative(native); }
 
+QByteArray noise(qsizetype size, quint32 seed)
+{
+    QByteArray bytes(size, Qt::Uninitialized);
+    QRandomGenerator(seed).fillRange(reinterpret_cast<quint32 *>(bytes.data()), size / 4);
+    return bytes;
+}
+
+// Words that deflate to about half, as notes and logs do.
+QByteArray text(qsizetype size, quint32 seed)
+{
+    static const QByteArrayList words{"quay", "drop", "harbour", "crane", "tide", "ledger", "manifest", "berth", "cargo"};
+    QRandomGenerator rng(seed);
+    QByteArray bytes;
+    bytes.reserve(size + 16);
+    while (bytes.size() < size)
+        bytes += words.at(rng.bounded(int(words.size()))) + (rng.bounded(12) ? ' ' : '\n');
+    bytes.truncate(size);
+    return bytes;
+}
+
+QByteArray inflated(const QByteArray &deflated)
+{
+    z_stream z{};
+    if (inflateInit2(&z, -MAX_WBITS) != Z_OK)
+        return "<no inflater>";
+    QByteArray out;
+    char buffer[1 << 16];
+    z.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(deflated.constData()));
+    z.avail_in = uInt(deflated.size());
+    int r = Z_OK;
+    while (r == Z_OK) {
+        z.next_out = reinterpret_cast<Bytef *>(buffer);
+        z.avail_out = sizeof buffer;
+        r = inflate(&z, Z_NO_FLUSH);
+        out.append(buffer, qsizetype(sizeof buffer - z.avail_out));
+    }
+    inflateEnd(&z);
+    return r == Z_STREAM_END && z.avail_in == 0 ? out : "<not one whole stream>";
+}
+
 } // namespace
 
 class TestZip : public QObject
@@ -97,6 +138,57 @@ class TestZip : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // Stored stretches and deflated ones make one stream that inflates to the input.
+    void deflater_data()
+    {
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<qint64>("piece"); // fed in pieces of this size
+        QTest::addColumn<double>("atMost"); // output size over input size
+        QTest::newRow("empty") << QByteArray() << qint64(1) << 0.0;
+        QTest::newRow("a few bytes") << QByteArray("abcabcabc") << qint64(100) << 2.0;
+        QTest::newRow("text") << text(1 << 20, 1) << qint64(1 << 20) << 0.5;
+        QTest::newRow("text in odd pieces") << text(1 << 20, 2) << qint64(10007) << 0.5;
+        QTest::newRow("noise, stored") << noise(1 << 20, 3) << qint64(1 << 20) << 1.0002; // deflate at level 6 makes 1.0003
+        QTest::newRow("noise and text runs") << noise(300000, 4) + text(600000, 5) + noise(300000, 6) + text(5000, 7)
+                                              << qint64(65536) << 0.75;
+        QTest::newRow("one byte value") << QByteArray(3 << 20, 'q') << qint64(1 << 20) << 0.01;
+    }
+    void deflater()
+    {
+        QFETCH(QByteArray, input);
+        QFETCH(qint64, piece);
+        QFETCH(double, atMost);
+        Deflater deflater;
+        QByteArray out;
+        for (qint64 at = 0; at < input.size() || at == 0; at += piece) {
+            const qint64 n = std::min<qint64>(piece, input.size() - at);
+            QVERIFY(deflater.feed(input.constData() + at, n, at + n >= input.size(), out));
+            if (input.isEmpty())
+                break;
+        }
+        QCOMPARE(inflated(out), input);
+        QVERIFY2(out.size() <= qsizetype(atMost * double(input.size())) + 16, qPrintable(QString::number(out.size())));
+    }
+
+    void entropy_data()
+    {
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<double>("low");
+        QTest::addColumn<double>("high");
+        QTest::newRow("noise") << noise(65536, 8) << 7.99 << 8.0;
+        QTest::newRow("text") << text(65536, 9) << 3.0 << 5.0;
+        QTest::newRow("one value") << QByteArray(65536, 'x') << 0.0 << 0.0;
+        QTest::newRow("two values, even") << QByteArray(32768, 'a') + QByteArray(32768, 'b') << 1.0 << 1.0;
+    }
+    void entropy()
+    {
+        QFETCH(QByteArray, input);
+        QFETCH(double, low);
+        QFETCH(double, high);
+        const double bits = Deflater::entropy(input.constData(), input.size());
+        QVERIFY2(bits >= low - 1e-9 && bits <= high + 1e-9, qPrintable(QString::number(bits)));
+    }
+
     void archiveNames_data()
     {
         QTest::addColumn<QStringList>("dropped");
@@ -284,6 +376,87 @@ private Q_SLOTS:
         QVERIFY(!made.ok());
         QCOMPARE(made.error().info.value("path").toString(), tree.path() + "/F/secret.txt");
         QCOMPARE(TestTree::entries(tree.path()), QStringList{"F"});
+    }
+
+    // Trees of the shapes that take different paths through the job: many files packed by the
+    // workers, a file larger than a worker holds, and nothing but a folder.
+    void shapes_data()
+    {
+        QTest::addColumn<int>("small");      // files of a few KB, noise and text by turns
+        QTest::addColumn<qsizetype>("big");  // one file of noise and text runs, 0: none
+        QTest::addColumn<int>("entries");
+        QTest::newRow("many small files") << 3000 << qsizetype(0) << 3000 + 11;
+        QTest::newRow("one big file") << 0 << qsizetype(72 << 20) << 2;
+        QTest::newRow("an empty folder") << 0 << qsizetype(0) << 1;
+    }
+    void shapes()
+    {
+        QFETCH(int, small);
+        QFETCH(qsizetype, big);
+        QFETCH(int, entries);
+        TestTree tree;
+        tree.folder("S");
+        for (int i = 0; i < small; ++i) {
+            const QByteArray folder = "S/d" + QByteArray::number(i % 10);
+            if (i < 10)
+                tree.folder(folder);
+            tree.file(folder + "/f" + QByteArray::number(i), i % 2 ? noise(2000 + i, i) : text(3000 + i, i));
+        }
+        QByteArray bigData;
+        for (quint32 run = 0; bigData.size() < big; ++run)
+            bigData += run % 2 ? noise(3 << 20, run) : text(5 << 20, run);
+        if (big)
+            tree.file("S/big.bin", bigData);
+        FakeTrash trash(tree.path() + "/trash");
+        const Result<QString> made = zip({tree.path() + "/S"}, &trash);
+        QVERIFY2(made.ok(), made.ok() ? "" : qPrintable(made.error().message));
+        QVERIFY(unzipTestPasses(made.value()));
+        const QList<Listed> listed = inspect(made.value()); // every CRC checked
+        QCOMPARE(listed.size(), entries);
+        if (small)
+            QCOMPARE(extracted(made.value(), "S/d7/f2997"), tree.contents(tree.native() + "/S/d7/f2997"));
+        if (big)
+            QCOMPARE(extracted(made.value(), "S/big.bin"), bigData);
+    }
+
+    // Stopped while a large file streams: a cancel, or a file that goes away before its turn. Either
+    // way no archive and no partial file stay behind.
+    void stoppedMidway_data()
+    {
+        QTest::addColumn<bool>("cancel");
+        QTest::newRow("cancelled") << true;
+        QTest::newRow("a file vanishes") << false;
+    }
+    void stoppedMidway()
+    {
+        QFETCH(bool, cancel);
+        TestTree tree;
+        tree.folder("M");
+        // Text deflates slowly enough that the job is still at the first file when its progress arrives.
+        tree.file("M/a.log", text(96 << 20, 1));
+        const QByteArray later = tree.file("M/b.log", text(40 << 20, 2));
+        FakeTrash trash(tree.path() + "/trash");
+        bool acted = false;
+        quint64 doneWhenActed = 0;
+        const Result<QString> made = zip({tree.path() + "/M"}, &trash, [&](ZipJob &job) {
+            QObject::connect(&job, &ZipJob::progress, &job, [&](quint64 done, quint64, const QString &name) {
+                if (acted || done == 0 || !name.endsWith(QLatin1String("a.log")))
+                    return;
+                acted = true;
+                doneWhenActed = done;
+                cancel ? job.cancel() : void(::unlink(later.constData()));
+            });
+        });
+        QVERIFY(acted);
+        QVERIFY(doneWhenActed < quint64(96 << 20));
+        QVERIFY(!made.ok());
+        if (cancel) {
+            QCOMPARE(made.error().code, ECANCELED);
+        } else {
+            QCOMPARE(made.error().code, ENOENT);
+            QCOMPARE(made.error().info.value("path").toString(), str(later));
+        }
+        QCOMPARE(TestTree::entries(tree.path()), QStringList{"M"});
     }
 
     void progressCountsEveryByte()
