@@ -940,6 +940,14 @@
         <translation>Das Objekt konnte nicht gelöscht werden</translation>
     </message>
     <message>
+        <source>Moving to the trash</source>
+        <translation>Wird in den Papierkorb gelegt</translation>
+    </message>
+    <message>
+        <source>Deleting</source>
+        <translation>Wird gelöscht</translation>
+    </message>
+    <message>
         <source>trashDoneTitle</source>
         <translation>In den Papierkorb gelegt</translation>
     </message>

@@ -940,6 +940,14 @@
         <translation>The item could not be deleted</translation>
     </message>
     <message>
+        <source>Moving to the trash</source>
+        <translation>Moving to the trash</translation>
+    </message>
+    <message>
+        <source>Deleting</source>
+        <translation>Deleting</translation>
+    </message>
+    <message>
         <source>trashDoneTitle</source>
         <translation>Moved to the trash</translation>
     </message>

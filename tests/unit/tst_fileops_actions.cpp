@@ -7,11 +7,13 @@
 #include "fileops/actions/Gather.h"
 #include "fileops/actions/NewItems.h"
 #include "fileops/actions/TrashItems.h"
+#include "fileops/actions/TrashJob.h"
 #include "fileops/actions/UndoLog.h"
 #include "platform/fake/FakePlatform.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
 
 #include <QProcess>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -61,6 +63,8 @@ private Q_SLOTS:
     void trashAndRestore();
     void volumeWithoutATrash();
     void ejectOnlyAMountPoint();
+    void trashJob_data();
+    void trashJob();
     void undo_data();
     void undo();
 };
@@ -326,6 +330,87 @@ void FileActionsTest::trashAndRestore()
     QCOMPARE(TestTree::contents(item), QByteArray("keep me"));
     QVERIFY(!QFileInfo::exists(trashDir + "/info/" + PathParts::lastComponent(trashed.value()) + ".trashinfo"));
     QVERIFY(!trash.moveToTrash(base + "/vanished").ok());
+}
+
+// The Trash button's job on the pool: each item either in the trash with its step for undo or where
+// it was, progress in items, finished once; deleting for good only what it was given.
+void FileActionsTest::trashJob_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<int>("count");
+    QTest::newRow("many items") << "trash" << 2000;
+    QTest::newRow("cancelled at once: nothing lost") << "cancel" << 2000;
+    QTest::newRow("destroyed while running") << "destroy" << 2000;
+    QTest::newRow("folders deleted for good") << "delete" << 20;
+}
+
+void FileActionsTest::trashJob()
+{
+    QFETCH(QString, how);
+    QFETCH(int, count);
+    const QString data = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    QDir(data + "/Trash").removeRecursively();
+    const QString base = data + "/items-" + how;
+    QDir(base).removeRecursively();
+    QVERIFY(QDir().mkpath(base));
+    QStringList paths;
+    for (int i = 0; i < count; ++i) {
+        const QString p = base + QStringLiteral("/item %1").arg(i);
+        if (how == "delete") {
+            QVERIFY(QDir().mkpath(p + "/sub"));
+            QFile f(p + "/sub/f");
+            QVERIFY(f.open(QIODevice::WriteOnly));
+        } else {
+            QFile f(p);
+            QVERIFY(f.open(QIODevice::WriteOnly));
+        }
+        paths.append(p);
+    }
+    FreedesktopTrash trash;
+    FakeVolumeService volumes;
+    const auto work = how == "delete" ? TrashJob::Work::DeleteForGood : TrashJob::Work::Trash;
+    auto *job = new TrashJob(paths, work, &trash, &volumes);
+    QSignalSpy progress(job, &TrashJob::progress);
+    QSignalSpy finished(job, &TrashJob::finished);
+    job->start();
+    if (how == "cancel")
+        job->cancel();
+    if (how == "destroy") {
+        delete job; // cancels and waits for the item in hand
+        int left = 0;
+        for (const QString &p : paths)
+            left += QFileInfo::exists(p) ? 1 : 0;
+        QCOMPARE(left + int(QDir(data + "/Trash/files").entryList(QDir::Files).size()), count);
+        return;
+    }
+    QVERIFY(finished.wait(60000));
+    QVERIFY(!finished.wait(100));
+    QCOMPARE(finished.size(), 1);
+    QVERIFY(job->isFinished());
+    const TrashItems::Outcome &out = job->outcome();
+    QVERIFY(out.failures.isEmpty());
+    if (how != "cancel") { // a cancel may come before the first item
+        QVERIFY(!progress.isEmpty());
+        QCOMPARE(progress.first().at(0).toInt(), 0);
+        QCOMPARE(progress.first().at(1).toInt(), count);
+    }
+    if (how == "delete") {
+        QCOMPARE(job->deleted(), paths);
+        QVERIFY(QDir(base).isEmpty());
+        QVERIFY(!QDir(data + "/Trash/files").exists() || QDir(data + "/Trash/files").isEmpty());
+    } else {
+        // In order, each one gone from its place and in the trash; the rest untouched.
+        for (int i = 0; i < out.trashed.size(); ++i) {
+            QCOMPARE(out.trashed.at(i).was, paths.at(i));
+            QVERIFY(!QFileInfo::exists(paths.at(i)));
+            QVERIFY(QFileInfo::exists(out.trashed.at(i).now));
+        }
+        for (int i = int(out.trashed.size()); i < count; ++i)
+            QVERIFY(QFileInfo::exists(paths.at(i)));
+        if (how == "trash")
+            QCOMPARE(out.trashed.size(), count);
+    }
+    delete job;
 }
 
 void FileActionsTest::volumeWithoutATrash()

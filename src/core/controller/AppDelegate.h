@@ -2,6 +2,7 @@
 
 #include "core/panels/DropPanel.h"
 #include "fileops/FileCopyParams.h"
+#include "fileops/actions/TrashItems.h"
 #include "platform/Platform.h"
 #include "widgets/JMModalOverlay.h"
 
@@ -13,6 +14,7 @@
 #include <QRectF>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 class ActionButton;
@@ -43,6 +45,7 @@ class WallpaperOverlayVC;
 class WidgetAlerts;
 class WidgetConflictResolver;
 class ZipJob;
+class TrashJob;
 class ZipProgressWindow;
 
 // The one controller of the resident program. It owns the single window, what was dropped, the
@@ -154,6 +157,9 @@ public:
     void renameCompletion(qint64 tag, const QString &name, const QString &suffix, const QString &prefix,
                           const QString &folder);
     void trashFiles(ActionButton *sender);
+    void runTrashJob(TrashJob *job, const char *busyKey, std::function<void(TrashJob *)> done);
+    void askToDeleteWhatHasNoTrash(const TrashItems::Outcome &out);
+    void reportTrashed(const TrashItems::Outcome &out, const QStringList &deleted);
     void revealOneFileInFinder(ActionButton *sender);
     void revealMultiFilesInFinder(ActionButton *sender);
     // Puts back what the operation of `undoID` changed (empty: the last one), or says what blocks it.
@@ -244,6 +250,7 @@ public:
     bool keyDownLocalMonitor = false; // never installed
     QPointF rememberedCursorPoint;
     QPointer<ZipJob> zippingTask;
+    QPointer<TrashJob> trashingTask;
     QPointer<ZipProgressWindow> zippingTaskPanel;
     bool mouseDraggedBool = false;
     QDateTime clickDate;

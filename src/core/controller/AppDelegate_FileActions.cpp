@@ -11,16 +11,13 @@
 #include "fileops/actions/BatchRename.h"
 #include "fileops/actions/Gather.h"
 #include "fileops/actions/NewItems.h"
-#include "fileops/actions/TrashItems.h"
 #include "fileops/actions/UndoLog.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
 #include <QCoreApplication>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPointer>
-#include <QPushButton>
 #include <QThreadPool>
 
 namespace {
@@ -176,44 +173,6 @@ void AppDelegate::renameCompletion(qint64 tag, const QString &name, const QStrin
                 QStringLiteral("..%1/%2").arg(shownName(PathParts::parent(folder)), shownName(folder)), Texts::localized("Show"),
                 {{QStringLiteral("filePaths"), revealInFinderPaths}, {QStringLiteral("undoID"), undoID}});
         });
-}
-
-// ---- trash and eject ----
-
-void AppDelegate::trashFiles(ActionButton *)
-{
-    const TrashItems::Outcome out = TrashItems::trashFiles(filePathsArr, m_platform.trash, m_platform.volumes);
-    QStringList deleted;
-    for (const QString &path : out.noTrash) {
-        // Never for good without asking.
-        alertOrSaveOrOpenPanelIsShown = true;
-        QMessageBox ask(QMessageBox::Warning, Texts::localized("noTrashTitle"),
-                        Texts::localized("noTrashText").arg(NativePath::forDisplay(path)), QMessageBox::NoButton, window);
-        ask.setObjectName(QStringLiteral("deleteForGoodAlert"));
-        QPushButton *remove = ask.addButton(Texts::localized("Delete"), QMessageBox::DestructiveRole);
-        ask.setDefaultButton(ask.addButton(Texts::localized("Cancel"), QMessageBox::RejectRole));
-        ask.exec();
-        alertOrSaveOrOpenPanelIsShown = false;
-        if (ask.clickedButton() != remove)
-            continue;
-        if (const Status s = TrashItems::deleteForGood(path); !s.ok())
-            Utils::showBasicAlertwithTitle(Texts::localized("deleteFailedTitle"), s.error().message);
-        else
-            deleted.append(path);
-    }
-    orderOutTheWindow();
-    if (!out.trashed.isEmpty()) {
-        QStringList where;
-        for (const UndoLog::Step &s : out.trashed)
-            where.append(s.now);
-        const QString undoID = UndoLog::record(QStringLiteral("trash"), out.trashed);
-        const QString body = out.trashed.size() == 1 ? shownName(out.trashed.first().was)
-                                                     : Texts::localized("%1 items").arg(out.trashed.size());
-        Utils::postSimpleNotificationWithTitle(Texts::localized("trashDoneTitle"), body, Texts::localized("Show"),
-                                               {{QStringLiteral("filePaths"), where}, {QStringLiteral("undoID"), undoID}});
-    }
-    if (out.trashed.isEmpty() && out.ejected.isEmpty() && deleted.isEmpty() && !out.failures.isEmpty())
-        Utils::showBasicAlertwithTitle(Texts::localized("trashFailedTitle"), out.failures.first().message);
 }
 
 // ---- reveal ----

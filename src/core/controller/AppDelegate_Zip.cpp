@@ -6,6 +6,7 @@
 #include "core/window/BusyView.h"
 #include "core/window/DropWindow.h"
 #include "fileops/ui/ZipProgressWindow.h"
+#include "fileops/actions/TrashJob.h"
 #include "fileops/zip/ZipJob.h"
 #include "fileops/zip/ZipPlan.h"
 #include "utils/Utils.h"
@@ -59,7 +60,10 @@ void AppDelegate::workingZip(ActionButton *sender)
     if (!zippingTaskPanel) {
         zippingTaskPanel = new ZipProgressWindow;
         connect(this, &QObject::destroyed, zippingTaskPanel, &QObject::deleteLater);
-        connect(zippingTaskPanel, &ZipProgressWindow::cancelRequested, this, &AppDelegate::cancelTaskAction);
+        connect(zippingTaskPanel, &ZipProgressWindow::cancelRequested, this, [this] {
+            if (zippingTask && zippingTask->isRunning())
+                zippingTask->cancel();
+        });
     }
     zippingTaskPanel->setStateKey("...Initializing...");
     zippingTaskPanel->setProgress(0, 0, QString());
@@ -140,6 +144,8 @@ void AppDelegate::cancelTaskAction()
 {
     if (zippingTask && zippingTask->isRunning())
         zippingTask->cancel();
+    if (trashingTask && trashingTask->isRunning())
+        trashingTask->cancel();
 }
 
 void AppDelegate::finishZippingUIUpdates()

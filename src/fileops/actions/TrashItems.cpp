@@ -20,10 +20,13 @@ QString TrashItems::removableMountPointAt(const QString &path, VolumeService *vo
     return {};
 }
 
-TrashItems::Outcome TrashItems::trashFiles(const QStringList &paths, TrashService *trash, VolumeService *volumes)
+TrashItems::Outcome TrashItems::trashFiles(const QStringList &paths, TrashService *trash, VolumeService *volumes, const Next &next)
 {
     Outcome out;
-    for (const QString &path : paths) {
+    for (int i = 0; i < paths.size(); ++i) {
+        const QString &path = paths.at(i);
+        if (next && !next(i, path))
+            break;
         if (const QString mount = removableMountPointAt(path, volumes); !mount.isEmpty()) {
             const Status ejected = volumes->eject(mount);
             if (ejected.ok())

@@ -4,6 +4,8 @@
 
 #include <QStringList>
 
+#include <functional>
+
 class TrashService;
 class VolumeService;
 
@@ -19,7 +21,11 @@ struct Outcome
     QList<Error> failures;
 };
 
-Outcome trashFiles(const QStringList &paths, TrashService *trash, VolumeService *volumes);
+// `next`, when set, is told before each item how many went before it; false stops there, leaving the
+// rest where they are.
+using Next = std::function<bool(int done, const QString &path)>;
+
+Outcome trashFiles(const QStringList &paths, TrashService *trash, VolumeService *volumes, const Next &next = {});
 // The mount point of a removable volume, when `path` is one; else empty.
 QString removableMountPointAt(const QString &path, VolumeService *volumes);
 // Deletes for good, after the user said so.
