@@ -88,10 +88,15 @@ int runJob(ImageBatchJob &job, const char *verb, Console &console)
 // What an edit makes of a picture; why not, when it cannot be done to this one.
 using PictureEdit = std::function<std::optional<QString>(EditedPicture &)>;
 
+// The bytes the edit saves, made straight from the file where that can be done without decoding it;
+// a failure means: decode and edit as usual.
+using QuickEdit = std::function<Result<QByteArray>(const QString &path)>;
+
 // Each file read upright, edited and saved as the editor saves it: "_Quaydrop-NAME.EXT" beside it (or
 // in --dest), complete or not at all, its path on standard output. A file that fails is said and the
 // others go on; Ctrl+C stops between files.
-int editEach(const Invocation &invocation, Console &console, const char *verb, const PictureEdit &edit)
+int editEach(const Invocation &invocation, Console &console, const char *verb, const PictureEdit &edit,
+             const QuickEdit &quick = {})
 {
     const auto paths = existingFiles(invocation.arguments, console);
     if (!paths)
@@ -107,6 +112,10 @@ int editEach(const Invocation &invocation, Console &console, const char *verb, c
         const QString &path = paths->at(i);
         console.err << verb << ' ' << PathParts::lastComponent(path) << " (" << qint64(i + 1) << '/' << qint64(paths->size()) << ")\n";
         const auto saved = [&]() -> Result<QString> {
+            const QString folder = dest->isEmpty() ? PathParts::parent(path) : *dest;
+            if (quick)
+                if (const auto bytes = quick(path); bytes.ok())
+                    return PictureSaver::writeBeside(folder, path, bytes.value());
             auto loaded = PictureLoader::load(path);
             if (!loaded.ok())
                 return loaded.error();
@@ -116,7 +125,7 @@ int editEach(const Invocation &invocation, Console &console, const char *verb, c
             const auto bytes = picture.encodedForSaving();
             if (!bytes.ok())
                 return bytes.error();
-            return PictureSaver::writeBeside(dest->isEmpty() ? PathParts::parent(path) : *dest, path, bytes.value());
+            return PictureSaver::writeBeside(folder, path, bytes.value());
         }();
         if (saved.ok()) {
             console.out << saved.value() << '\n';
@@ -140,11 +149,15 @@ int runRotateCommand(const Invocation &invocation, Console &console)
     if (!invocation.has("--turns"))
         return CommandLine::usageError(*invocation.command, console, QStringLiteral("give --turns 1, 2 or 3"));
     const int turns = invocation.value("--turns").toInt();
-    return editEach(invocation, console, "turning", [turns](EditedPicture &picture) -> std::optional<QString> {
-        for (int i = 0; i < turns; ++i)
-            picture.rotate(true);
-        return std::nullopt;
-    });
+    return editEach(
+        invocation, console, "turning",
+        [turns](EditedPicture &picture) -> std::optional<QString> {
+            for (int i = 0; i < turns; ++i)
+                picture.rotate(true);
+            return std::nullopt;
+        },
+        // A JPEG turns from its own data: decoding its pixels first would only cost time.
+        [turns](const QString &path) { return EditedPicture::turnedJpegFile(path, turns); });
 }
 
 int runCropCommand(const Invocation &invocation, Console &console)

@@ -178,6 +178,10 @@ void EditedPictureTest::losslessTurns()
     QVERIFY(!ours.empty());
     QVERIFY(ours == coefficients(EditorFixtures::jpegtran(file, jpegtran)));
     QCOMPARE(decoded(saved).size(), picture.image().pixels.size());
+    // Straight from the file, without decoding a pixel (the rotate command): the very same bytes.
+    const auto straight = EditedPicture::turnedJpegFile(file, ((turns % 4) + 4) % 4);
+    QVERIFY2(straight.ok(), straight.ok() ? "" : qPrintable(straight.error().message));
+    QCOMPARE(straight.value(), saved);
 }
 
 void EditedPictureTest::partialBlocksAreEncodedAgain()
@@ -185,6 +189,10 @@ void EditedPictureTest::partialBlocksAreEncodedAgain()
     // 61 x 45 is not made of whole 16-pixel blocks: the edge blocks cannot move, so the turn decodes.
     const QString file = path(QStringLiteral("odd.jpg"));
     QVERIFY(write(file, encoded(quarters(61, 45), "jpg", 72, 95)));
+    QVERIFY(!EditedPicture::turnedJpegFile(file, 1).ok()); // the rotate command then decodes too
+    const QString png = path(QStringLiteral("odd.png"));
+    QVERIFY(write(png, encoded(quarters(64, 48), "png", 72, 95)));
+    QVERIFY(!EditedPicture::turnedJpegFile(png, 1).ok());
     EditedPicture picture = opened(file);
     picture.rotate(true);
     const QImage saved = decoded(savedBytes(picture));

@@ -62,11 +62,29 @@ Result<QByteArray> EditedPicture::encodedForSaving(const QImage &layer) const
         return encodedPixels(merged);
     }
     if (m_onlyTurned && !m_loaded.sourceJpeg.isEmpty()) {
-        const auto op = LosslessJpeg::forOrientationAndTurns(m_loaded.orientation, m_turns);
-        auto turned = LosslessJpeg::transformed(m_loaded.sourceJpeg, op);
+        auto turned = turnedJpeg(m_loaded.sourceJpeg, m_loaded.orientation, m_turns, m_loaded.image.pixels.size());
         if (turned.ok())
-            return ImageMetadata::withUprightExif(turned.value(), m_loaded.image.pixels.size());
+            return turned;
         qInfo("%s: turned by encoding again (%s)", qPrintable(m_sourcePath), qPrintable(turned.error().message));
     }
     return encodedPixels(m_loaded.image);
+}
+
+Result<QByteArray> EditedPicture::turnedJpeg(const QByteArray &jpeg, int orientation, int clockwiseTurns, QSize pixels)
+{
+    auto turned = LosslessJpeg::transformed(jpeg, LosslessJpeg::forOrientationAndTurns(orientation, clockwiseTurns));
+    if (!turned.ok())
+        return turned;
+    return ImageMetadata::withUprightExif(turned.value(), pixels);
+}
+
+Result<QByteArray> EditedPicture::turnedJpegFile(const QString &path, int clockwiseTurns)
+{
+    auto header = PictureLoader::header(path);
+    if (!header.ok())
+        return header.error();
+    if (header.value().typeCode != ImageTypeCode::JPEG)
+        return ImageErrors::make(path, QStringLiteral("not a JPEG"));
+    const QSize pixels = clockwiseTurns % 2 ? header.value().pixels.transposed() : header.value().pixels;
+    return turnedJpeg(header.value().bytes, header.value().orientation, clockwiseTurns, pixels);
 }

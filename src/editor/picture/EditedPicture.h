@@ -34,7 +34,14 @@ public:
     // the new size). A JPEG only turned is turned from its own data, its DCT blocks untouched.
     Result<QByteArray> encodedForSaving(const QImage &layer = {}) const;
 
+    // What saving a JPEG file merely turned `clockwiseTurns` quarter turns writes, made from its own
+    // data without decoding a pixel. Fails when the file is no JPEG or its edge blocks cannot move; the
+    // picture is then loaded and saved as any other.
+    static Result<QByteArray> turnedJpegFile(const QString &path, int clockwiseTurns);
+
 private:
+    // `pixels`: the upright size after the turns, for the EXIF block.
+    static Result<QByteArray> turnedJpeg(const QByteArray &jpeg, int orientation, int clockwiseTurns, QSize pixels);
     Result<QByteArray> encodedPixels(const BitmapImageRep &image) const;
 
     QString m_sourcePath;

@@ -139,6 +139,19 @@ Result<LoadedPicture> load(const QString &path)
     return loaded;
 }
 
+Result<Header> header(const QString &path)
+{
+    auto opened = open(path);
+    if (!opened.ok())
+        return opened.error();
+    Header h;
+    h.orientation = opened.value().orientation;
+    h.pixels = turnsAQuarter(h.orientation) ? opened.value().stored.transposed() : opened.value().stored;
+    h.typeCode = Utils::getImageFileTypeFromData(opened.value().bytes.left(1));
+    h.bytes = std::move(opened.value().bytes);
+    return h;
+}
+
 Result<Preview> preview(const QString &path, QSize fit)
 {
     allowLargePictures();

@@ -27,6 +27,16 @@ inline constexpr qint64 kMaxPixels = qint64(1) << 28; // 268 megapixels
 // pixels, fails with a message that names it.
 Result<LoadedPicture> load(const QString &path);
 
+// What a file says about itself, read without decoding a pixel, after the same checks as load().
+struct Header
+{
+    QByteArray bytes;     // the whole file
+    QSize pixels;         // upright
+    int orientation = 1;  // EXIF numbering
+    quint64 typeCode = 4; // by the first byte
+};
+Result<Header> header(const QString &path);
+
 // A quick look for the first frame: the picture upright at about `fit` pixels or a little more (a JPEG
 // is decoded at a fraction of its size), and the full picture's pixel and point size.
 struct Preview
