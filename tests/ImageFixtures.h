@@ -61,6 +61,12 @@ inline bool write(const QString &path, const QByteArray &bytes)
     return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
 }
 
+// The picture encoded into a file at `path`; the path, or an empty one when it could not be written.
+inline QString imageFile(const QString &path, const QImage &image, const char *format = "png", double dpi = 72.0)
+{
+    return write(path, encoded(image, format, dpi)) ? path : QString();
+}
+
 inline QByteArray chunk(const char *type, const QByteArray &body)
 {
     QByteArray c(4, '\0');

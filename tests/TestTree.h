@@ -32,6 +32,8 @@ public:
     bool isValid() const { return m_dir.isValid(); }
     QString path() const { return m_dir.path(); }
     QByteArray native() const { return m_dir.path().toUtf8(); }
+    // The path of an entry below the tree (not made).
+    QString at(const QString &relative) const { return m_dir.path() + QLatin1Char('/') + relative; }
 
     // Bytes, so that names that are not UTF-8 can be made.
     QByteArray file(const QByteArray &relative, const QByteArray &content = QByteArray())

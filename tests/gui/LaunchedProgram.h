@@ -5,12 +5,21 @@
 #include "core/controller/AppDelegate.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
+#include "core/window/DropWindow.h"
 #include "platform/fake/FakePlatform.h"
+#include "utils/Utils.h"
+#include "widgets/ActionButton.h"
 
+#include <QApplication>
 #include <QBuffer>
+#include <QDialog>
 #include <QDir>
 #include <QImage>
+#include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QTemporaryDir>
+#include <QTest>
 #include <QUrl>
 
 #include <memory>
@@ -74,3 +83,88 @@ inline std::unique_ptr<QMimeData> filesData(const QStringList &paths)
     return data;
 }
 inline void dropPaths(AppDelegate &app, const QStringList &paths) { app.mycustomviewDidGetDrop(filesData(paths).get()); }
+
+// The window as the pointer brings it, and these files let go on it.
+inline void dropOnWindow(AppDelegate &app, const QStringList &paths)
+{
+    app.showDropTargetAt(QPointF(400, 300));
+    dropPaths(app, paths);
+}
+
+inline ActionButton *panelButton(const AppDelegate &app, const QString &name)
+{
+    return app.window->contentView()->findChild<ActionButton *>(name);
+}
+
+// The seconds the ledger has credited so far.
+inline quint64 ledgerTotal()
+{
+    return Utils::getTimeSavedDictionaryValues().value_or(QVariantMap{}).value(QStringLiteral("totalSecSaved")).toULongLong();
+}
+
+// The message box that is up (of this name, when given), or none.
+inline QMessageBox *visibleAlert(const QString &objectName = {})
+{
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (auto *box = qobject_cast<QMessageBox *>(w); box && box->isVisible() && (objectName.isEmpty() || box->objectName() == objectName))
+            return box;
+    return nullptr;
+}
+
+// Alerts, dialogs and menus a case left open, gone before the next one.
+inline void deleteLeftoverWindows()
+{
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (qobject_cast<QDialog *>(w) || qobject_cast<QMenu *>(w))
+            delete w;
+}
+
+// What the window tests start from: a folder for the user's files, fake services, the program
+// launched on them, and the steps a user takes on its window.
+struct LaunchedFixture
+{
+    QTemporaryDir dir;
+    std::unique_ptr<FakePlatform> fakes;
+    std::unique_ptr<AppDelegate> app;
+
+    void launch()
+    {
+        fakes = std::make_unique<FakePlatform>(dir.path() + QStringLiteral("/.trash"));
+        app = launchedOn(*fakes);
+        app->showDropTargetAt(QPointF(400, 300));
+    }
+    // Nothing of a case reaches the next: the program, its windows, the settings, the files.
+    void close()
+    {
+        app.reset();
+        deleteLeftoverWindows();
+        fakes.reset();
+        SettingsStore::shared().resetAll();
+        QDir(dir.path()).removeRecursively();
+        QDir().mkpath(dir.path());
+    }
+    QString path(const QString &name) const { return dir.path() + QLatin1Char('/') + name; }
+    QString file(const QString &name, const QByteArray &bytes = "x") const { return writtenFile(path(name), bytes); }
+    static QByteArray bytesOf(const QString &path)
+    {
+        QFile f(path);
+        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
+    }
+    void drop(const QStringList &paths) { dropOnWindow(*app, paths); }
+    ActionButton *button(const QString &name) const { return panelButton(*app, name); }
+    // The files dropped and this panel button pressed; false when the panel has no such button.
+    bool dropAndPress(const QStringList &paths, const QString &name)
+    {
+        drop(paths);
+        ActionButton *b = button(name);
+        if (b)
+            b->click();
+        return b;
+    }
+    bool notified(int count, int ms = 20000)
+    {
+        return QTest::qWaitFor([&] { return fakes->notifications.delivered.size() >= count; }, ms) &&
+               fakes->notifications.delivered.size() == count;
+    }
+    const FakeNotificationService::Delivered &note(int i = 0) const { return fakes->notifications.delivered.at(i); }
+};

@@ -2,6 +2,7 @@
 // turned, one selected; the wallpaper overlay with the two pictures before the present one.
 
 #include "LaunchedProgram.h"
+#include "Screenshots.h"
 
 #include "core/overlays/WallpaperOverlayVC.h"
 #include "core/texts/Texts.h"
@@ -21,15 +22,9 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
-namespace {
+using namespace Screenshots;
 
-void settle(int ms)
-{
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-}
+namespace {
 
 // A landscape of sky, sea and a sun, in colours of its own for each seed.
 QString photo(const QString &folder, const QString &name, int seed, bool portrait = false)
@@ -61,12 +56,7 @@ QString photo(const QString &folder, const QString &name, int seed, bool portrai
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    const QString language = argc > 2 ? QString::fromLatin1(argv[2]) : QStringLiteral("en");
-    Texts::setLanguage(language);
-    const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("docs/screenshots");
-    const QString suffix = language == QLatin1String("en") ? QString() : QLatin1Char('-') + language;
-    QDir().mkpath(out);
+    const Shots shots(argc, argv);
     QTemporaryDir work;
     QStringList photos;
     const char *names[] = {"Harbour", "Pier at dawn", "Lighthouse", "Ferry", "Old crane", "Boats", "Quay 4",
@@ -90,21 +80,17 @@ int main(int argc, char **argv)
     board.imageAction(PDFPreviewWC::kFlipHorizontal);
     view->setCurrentIndex(view->model()->index(4, 0));
     view->scrollToTop();
-    settle(2500);
-    board.grab().save(out + QStringLiteral("/page-board") + suffix + QStringLiteral(".png"));
+    shots.save(&board, QStringLiteral("page-board"), 2500);
     board.hide();
 
     // The wallpaper overlay after two changes: the present picture and the two before it.
     fakes.wallpaper.current = photo(work.path(), QStringLiteral("First desktop.jpg"), 20);
     Utils::saveChangesToWPPlist(photos.at(0), photos.at(8), photos.at(3));
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(photos.at(10))});
     delegate->showDropTargetAt(QPointF(300, 500));
-    delegate->mycustomviewDidGetDrop(&data);
+    dropPaths(*delegate, {photos.at(10)});
     settle(400);
-    delegate->window->contentView()->findChild<ActionButton *>(QStringLiteral("deskPbtn"))->click();
-    settle(1500);
-    delegate->window->grab().save(out + QStringLiteral("/overlay-wallpaper") + suffix + QStringLiteral(".png"));
+    panelButton(*delegate, QStringLiteral("deskPbtn"))->click();
+    shots.save(delegate->window, QStringLiteral("overlay-wallpaper"), 1500);
     QDir(Utils::QDappSupportPath()).removeRecursively();
     return 0;
 }

@@ -2,6 +2,7 @@
 // PNG files, through the real drop path, for the README. Run under a display: scripts/screenshots.sh.
 
 #include "LaunchedProgram.h"
+#include "Screenshots.h"
 #include "core/overlays/FileOverlays.h"
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
@@ -45,54 +46,13 @@
 #include <QTimer>
 #include <QUrl>
 
-namespace {
-
-void settle(int ms = 150)
-{
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-}
-
-void save(QWidget *w, const QString &dir, const QString &name)
-{
-    settle();
-    w->grab().save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
-}
-
-// What the screen shows over a window and the popups beside it.
-void saveScreenArea(const QRect &area, const QString &dir, const QString &name)
-{
-    settle(300);
-    QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height())
-        .save(dir + QLatin1Char('/') + name + QStringLiteral(".png"));
-}
-
-QPalette darkPalette()
-{
-    QPalette p;
-    p.setColor(QPalette::Window, QColor(45, 45, 48));
-    p.setColor(QPalette::WindowText, QColor(230, 230, 230));
-    p.setColor(QPalette::Base, QColor(30, 30, 32));
-    p.setColor(QPalette::Text, QColor(230, 230, 230));
-    p.setColor(QPalette::Button, QColor(60, 60, 64));
-    p.setColor(QPalette::ButtonText, QColor(230, 230, 230));
-    p.setColor(QPalette::Highlight, QColor(90, 150, 240));
-    p.setColor(QPalette::HighlightedText, Qt::white);
-    p.setColor(QPalette::PlaceholderText, QColor(150, 150, 155));
-    return p;
-}
-
-} // namespace
+using namespace Screenshots;
 
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    Texts::setLanguage(argc > 2 ? QString::fromLatin1(argv[2]) : QStringLiteral("en"));
-    const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("docs/screenshots");
-    QDir().mkpath(out);
+    Shots shots(argc, argv);
+    shots.suffix.clear(); // the few pictures in a second language are named where they are made
     QTemporaryDir work;
     const QString w = work.path();
     const QString harbour = w + QStringLiteral("/Harbour.png"), notes = w + QStringLiteral("/Notes.txt"),
@@ -114,7 +74,7 @@ int main(int argc, char **argv)
     AppDelegate &delegate = *launched;
 
     delegate.showDropTargetAt(QPointF(300, 500));
-    save(delegate.window, out, QStringLiteral("drop-target"));
+    shots.save(delegate.window, QStringLiteral("drop-target"));
 
     // A drop on a fresh drop target, settled: the size button is filled in the background.
     auto dropData = [&](const QMimeData &data, const QString &name = {}) {
@@ -122,7 +82,7 @@ int main(int argc, char **argv)
         delegate.mycustomviewDidGetDrop(&data);
         settle(400);
         if (!name.isEmpty())
-            save(delegate.window, out, name);
+            shots.save(delegate.window, name);
     };
     auto drop = [&](const QStringList &paths, const QString &name = {}) { dropData(*filesData(paths), name); };
     drop({harbour}, QStringLiteral("panel-image"));
@@ -135,7 +95,7 @@ int main(int argc, char **argv)
     auto shareMenu = [&](const char *button, const QString &name) {
         if (auto *share = delegate.window->contentView()->findChild<ActionButton *>(QLatin1String(button))) {
             share->click();
-            saveScreenArea(delegate.window->frameGeometry().adjusted(0, 0, 200, 220), out, name);
+            shots.saveScreenArea(delegate.window->frameGeometry().adjusted(0, 0, 200, 220), name);
             for (QWidget *top : QApplication::topLevelWidgets())
                 if (top->objectName() == QLatin1String("sharePicker"))
                     top->close();
@@ -163,11 +123,11 @@ int main(int argc, char **argv)
     delegate.applyPanelFrame(235);
     delegate.showProcessingProgressLabelTxt(QStringLiteral("Loading…"), 1.0, 12, true);
     delegate.emptyContview->incrementBy(5);
-    save(delegate.window, out, QStringLiteral("busy"));
+    shots.save(delegate.window, QStringLiteral("busy"));
 
     drop({notes});
     delegate.moveToBtnAction();
-    save(delegate.window, out, QStringLiteral("overlay-move"));
+    shots.save(delegate.window, QStringLiteral("overlay-move"));
     delegate.closeVisibleModalOverlay();
 
     // The image and PDF overlays over the panels that open them.
@@ -176,41 +136,41 @@ int main(int argc, char **argv)
         delegate.window->contentView()->findChild<ActionButton *>(panelButton)->click();
         settle(300);
         if (!name.isEmpty())
-            save(delegate.window, out, name);
+            shots.save(delegate.window, name);
     };
     overlayOn({harbour}, QStringLiteral("resizeImgBtn"));
     delegate.imgResizeVC->widthTextField->setFocus();
     delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
     QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
-    save(delegate.window, out, QStringLiteral("overlay-resize-typed"));
+    shots.save(delegate.window, QStringLiteral("overlay-resize-typed"));
     delegate.closeVisibleModalOverlay();
     photo.save(w + QStringLiteral("/Quay.jpg"));
     overlayOn({harbour, w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"));
     delegate.imgConvrtVC->compressFactorSlider->setValue(37);
-    save(delegate.window, out, QStringLiteral("overlay-convert"));
+    shots.save(delegate.window, QStringLiteral("overlay-convert"));
     delegate.closeVisibleModalOverlay();
     overlayOn({invoice}, QStringLiteral("convrtPDFToImgBtn"), QStringLiteral("overlay-pdf-to-images"));
     LockedPDFEnterPass sheet(QStringLiteral("Invoice.pdf"), [](const QString &) { return false; }, delegate.window);
     sheet.show();
     sheet.pdfPassTxtFld->setText(QStringLiteral("harbour"));
     sheet.findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click(); // a wrong one: it says so
-    save(&sheet, out, QStringLiteral("pdf-password"));
+    shots.save(&sheet, QStringLiteral("pdf-password"));
     sheet.reject();
     delegate.closeVisibleModalOverlay();
 
     // The file overlays: a new item, the folder to gather into, the batch rename with its preview.
     overlayOn({notes}, QStringLiteral("createNewDocBtn"));
     delegate.fileCreateVC->sameAsDragedFile->click();
-    save(delegate.window, out, QStringLiteral("overlay-new-file"));
+    shots.save(delegate.window, QStringLiteral("overlay-new-file"));
     delegate.closeVisibleModalOverlay();
     overlayOn({harbour, notes}, QStringLiteral("moveToOneFoldBtn"));
     QTest::keyClicks(delegate.enterFolderNameVC->folderNameTF, QStringLiteral("Quay 2026"));
-    save(delegate.window, out, QStringLiteral("overlay-folder-name"));
+    shots.save(delegate.window, QStringLiteral("overlay-folder-name"));
     delegate.closeVisibleModalOverlay();
     overlayOn({harbour, w + QStringLiteral("/Quay.jpg"), notes}, QStringLiteral("renameMultiBtn"));
     QTest::keyClicks(delegate.renameFlsVC->renameNameTF, QStringLiteral("Trip"));
     QTest::keyClicks(delegate.renameFlsVC->prefixTF, QStringLiteral("2026 "));
-    save(delegate.window, out, QStringLiteral("overlay-rename"));
+    shots.save(delegate.window, QStringLiteral("overlay-rename"));
     delegate.closeVisibleModalOverlay();
     delegate.orderOutTheWindow();
     {
@@ -218,13 +178,13 @@ int main(int argc, char **argv)
         zipping.setStateKey("zipping");
         zipping.setProgress(quint64(142) << 20, quint64(305) << 20, QStringLiteral("Trip/day07/IMG_0413.jpg"));
         zipping.show();
-        save(&zipping, out, QStringLiteral("zip-progress"));
+        shots.save(&zipping, QStringLiteral("zip-progress"));
     }
 
     delegate.showDropTargetAt(QPointF(300, 500));
     delegate.filePathsArr = {notes};
     delegate.showQuickMovePanel();
-    save(delegate.window, out, QStringLiteral("quick-move-picker"));
+    shots.save(delegate.window, QStringLiteral("quick-move-picker"));
     delegate.orderOutTheWindow();
 
     // The destinations: the standard folders of the home, a folder of the user's renamed, a stick.
@@ -244,9 +204,9 @@ int main(int argc, char **argv)
         };
         // A PDF of Documents: its own folder is grey.
         pickerFor(home + QStringLiteral("/Documents/Offer.pdf"));
-        save(delegate.window, out, QStringLiteral("destinations-picker"));
+        shots.save(delegate.window, QStringLiteral("destinations-picker"));
         delegate.moveFileVC->enterEditMode();
-        save(delegate.window, out, QStringLiteral("destinations-edit"));
+        shots.save(delegate.window, QStringLiteral("destinations-edit"));
         delegate.moveFileVC->enterEditMode();
         DestinationList *list = delegate.moveFileVC->destList;
         QSignalSpy loaded(list->subfolderPopup(), &SubfolderPopup::levelLoaded);
@@ -255,19 +215,19 @@ int main(int argc, char **argv)
         list->subfolderPopup()->expandPath(home + QStringLiteral("/Documents/Taxes 2026"));
         loaded.wait(3000);
         const QRect area = delegate.window->frameGeometry().united(list->subfolderPopup()->frameGeometry()).adjusted(-8, -8, 8, 8);
-        saveScreenArea(area, out, QStringLiteral("destinations-subfolders"));
+        shots.saveScreenArea(area, QStringLiteral("destinations-subfolders"));
         list->subfolderPopup()->hide();
         delegate.closeVisibleModalOverlay();
 
         ManageDestinationsWC manager;
         manager.show();
-        save(&manager, out, QStringLiteral("destinations-manager"));
+        shots.save(&manager, QStringLiteral("destinations-manager"));
         app.setPalette(darkPalette());
         manager.hide();
         manager.show();
-        save(&manager, out, QStringLiteral("destinations-manager-dark"));
+        shots.save(&manager, QStringLiteral("destinations-manager-dark"));
         pickerFor(home + QStringLiteral("/Documents/Offer.pdf"));
-        save(delegate.window, out, QStringLiteral("destinations-picker-dark"));
+        shots.save(delegate.window, QStringLiteral("destinations-picker-dark"));
         delegate.closeVisibleModalOverlay();
         delegate.orderOutTheWindow();
         app.setPalette(QApplication::style()->standardPalette());
@@ -289,10 +249,10 @@ int main(int argc, char **argv)
     ExclusionListWC exclusions(DesktopEntries::load({w + QStringLiteral("/apps")}));
     exclusions.show();
     settle(100);
-    save(&exclusions, out, QStringLiteral("exclusion-list"));
+    shots.save(&exclusions, QStringLiteral("exclusion-list"));
     exclusions.chooseApplication();
     settle(100);
-    save(exclusions.picker(), out, QStringLiteral("exclusion-list-picker"));
+    shots.save(exclusions.picker(), QStringLiteral("exclusion-list-picker"));
     exclusions.picker()->reject();
 
     // The options panel hanging from a tray icon at the top right, light and dark, and the slides.
@@ -301,7 +261,7 @@ int main(int argc, char **argv)
         CCNStatusItemWindowController *tray = delegate.statusItem()->windowController();
         tray->showStatusItemWindow(QRect(1180, 0, 24, 24), QRect(0, 0, 1280, 800));
         settle(400);
-        save(tray->window(), out, name);
+        shots.save(tray->window(), name);
         tray->dismissStatusItemWindow();
         settle(400);
     };
@@ -311,7 +271,7 @@ int main(int argc, char **argv)
         CCNStatusItemWindowController *tray = delegate.statusItem()->windowController();
         tray->showAsNormalWindow();
         settle(300);
-        save(tray->window(), out, name);
+        shots.save(tray->window(), name);
         QTest::keyClick(tray->window(), Qt::Key_Escape);
         settle(200);
     };
@@ -320,16 +280,16 @@ int main(int argc, char **argv)
     NotificationBalloon balloon([] { return QRect(1180, 0, 24, 24); });
     balloon.deliver(Texts::localized("imgResizeCompleteMsg"), Texts::localized("savedTostr /%@").arg(QStringLiteral("Pictures")),
                     {{QStringLiteral("filePaths"), QStringList{w + QStringLiteral("/Harbour_320x240.png")}}});
-    save(balloon.balloon(), out, QStringLiteral("notification-balloon"));
+    shots.save(balloon.balloon(), QStringLiteral("notification-balloon"));
     balloon.balloon()->hide();
     QDIntroSlides slides;
     slides.sliderView->setScheduledTransition(false);
     slides.show();
-    save(&slides, out, QStringLiteral("intro-slides"));
+    shots.save(&slides, QStringLiteral("intro-slides"));
     slides.sliderView->transitionAnimationDuration = 0;
     slides.sliderView->displaySlideAtIndex(2);
     settle(200);
-    save(&slides, out, QStringLiteral("intro-slides-actions"));
+    shots.save(&slides, QStringLiteral("intro-slides-actions"));
     slides.close();
 
     app.setPalette(darkPalette());
@@ -345,11 +305,11 @@ int main(int argc, char **argv)
     panel.jobsChanged(2);
     panel.jobProgress(jobs[0], 64, QStringLiteral("Copying IMG_2231.jpg to Backup"));
     panel.jobProgress(jobs[1], 23, QStringLiteral("Moving plan.md to archive"));
-    save(&panel, out, QStringLiteral("progress-two-jobs"));
+    shots.save(&panel, QStringLiteral("progress-two-jobs"));
 
     ConflictDialog conflict(ConflictQuestion{QStringLiteral("Harbour.png"), {}, {}});
     conflict.show();
-    save(&conflict, out, QStringLiteral("conflict-dialog"));
+    shots.save(&conflict, QStringLiteral("conflict-dialog"));
     conflict.hide(); // it deletes itself on close
 
     // In German: a panel, the small targets and the resize overlay, with their longest words.
@@ -359,11 +319,11 @@ int main(int argc, char **argv)
         drop({harbour, notes, projects}, QStringLiteral("panel-several-files-de"));
         drop({harbour}, QStringLiteral("panel-image-de"));
         delegate.showDropTargetAt(QPointF(300, 500));
-        save(delegate.window, out, QStringLiteral("drop-target-de"));
+        shots.save(delegate.window, QStringLiteral("drop-target-de"));
         overlayOn({harbour}, QStringLiteral("resizeImgBtn"));
         delegate.imgResizeVC->widthTextField->setText(QStringLiteral("320"));
         QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
-        save(delegate.window, out, QStringLiteral("overlay-resize-de"));
+        shots.save(delegate.window, QStringLiteral("overlay-resize-de"));
         delegate.closeVisibleModalOverlay();
     }
     return 0;

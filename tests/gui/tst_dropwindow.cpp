@@ -48,7 +48,7 @@ class DropWindowTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init();
+    void init() { f.launch(); }
     void cleanup();
     void libraryImageDisablesWhatWouldChangeIt();
     void severalFilesWithOneImage();
@@ -75,14 +75,15 @@ private Q_SLOTS:
     void everyTextFits();
 
 private:
-    QString makeFile(const QString &name, const QByteArray &bytes = "x") { return writtenFile(m_dir.path() + '/' + name, bytes); }
-    void drop(const QStringList &paths) { dropPaths(*m_app, paths); }
-    void dropText(const QString &text);
-    ActionPanelView *current() const { return qobject_cast<ActionPanelView *>(m_app->window->contentView()); }
+    void dropText(const QString &text)
+    {
+        QMimeData data;
+        data.setText(text);
+        f.app->mycustomviewDidGetDrop(&data);
+    }
+    ActionPanelView *current() const { return qobject_cast<ActionPanelView *>(f.app->window->contentView()); }
 
-    QTemporaryDir m_dir;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
 };
 
 void DropWindowTest::initTestCase()
@@ -91,28 +92,10 @@ void DropWindowTest::initTestCase()
     Texts::setLanguage(QStringLiteral("en"));
 }
 
-void DropWindowTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    m_app = launchedOn(*m_fakes);
-    m_app->showDropTargetAt(QPointF(400, 300));
-}
-
 void DropWindowTest::cleanup()
 {
-    m_app.reset();
+    f.close();
     Texts::setLanguage(QStringLiteral("en"));
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (qobject_cast<QMessageBox *>(w))
-            delete w;
-    SettingsStore::shared().resetAll();
-}
-
-void DropWindowTest::dropText(const QString &text)
-{
-    QMimeData data;
-    data.setText(text);
-    m_app->mycustomviewDidGetDrop(&data);
 }
 
 void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
@@ -124,8 +107,8 @@ void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
     QVERIFY(QDir().mkpath(library));
     QTemporaryDir inLibrary(library + QStringLiteral("/quaydrop-test-XXXXXX"));
     QVERIFY(inLibrary.isValid());
-    drop({writtenFile(inLibrary.path() + QStringLiteral("/icon.png"), pngBytes())});
-    QVERIFY(m_app->libraryFolderFile);
+    f.drop({writtenFile(inLibrary.path() + QStringLiteral("/icon.png"), pngBytes())});
+    QVERIFY(f.app->libraryFolderFile);
     ActionPanelView *view = current();
     QCOMPARE(view->objectName(), QStringLiteral("imgActionPanel"));
     for (const char *off : {"zipImgBtn", "revealImginFinderBtn", "createNewFImgBtn", "trashImgBtn"})
@@ -157,12 +140,12 @@ void DropWindowTest::defaultPanelFollowsTheFile()
     QFETCH(QByteArray, bytes);
     QFETCH(bool, pdfButtons);
     QFETCH(bool, zip);
-    QString path = m_dir.path() + QLatin1Char('/') + name.chopped(name.endsWith(QLatin1Char('/')) ? 1 : 0);
+    QString path = f.dir.path() + QLatin1Char('/') + name.chopped(name.endsWith(QLatin1Char('/')) ? 1 : 0);
     if (name.endsWith(QLatin1Char('/')))
         QVERIFY(QDir().mkpath(path));
     else
-        path = makeFile(name, bytes);
-    drop({path});
+        path = f.file(name, bytes);
+    f.drop({path});
     QCOMPARE(current()->objectName(), QStringLiteral("defaultActionPanel"));
     for (const char *b : {"printPrTbleFileBtn", "convrtPDFToImgBtn"}) {
         QCOMPARE(current()->button(QLatin1String(b))->isVisible(), pdfButtons);
@@ -173,28 +156,27 @@ void DropWindowTest::defaultPanelFollowsTheFile()
 
 void DropWindowTest::severalFilesWithOneImage()
 {
-    const QString image = makeFile(QStringLiteral("one.png"), pngBytes());
-    const QString other = makeFile(QStringLiteral("first.bin"));
-    drop({other, image});
-    QCOMPARE(m_app->imgsOnlyPathsArr, QStringList{image});
-    QVERIFY(!m_app->multiFilesActionPanelShown);
+    const QString image = f.file(QStringLiteral("one.png"), pngBytes());
+    const QString other = f.file(QStringLiteral("first.bin"));
+    f.drop({other, image});
+    QCOMPARE(f.app->imgsOnlyPathsArr, QStringList{image});
+    QVERIFY(!f.app->multiFilesActionPanelShown);
     QVERIFY(current()->button(QStringLiteral("multiResizeImg"))->isEnabled());
-    m_app->orderOutTheWindow();
-    QVERIFY(m_app->imgsOnlyPathsArr.isEmpty());
-    QVERIFY(!m_app->multiFilesActionPanelShown);
+    f.app->orderOutTheWindow();
+    QVERIFY(f.app->imgsOnlyPathsArr.isEmpty());
+    QVERIFY(!f.app->multiFilesActionPanelShown);
 }
 
 void DropWindowTest::onlyOurTempFolderHoldsAnotherApplicationsFiles()
 {
     // The test's folder lies below /tmp: a file there is the user's like any other.
-    drop({makeFile(QStringLiteral("under-tmp.bin"))});
-    QVERIFY(!m_app->droppedImageFromOtherApp);
+    f.drop({f.file(QStringLiteral("under-tmp.bin"))});
+    QVERIFY(!f.app->droppedImageFromOtherApp);
     QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
     // What another application handed out is kept in our own temp folder.
     const QString handedOut = writtenFile(Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin"));
-    m_app->showDropTargetAt(QPointF(400, 300));
-    drop({handedOut});
-    QVERIFY(m_app->droppedImageFromOtherApp);
+    f.drop({handedOut});
+    QVERIFY(f.app->droppedImageFromOtherApp);
     QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
     QFile::remove(handedOut);
 }
@@ -207,8 +189,8 @@ void DropWindowTest::textPanelCountsAndRereads()
     QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("21"));
     QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("4"));
     QCOMPARE(view->button(QStringLiteral("droppedStrToClipboardBtn"))->text(), QStringLiteral("Copy to clipboard"));
-    QVERIFY(m_app->filePathsArr.isEmpty());
-    m_app->showDropTargetAt(QPointF(400, 300));
+    QVERIFY(f.app->filePathsArr.isEmpty());
+    f.app->showDropTargetAt(QPointF(400, 300));
     dropText(QStringLiteral("two words"));
     QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("9"));
     QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("2"));
@@ -217,47 +199,47 @@ void DropWindowTest::textPanelCountsAndRereads()
 void DropWindowTest::windowStatesFollowTheTable()
 {
     auto state = [this] {
-        if (!m_app->windowIsVsbl())
+        if (!f.app->windowIsVsbl())
             return QStringLiteral("Hidden");
-        if (m_app->emptyContviewIsShown)
+        if (f.app->emptyContviewIsShown)
             return QStringLiteral("Busy");
-        if (m_app->isModalOverlayVisible())
+        if (f.app->isModalOverlayVisible())
             return QStringLiteral("Overlay");
-        return m_app->oneofThePanelsIsShown ? QStringLiteral("Panel") : QStringLiteral("DropTarget");
+        return f.app->oneofThePanelsIsShown ? QStringLiteral("Panel") : QStringLiteral("DropTarget");
     };
     QCOMPARE(state(), QStringLiteral("DropTarget"));
-    QVERIFY(!m_app->window->takesFocus()); // waiting for a drop never takes the focus
-    m_app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 2, true);
+    QVERIFY(!f.app->window->takesFocus()); // waiting for a drop never takes the focus
+    f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 2, true);
     QCOMPARE(state(), QStringLiteral("Busy"));
-    m_app->filePathsArr = {makeFile(QStringLiteral("f.bin"))};
-    m_app->showPanelWithIndex(DropPanelDefault);
+    f.app->filePathsArr = {f.file(QStringLiteral("f.bin"))};
+    f.app->showPanelWithIndex(DropPanelDefault);
     QCOMPARE(state(), QStringLiteral("Panel"));
-    m_app->moveToBtnAction();
+    f.app->moveToBtnAction();
     QCOMPARE(state(), QStringLiteral("Overlay"));
-    QCOMPARE(m_app->window->height(), 300);
-    m_app->closeVisibleModalOverlay();
+    QCOMPARE(f.app->window->height(), 300);
+    f.app->closeVisibleModalOverlay();
     QCOMPARE(state(), QStringLiteral("Panel"));
-    QCOMPARE(m_app->window->height(), 235);
-    m_app->moveToBtnAction();
-    m_app->orderOutTheWindow(); // from the overlay straight to hidden
+    QCOMPARE(f.app->window->height(), 235);
+    f.app->moveToBtnAction();
+    f.app->orderOutTheWindow(); // from the overlay straight to hidden
     QCOMPARE(state(), QStringLiteral("Hidden"));
-    QVERIFY(!m_app->isModalOverlayVisible());
-    QVERIFY(!m_app->oneofThePanelsIsShown);
-    m_app->showDropTargetAt(QPointF(400, 300));
+    QVERIFY(!f.app->isModalOverlayVisible());
+    QVERIFY(!f.app->oneofThePanelsIsShown);
+    f.app->showDropTargetAt(QPointF(400, 300));
     QCOMPARE(state(), QStringLiteral("DropTarget"));
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->dropFilesHereView));
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
 }
 
 void DropWindowTest::busyViewSecondCallChangesNothing()
 {
-    m_app->showProcessingProgressLabelTxt(QStringLiteral("first"), 1.0, 10, true);
-    m_app->emptyContview->incrementBy(3);
-    m_app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
-    QCOMPARE(m_app->emptyContview->emptyContviewLbl->text(), QStringLiteral("first"));
-    QCOMPARE(m_app->emptyContview->value(), 3.0);
-    QVERIFY(m_app->emptyContview->isBar());
-    QVERIFY(!m_app->emptyContview->cancelProgressBtn->isHidden());
-    QVERIFY(m_app->emptyContview->cancelProgressBtn->isEnabled());
+    f.app->showProcessingProgressLabelTxt(QStringLiteral("first"), 1.0, 10, true);
+    f.app->emptyContview->incrementBy(3);
+    f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
+    QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("first"));
+    QCOMPARE(f.app->emptyContview->value(), 3.0);
+    QVERIFY(f.app->emptyContview->isBar());
+    QVERIFY(!f.app->emptyContview->cancelProgressBtn->isHidden());
+    QVERIFY(f.app->emptyContview->cancelProgressBtn->isEnabled());
 }
 
 void DropWindowTest::busyViewSpinsUpToOne_data()
@@ -273,17 +255,17 @@ void DropWindowTest::busyViewSpinsUpToOne()
 {
     QFETCH(double, maximum);
     QFETCH(bool, spins);
-    m_app->showProcessingProgressLabelTxt(QStringLiteral("Resizing"), 0.8, maximum, false);
-    QCOMPARE(m_app->emptyContview->isSpinning(), spins);
-    QCOMPARE(m_app->emptyContview->isBar(), !spins);
-    QVERIFY(m_app->emptyContview->cancelProgressBtn->isHidden());
-    QCOMPARE(m_app->emptyContview->alpha(), 0.8);
+    f.app->showProcessingProgressLabelTxt(QStringLiteral("Resizing"), 0.8, maximum, false);
+    QCOMPARE(f.app->emptyContview->isSpinning(), spins);
+    QCOMPARE(f.app->emptyContview->isBar(), !spins);
+    QVERIFY(f.app->emptyContview->cancelProgressBtn->isHidden());
+    QCOMPARE(f.app->emptyContview->alpha(), 0.8);
 }
 
 void DropWindowTest::sizeButtonIsFilledInTheBackground()
 {
-    const QString file = makeFile(QStringLiteral("sized.bin"), QByteArray(9000, 'q'));
-    drop({file});
+    const QString file = f.file(QStringLiteral("sized.bin"), QByteArray(9000, 'q'));
+    f.drop({file});
     ActionButton *size = current()->button(QStringLiteral("sizeBtn"));
     QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
     QVERIFY(!size->isBusy());
@@ -291,8 +273,8 @@ void DropWindowTest::sizeButtonIsFilledInTheBackground()
 
 void DropWindowTest::pathButtonCopiesAndRevertsItsTitle()
 {
-    const QString file = makeFile(QStringLiteral("path me.txt"));
-    drop({file});
+    const QString file = f.file(QStringLiteral("path me.txt"));
+    f.drop({file});
     ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
     QCOMPARE(path->text(), Texts::localized("/path"));
     path->click();
@@ -301,7 +283,7 @@ void DropWindowTest::pathButtonCopiesAndRevertsItsTitle()
     QTRY_COMPARE_WITH_TIMEOUT(path->text(), Texts::localized("/path"), 2000);
     // A window that closed meanwhile keeps the copied title: nothing touches a hidden panel.
     path->click();
-    m_app->orderOutTheWindow();
+    f.app->orderOutTheWindow();
     QTest::qWait(700);
     QCOMPARE(path->text(), QStringLiteral("Copied!"));
 }
@@ -322,55 +304,55 @@ void DropWindowTest::dpiFieldIsResetOutsideItsRange()
 {
     QFETCH(QString, typed);
     QFETCH(QString, shown);
-    m_app->pdfToImgConvVC->DPItxtFld->setText(typed);
-    m_app->showOverlayPanel(m_app->pdfToImgConvVC);
-    QCOMPARE(m_app->pdfToImgConvVC->DPItxtFld->text(), shown);
+    f.app->pdfToImgConvVC->DPItxtFld->setText(typed);
+    f.app->showOverlayPanel(f.app->pdfToImgConvVC);
+    QCOMPARE(f.app->pdfToImgConvVC->DPItxtFld->text(), shown);
 }
 
 void DropWindowTest::onlyTheMoveOverlayIgnoresBackgroundClicks()
 {
-    m_app->filePathsArr = {makeFile(QStringLiteral("m.bin"))};
-    m_app->showPanelWithIndex(DropPanelDefault);
-    auto backgroundOf = [this] { return m_app->window->findChild<QWidget *>(QStringLiteral("JMOverlayView")); };
-    m_app->moveToBtnAction();
+    f.app->filePathsArr = {f.file(QStringLiteral("m.bin"))};
+    f.app->showPanelWithIndex(DropPanelDefault);
+    auto backgroundOf = [this] { return f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayView")); };
+    f.app->moveToBtnAction();
     QVERIFY(backgroundOf());
     QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
-    QVERIFY(m_app->isModalOverlayVisible());
-    m_app->closeVisibleModalOverlay();
-    m_app->showOverlayPanel(m_app->enterFolderNameVC);
+    QVERIFY(f.app->isModalOverlayVisible());
+    f.app->closeVisibleModalOverlay();
+    f.app->showOverlayPanel(f.app->enterFolderNameVC);
     // A click on the card between its fields keeps what was typed.
-    m_app->enterFolderNameVC->folderNameTF->setText(QStringLiteral("Quay"));
-    QWidget *card = m_app->window->findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
-    QWidget *empty = m_app->enterFolderNameVC;
+    f.app->enterFolderNameVC->folderNameTF->setText(QStringLiteral("Quay"));
+    QWidget *card = f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
+    QWidget *empty = f.app->enterFolderNameVC;
     QTest::mouseClick(empty, Qt::LeftButton, {}, empty->mapFrom(card, QPoint(card->width() / 2, card->height() - 60)));
-    QVERIFY(m_app->isModalOverlayVisible());
-    QCOMPARE(m_app->enterFolderNameVC->folderNameTF->text(), QStringLiteral("Quay"));
+    QVERIFY(f.app->isModalOverlayVisible());
+    QCOMPARE(f.app->enterFolderNameVC->folderNameTF->text(), QStringLiteral("Quay"));
     QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2)); // outside the card
-    QVERIFY(!m_app->isModalOverlayVisible());
-    QVERIFY(m_app->oneofThePanelsIsShown); // back on the panel
+    QVERIFY(!f.app->isModalOverlayVisible());
+    QVERIFY(f.app->oneofThePanelsIsShown); // back on the panel
 }
 
 void DropWindowTest::closeTagClosesEveryOverlay()
 {
-    const QList<OverlayController *> controllers = {m_app->renameFlsVC,  m_app->wpChangeVC,   m_app->imgShareVC,
-                                                    m_app->pdfToImgConvVC, m_app->imgConvrtVC, m_app->imgResizeVC,
-                                                    m_app->enterFolderNameVC, m_app->fileCreateVC};
-    QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
+    const QList<OverlayController *> controllers = {f.app->renameFlsVC,  f.app->wpChangeVC,   f.app->imgShareVC,
+                                                    f.app->pdfToImgConvVC, f.app->imgConvrtVC, f.app->imgResizeVC,
+                                                    f.app->enterFolderNameVC, f.app->fileCreateVC};
+    QSignalSpy missing(f.app.get(), &AppDelegate::actionNotAvailable);
     for (OverlayController *c : controllers) {
-        m_app->showOverlayPanel(c);
-        QVERIFY2(m_app->isModalOverlayVisible(), qPrintable(c->objectName()));
+        f.app->showOverlayPanel(c);
+        QVERIFY2(f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
         QPushButton *close = nullptr;
         for (QPushButton *b : c->findChildren<QPushButton *>())
             if (b->property("tag").toLongLong() == c->closeTag())
                 close = b;
         QVERIFY2(close, qPrintable(c->objectName()));
         close->click();
-        QVERIFY2(!m_app->isModalOverlayVisible(), qPrintable(c->objectName()));
+        QVERIFY2(!f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
     }
     QCOMPARE(missing.count(), 0); // closing is no missing action
-    m_app->showOverlayPanel(m_app->moveFileVC);
-    m_app->moveFileVC->goBackBtn->click();
-    QVERIFY(!m_app->isModalOverlayVisible());
+    f.app->showOverlayPanel(f.app->moveFileVC);
+    f.app->moveFileVC->goBackBtn->click();
+    QVERIFY(!f.app->isModalOverlayVisible());
 }
 
 void DropWindowTest::everyPanelButtonHasItsAction()
@@ -379,57 +361,57 @@ void DropWindowTest::everyPanelButtonHasItsAction()
                                   DropPanelOtherAppImage, DropPanelMultiFiles})
         for (const PanelButtonSpec &button : PanelCatalog::buttonsOf(panel))
             QVERIFY2(AppDelegate::handlesAction(QString::fromLatin1(button.action)), button.action);
-    QSignalSpy missing(m_app.get(), &AppDelegate::actionNotAvailable);
-    m_app->performAction(QStringLiteral("noSuchAction"), nullptr);
+    QSignalSpy missing(f.app.get(), &AppDelegate::actionNotAvailable);
+    f.app->performAction(QStringLiteral("noSuchAction"), nullptr);
     QCOMPARE(missing.count(), 1);
 }
 
 void DropWindowTest::notificationClickRevealsOrOpens()
 {
-    m_fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
+    f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
                                             {{QStringLiteral("filePaths"), QStringList{"/tmp/a", "/tmp/b"}}}});
-    const QString archive = makeFile(QStringLiteral("a.zip"));
-    m_fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
+    const QString archive = f.file(QStringLiteral("a.zip"));
+    f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
                                             {{QStringLiteral("OpenPath"), archive}}});
-    m_fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"), {}});
-    m_fakes->notifications.click(0);
-    m_fakes->notifications.click(1);
-    m_fakes->notifications.click(2);
-    QCOMPARE(m_fakes->workspace.revealed, (QList<QStringList>{{"/tmp/a", "/tmp/b"}}));
-    QCOMPARE(m_fakes->workspace.opened, QStringList{archive});
-    m_app->userNotificationCenterDidActivate({{QStringLiteral("OpenPath"), archive}}, 3);
-    QCOMPARE(m_fakes->workspace.opened.size(), 1); // neither a click nor its button
+    f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"), {}});
+    f.fakes->notifications.click(0);
+    f.fakes->notifications.click(1);
+    f.fakes->notifications.click(2);
+    QCOMPARE(f.fakes->workspace.revealed, (QList<QStringList>{{"/tmp/a", "/tmp/b"}}));
+    QCOMPARE(f.fakes->workspace.opened, QStringList{archive});
+    f.app->userNotificationCenterDidActivate({{QStringLiteral("OpenPath"), archive}}, 3);
+    QCOMPARE(f.fakes->workspace.opened.size(), 1); // neither a click nor its button
 }
 
 void DropWindowTest::keysCloseAndPress()
 {
-    const QString notes = makeFile(QStringLiteral("keys.txt"));
-    drop({notes});
+    const QString notes = f.file(QStringLiteral("keys.txt"));
+    f.drop({notes});
     // Return presses the button that has the focus.
     ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
     path->setFocus();
-    QTest::keyClick(m_app->window, Qt::Key_Return);
+    QTest::keyClick(f.app->window, Qt::Key_Return);
     QTRY_COMPARE(QGuiApplication::clipboard()->text(), notes);
     // In an overlay Return presses its default button; Escape closes the overlay, then the window.
     qint64 tag = -1;
-    m_app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
-    m_app->renameFlsVC->destPathForRename = QFileInfo(notes).absolutePath();
-    m_app->showOverlayPanel(m_app->renameFlsVC);
-    m_app->renameFlsVC->renameNameTF->setFocus();
-    QTest::keyClicks(m_app->renameFlsVC->renameNameTF, QStringLiteral("x"));
-    QTest::keyClick(m_app->renameFlsVC->renameNameTF, Qt::Key_Return);
+    f.app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
+    f.app->renameFlsVC->destPathForRename = QFileInfo(notes).absolutePath();
+    f.app->showOverlayPanel(f.app->renameFlsVC);
+    f.app->renameFlsVC->renameNameTF->setFocus();
+    QTest::keyClicks(f.app->renameFlsVC->renameNameTF, QStringLiteral("x"));
+    QTest::keyClick(f.app->renameFlsVC->renameNameTF, Qt::Key_Return);
     QTRY_COMPARE(tag, qint64(1)); // "Rename"
-    QTest::keyClick(m_app->renameFlsVC->renameNameTF, Qt::Key_Escape);
-    QVERIFY(!m_app->isModalOverlayVisible());
-    QVERIFY(m_app->windowIsVsbl());
-    QTest::keyClick(m_app->window, Qt::Key_Escape);
-    QVERIFY(!m_app->windowIsVsbl());
+    QTest::keyClick(f.app->renameFlsVC->renameNameTF, Qt::Key_Escape);
+    QVERIFY(!f.app->isModalOverlayVisible());
+    QVERIFY(f.app->windowIsVsbl());
+    QTest::keyClick(f.app->window, Qt::Key_Escape);
+    QVERIFY(!f.app->windowIsVsbl());
     // Opened by the hot key, the waiting window takes the keys; opened by a drag it never does.
     SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
-    m_app->showPanelHKNotif();
-    QVERIFY(m_app->windowIsVsbl());
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->dropFilesHereView));
-    QVERIFY(m_app->window->takesFocus());
+    f.app->showPanelHKNotif();
+    QVERIFY(f.app->windowIsVsbl());
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
+    QVERIFY(f.app->window->takesFocus());
 }
 
 void DropWindowTest::pasteActsAsADrop_data()
@@ -450,17 +432,17 @@ void DropWindowTest::pasteActsAsADrop()
     QFETCH(QString, format);
     QFETCH(QByteArray, content);
     QFETCH(QString, view);
-    const QString file = makeFile(QStringLiteral("pasted.txt"));
+    const QString file = f.file(QStringLiteral("pasted.txt"));
     if (content == "PNG")
         content = pngBytes();
     content.replace("FILE", QUrl::fromLocalFile(file).toEncoded());
     auto *data = new QMimeData;
     data->setData(format, content);
     QGuiApplication::clipboard()->setMimeData(data);
-    QTest::keySequence(m_app->window, QKeySequence::Paste);
-    QCOMPARE(m_app->window->contentView()->objectName(), view);
+    QTest::keySequence(f.app->window, QKeySequence::Paste);
+    QCOMPARE(f.app->window->contentView()->objectName(), view);
     if (view == u"docTxtActionPanel")
-        QCOMPARE(m_app->filePathsArr, QStringList{file});
+        QCOMPARE(f.app->filePathsArr, QStringList{file});
 }
 
 void DropWindowTest::everyTextFits_data()
@@ -482,48 +464,48 @@ void DropWindowTest::everyTextFits()
     QFETCH(QString, view);
     Texts::setLanguage(language);
     QCoreApplication::processEvents(); // every open window takes the language
-    const QString image = makeFile(QStringLiteral("Hafenbild.png"), pngBytes(QSize(64, 48)));
-    const QString pdf = makeFile(QStringLiteral("Rechnung.pdf"), "%PDF-1.4\n%%EOF\n");
-    QDir(m_dir.path()).mkpath(QStringLiteral("Projekte"));
+    const QString image = f.file(QStringLiteral("Hafenbild.png"), pngBytes(QSize(64, 48)));
+    const QString pdf = f.file(QStringLiteral("Rechnung.pdf"), "%PDF-1.4\n%%EOF\n");
+    QDir(f.dir.path()).mkpath(QStringLiteral("Projekte"));
     const QMap<QString, QStringList> drops = {
-        {"image", {image}}, {"document", {makeFile(QStringLiteral("Notizen.txt"))}}, {"folder", {m_dir.path() + "/Projekte"}},
-        {"PDF", {pdf}}, {"several files", {image, pdf, m_dir.path() + "/Projekte"}}};
+        {"image", {image}}, {"document", {f.file(QStringLiteral("Notizen.txt"))}}, {"folder", {f.dir.path() + "/Projekte"}},
+        {"PDF", {pdf}}, {"several files", {image, pdf, f.dir.path() + "/Projekte"}}};
     const QMap<QString, OverlayController *> overlays = {
-        {"move", m_app->moveFileVC}, {"resize", m_app->imgResizeVC}, {"convert", m_app->imgConvrtVC},
-        {"PDF to images", m_app->pdfToImgConvVC}, {"rename", m_app->renameFlsVC}, {"folder name", m_app->enterFolderNameVC},
-        {"new file", m_app->fileCreateVC}, {"wallpaper", m_app->wpChangeVC}, {"share", m_app->imgShareVC}};
-    QWidget *shown = m_app->window;
+        {"move", f.app->moveFileVC}, {"resize", f.app->imgResizeVC}, {"convert", f.app->imgConvrtVC},
+        {"PDF to images", f.app->pdfToImgConvVC}, {"rename", f.app->renameFlsVC}, {"folder name", f.app->enterFolderNameVC},
+        {"new file", f.app->fileCreateVC}, {"wallpaper", f.app->wpChangeVC}, {"share", f.app->imgShareVC}};
+    QWidget *shown = f.app->window;
     std::unique_ptr<QWidget> own; // a window of its own for this row
     if (view == u"drop target, hovered") {
         QMimeData files;
         files.setUrls({QUrl::fromLocalFile(image)});
-        for (DropView *target : {m_app->dropFilesHereView->dropQuickMoveView, m_app->dropFilesHereView->createAliasDropView}) {
+        for (DropView *target : {f.app->dropFilesHereView->dropQuickMoveView, f.app->dropFilesHereView->createAliasDropView}) {
             QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, {});
             QApplication::sendEvent(target, &enter);
         }
     } else if (drops.contains(view)) {
-        drop(drops.value(view));
+        f.drop(drops.value(view));
     } else if (view == u"text") {
         dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
     } else if (view == u"image from an application") {
         QMimeData data;
         data.setData(QStringLiteral("image/png"), pngBytes(QSize(64, 48)));
-        m_app->mycustomviewDidGetDrop(&data);
+        f.app->mycustomviewDidGetDrop(&data);
     } else if (view == u"busy") {
-        m_app->applyPanelFrame(PanelCatalog::kPanelHeight); // as every drop does before
-        m_app->showProcessingProgressLabelTxt(Texts::localized("Converting"), 0.8, 0, true);
+        f.app->applyPanelFrame(PanelCatalog::kPanelHeight); // as every drop does before
+        f.app->showProcessingProgressLabelTxt(Texts::localized("Converting"), 0.8, 0, true);
     } else if (view == u"quick move") {
-        m_app->filePathsArr = {image};
-        m_app->showQuickMovePanel();
+        f.app->filePathsArr = {image};
+        f.app->showQuickMovePanel();
     } else if (overlays.contains(view)) {
-        drop({image});
+        f.drop({image});
         if (view == u"move")
-            m_app->moveToBtnAction();
+            f.app->moveToBtnAction();
         else
-            m_app->showOverlayPanel(overlays.value(view));
-        QVERIFY(m_app->isModalOverlayVisible());
+            f.app->showOverlayPanel(overlays.value(view));
+        QVERIFY(f.app->isModalOverlayVisible());
     } else if (view == u"password") {
-        auto *sheet = new LockedPDFEnterPass(QStringLiteral("Rechnung.pdf"), [](const QString &) { return false; }, m_app->window);
+        auto *sheet = new LockedPDFEnterPass(QStringLiteral("Rechnung.pdf"), [](const QString &) { return false; }, f.app->window);
         own.reset(sheet);
         sheet->show();
         sheet->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click(); // with the wrong-password line
@@ -531,8 +513,8 @@ void DropWindowTest::everyTextFits()
         own = std::make_unique<ConflictDialog>(ConflictQuestion{QStringLiteral("Hafenbild.png"), {}, {}});
         own->show();
     } else if (view == u"options") {
-        m_app->statusItem()->windowController()->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
-        shown = m_app->statusItem()->windowController()->window();
+        f.app->statusItem()->windowController()->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+        shown = f.app->statusItem()->windowController()->window();
     } else if (view == u"slides") {
         auto *slides = new QDIntroSlides;
         own.reset(slides);

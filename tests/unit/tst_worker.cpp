@@ -76,10 +76,9 @@ private Q_SLOTS:
     void framesRoundTrip();
     void brokenFrames_data();
     void brokenFrames();
-    void anotherVersionIsRefused();
-    void anUnknownJobIsAnswered();
-    void aCrashFailsOneItemAndTheBatchGoesOn();
-    void aBombFailsWithinTheMemoryLimit();
+    void mismatchesAreAnswered();
+    void aBadItemFailsAloneAndTheBatchGoesOn_data();
+    void aBadItemFailsAloneAndTheBatchGoesOn();
     void aHangingWorkerIsKilledAtTheTimeLimit();
     void cancelWhileBusyKillsTheWorker();
     void idleWorkersGo();
@@ -158,7 +157,7 @@ void WorkerTest::brokenFrames()
         QCOMPARE(buffer, bytes);
 }
 
-void WorkerTest::anotherVersionIsRefused()
+void WorkerTest::mismatchesAreAnswered()
 {
     // The test worker's hello names the version it is told to.
     qputenv("QUAYDROP_TEST_WORKER_VERSION", "99");
@@ -167,67 +166,63 @@ void WorkerTest::anotherVersionIsRefused()
     QVERIFY(!other.ok());
     QCOMPARE(other.error().message, QStringLiteral("the image worker speaks version 99; this program needs 1"));
     QVERIFY(WorkerConnection::start(kTestWorker, WorkerLimits()).ok());
-}
-
-void WorkerTest::anUnknownJobIsAnswered()
-{
+    // A job the worker does not know is answered as such.
     const auto reply = WorkerPool::shared().call(QStringLiteral("paint a sunset"), {});
     QVERIFY(reply.ok());
     QVERIFY(!WorkerProtocol::succeeded(reply.value()));
     QCOMPARE(WorkerProtocol::errorOf(reply.value()).message, QStringLiteral("unknown job: paint a sunset"));
     // The worker stays and takes the next request.
-    const QString png = m_tree.path() + QStringLiteral("/after-unknown.png");
-    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(12, 9), "png")));
+    const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("after-unknown.png")), ImageFixtures::picture(12, 9));
     const auto probed = WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}});
     QVERIFY(probed.ok() && WorkerProtocol::succeeded(probed.value()));
     QCOMPARE(probed.value().value(WorkerJobs::kWidth).toInteger(), 12);
 }
 
-void WorkerTest::aCrashFailsOneItemAndTheBatchGoesOn()
+void WorkerTest::aBadItemFailsAloneAndTheBatchGoesOn_data()
 {
-    useWorker(kTestWorker);
-    TestTree tree;
-    QStringList paths;
-    for (const char *name : {"a", "b", "c"}) {
-        paths.append(tree.path() + QChar('/') + QLatin1String(name) + QStringLiteral(".png"));
-        QVERIFY(ImageFixtures::write(paths.last(), qstrcmp(name, "b") == 0 ? markedPng("QUAYDROP-TEST-ABORT")
-                                                                            : markedPng("")));
-    }
-    ConvertJob job(toJpeg(paths, tree.path()));
-    runToEnd(job);
-    QCOMPARE(job.written(), QStringList({tree.path() + QStringLiteral("/a.jpg"), tree.path() + QStringLiteral("/c.jpg")}));
-    QCOMPARE(job.failures().size(), 1);
-    QCOMPARE(job.failures().first().message, paths.at(1) + QStringLiteral(": could not be read: the decoder stopped"));
-    QVERIFY(!QFile::exists(tree.path() + QStringLiteral("/b.jpg")));
-    QVERIFY(leftovers(tree.path()).isEmpty());
-    // The next batch works with a fresh worker.
-    ConvertJob again(toJpeg({paths.at(0)}, tree.path()));
-    runToEnd(again);
-    QCOMPARE(again.written().size(), 1);
-}
-
-void WorkerTest::aBombFailsWithinTheMemoryLimit()
-{
-    WorkerLimits small;
-    small.memoryBytes = qint64(256) << 20;
-    useWorker(kRealWorker, small);
-    TestTree tree;
+    QTest::addColumn<bool>("testWorker");
+    QTest::addColumn<qint64>("memoryBytes"); // 0: no limit of the test's own
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("expected"); // the failure, after the file's path
+    QTest::newRow("the worker crashes") << true << qint64(0) << "b.png" << markedPng("QUAYDROP-TEST-ABORT")
+                                        << ": could not be read: the decoder stopped";
     // A photo turned by its EXIF tag is decoded whole: 12,000 x 12,000 pixels need 432 MB, from a file
     // of a few hundred kilobytes.
     VipsSupport::ensureStarted();
     const QByteArray black = VipsSupport::takeBlob(vips::VImage::black(12000, 12000, vips::VImage::option()->set("bands", 3))
                                                         .jpegsave_buffer(vips::VImage::option()->set("Q", 50)));
-    const QString bomb = tree.path() + QStringLiteral("/bomb.jpg");
-    const QString fine = tree.path() + QStringLiteral("/fine.png");
-    QVERIFY(ImageFixtures::write(bomb, ImageFixtures::withOrientation(black, 6)));
-    QVERIFY(ImageFixtures::write(fine, ImageFixtures::encoded(ImageFixtures::picture(40, 30), "png")));
-    ConvertJob job(toJpeg({bomb, fine}, tree.path()));
+    QTest::newRow("a bomb within the memory limit") << false << (qint64(256) << 20) << "bomb.jpg"
+                                                    << ImageFixtures::withOrientation(black, 6) << ": ";
+}
+
+void WorkerTest::aBadItemFailsAloneAndTheBatchGoesOn()
+{
+    QFETCH(bool, testWorker);
+    QFETCH(qint64, memoryBytes);
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, expected);
+    WorkerLimits limits;
+    if (memoryBytes)
+        limits.memoryBytes = memoryBytes;
+    useWorker(testWorker ? kTestWorker : kRealWorker, limits);
+    TestTree tree;
+    const QString bad = tree.at(name);
+    QVERIFY(ImageFixtures::write(bad, content));
+    const QStringList paths{ImageFixtures::imageFile(tree.at(QStringLiteral("a.png")), ImageFixtures::picture(30, 20)), bad,
+                            ImageFixtures::imageFile(tree.at(QStringLiteral("c.png")), ImageFixtures::picture(40, 30))};
+    ConvertJob job(toJpeg(paths, tree.path()));
     runToEnd(job);
+    QCOMPARE(job.written(), QStringList({tree.at(QStringLiteral("a.jpg")), tree.at(QStringLiteral("c.jpg"))}));
     QCOMPARE(job.failures().size(), 1);
-    QVERIFY2(job.failures().first().message.startsWith(bomb + QStringLiteral(": ")), qPrintable(job.failures().first().message));
-    QCOMPARE(job.written(), QStringList{tree.path() + QStringLiteral("/fine.jpg")});
-    QVERIFY(!QFile::exists(tree.path() + QStringLiteral("/bomb 1.jpg")));
-    QVERIFY(leftovers(tree.path()).isEmpty());
+    QVERIFY2(job.failures().first().message.startsWith(bad + expected), qPrintable(job.failures().first().message));
+    // Nothing of the bad item, no temporary file.
+    QCOMPARE(TestTree::entries(tree.path()), QStringList({"a.jpg", "a.png", name, "c.jpg", "c.png"}));
+    // The next batch works with a fresh worker.
+    ConvertJob again(toJpeg({paths.at(0)}, tree.path()));
+    runToEnd(again);
+    QCOMPARE(again.written().size(), 1);
 }
 
 void WorkerTest::aHangingWorkerIsKilledAtTheTimeLimit()
@@ -236,7 +231,7 @@ void WorkerTest::aHangingWorkerIsKilledAtTheTimeLimit()
     quick.secondsPerItem = 1;
     useWorker(kTestWorker, quick);
     TestTree tree;
-    const QString hang = tree.path() + QStringLiteral("/hang.png");
+    const QString hang = tree.at(QStringLiteral("hang.png"));
     QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
     ConvertJob job(toJpeg({hang}, tree.path()));
     runToEnd(job);
@@ -252,8 +247,8 @@ void WorkerTest::cancelWhileBusyKillsTheWorker()
 {
     useWorker(kTestWorker);
     TestTree tree;
-    const QString hang = tree.path() + QStringLiteral("/hang.png");
-    const QString after = tree.path() + QStringLiteral("/after.png");
+    const QString hang = tree.at(QStringLiteral("hang.png"));
+    const QString after = tree.at(QStringLiteral("after.png"));
     QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
     QVERIFY(ImageFixtures::write(after, markedPng("")));
     ConvertJob job(toJpeg({hang, after}, tree.path()));
@@ -286,8 +281,7 @@ void WorkerTest::idleWorkersGo()
     WorkerPool::shared().prestart();
     QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
     const qint64 pid = WorkerPool::shared().workerPids().first();
-    const QString png = m_tree.path() + QStringLiteral("/idle.png");
-    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(5, 5), "png")));
+    const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("idle.png")), ImageFixtures::picture(5, 5));
     QVERIFY(WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}}).ok());
     QCOMPARE(WorkerPool::shared().workerPids(), QList<qint64>{pid});
     QVERIFY(processExists(pid));
@@ -303,8 +297,7 @@ void WorkerTest::aWorkerThatLeftIsReplaced()
     WorkerLimits limits;
     limits.idleSeconds = -4; // the worker's own is this plus five seconds: one
     WorkerPool pool({kRealWorker, limits, 1});
-    const QString png = m_tree.path() + QStringLiteral("/left.png");
-    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(6, 4), "png")));
+    const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("left.png")), ImageFixtures::picture(6, 4));
     const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(png)}};
     QVERIFY(pool.call(QString(WorkerJobs::kProbe), args).ok());
     QTest::qWait(1600);
@@ -325,15 +318,14 @@ void WorkerTest::aMissingWorkerIsToldAtTheFirstImageAction()
 {
     QFETCH(bool, exists);
     QFETCH(QString, reason);
-    const QString program = m_tree.path() + QStringLiteral("/no-worker");
+    const QString program = m_tree.at(QStringLiteral("no-worker"));
     QFile::remove(program);
     if (exists)
         QVERIFY(ImageFixtures::write(program, "#!/bin/false\n")); // mode 0644: not executable
     useWorker(program);
     TestTree tree;
-    const QString png = tree.path() + QStringLiteral("/p.png");
-    QVERIFY(ImageFixtures::write(png, ImageFixtures::encoded(ImageFixtures::picture(20, 20), "png")));
-    ResizeJob job({{png, "10", "10", tree.path() + QStringLiteral("/p_10x10.png"), {}}});
+    const QString png = ImageFixtures::imageFile(tree.at(QStringLiteral("p.png")), ImageFixtures::picture(20, 20));
+    ResizeJob job({{png, "10", "10", tree.at(QStringLiteral("p_10x10.png")), {}}});
     runToEnd(job);
     QCOMPARE(job.failures().size(), 1);
     const QString message = job.failures().first().message;
@@ -374,7 +366,7 @@ void WorkerTest::damagedFilesFailEveryTimeWhileStreaming()
         runToEnd(convert);
         QVERIFY2(convert.written().isEmpty(), qPrintable(QStringLiteral("run %1 wrote %2").arg(run).arg(convert.written().join(' '))));
         QCOMPARE(convert.failures().size(), 1);
-        ResizeJob resize({{bad, "160", "120", tree.path() + QStringLiteral("/small.png"), {}}});
+        ResizeJob resize({{bad, "160", "120", tree.at(QStringLiteral("small.png")), {}}});
         runToEnd(resize);
         QVERIFY2(resize.written().isEmpty(), qPrintable(QStringLiteral("run %1").arg(run)));
         QVERIFY(resize.failures().first().message.startsWith(bad + QStringLiteral(": ")));
@@ -393,7 +385,7 @@ void WorkerTest::hostileFilesFailCleanly_data()
                                                  << "too large (30000 x 30000 pixels";
     QTest::newRow("PDF with a 10,000-deep page tree") << ImageFixtures::pdfWithDeepPageTree(10000) << "deep.pdf" << QString();
     // The largest page a PDF may have: 200,000 pixels square at 1000 dpi.
-    const QString poster = m_tree.path() + QStringLiteral("/poster-source.pdf");
+    const QString poster = m_tree.at(QStringLiteral("poster-source.pdf"));
     QVERIFY(ImageFixtures::pdfWithPages(poster, {QSizeF(14400, 14400)}));
     QTest::newRow("PDF page too large at 1000 dpi") << TestTree::contents(poster) << "poster.pdf" << "too large";
 }
@@ -425,8 +417,7 @@ void WorkerTest::hostileFilesFailCleanly()
         QCOMPARE(there, QStringList{name}); // no output, no temporary, no empty folder
     }
     // The worker is in order for what follows.
-    const QString fine = tree.path() + QStringLiteral("/fine.png");
-    QVERIFY(ImageFixtures::write(fine, ImageFixtures::encoded(ImageFixtures::picture(20, 20), "png")));
+    const QString fine = ImageFixtures::imageFile(tree.at(QStringLiteral("fine.png")), ImageFixtures::picture(20, 20));
     ConvertJob next(toJpeg({fine}, tree.path()));
     runToEnd(next);
     QCOMPARE(next.written().size(), 1);
