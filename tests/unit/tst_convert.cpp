@@ -173,7 +173,7 @@ void ConvertTest::jpegQualityFollowsTheFactor()
 void ConvertTest::pngToPngIsALosslessRewrite()
 {
     TestTree tree;
-    const QString source = tree.path() + QStringLiteral("/a.png");
+    const QString source = tree.at(QStringLiteral("a.png"));
     const QImage pic = ImageFixtures::picture(120, 80, true);
     QVERIFY(ImageFixtures::write(source, ImageFixtures::pngWithPrivateChunk(pic)));
     QByteArray first;
@@ -189,17 +189,17 @@ void ConvertTest::pngToPngIsALosslessRewrite()
     QVERIFY(first.contains("prVt"));
     QCOMPARE(QImage::fromData(first).convertToFormat(QImage::Format_ARGB32), pic.convertToFormat(QImage::Format_ARGB32));
     QCOMPARE(first, PngRecompress::recompress(source, 1.0f).value());
-    QVERIFY(Utils::changePngCompression(source, tree.path() + QStringLiteral("/direct.png"), 7.0f)); // clamped to 1
-    QCOMPARE(TestTree::contents(tree.path() + QStringLiteral("/direct.png")), first);
+    QVERIFY(Utils::changePngCompression(source, tree.at(QStringLiteral("direct.png")), 7.0f)); // clamped to 1
+    QCOMPARE(TestTree::contents(tree.at(QStringLiteral("direct.png"))), first);
 }
 
 void ConvertTest::upperCasePngGoesThroughTheEncoder()
 {
     TestTree tree;
-    const QString source = tree.path() + QStringLiteral("/b.PNG");
+    const QString source = tree.at(QStringLiteral("b.PNG"));
     QVERIFY(ImageFixtures::write(source, ImageFixtures::pngWithPrivateChunk(ImageFixtures::picture(30, 30))));
     const auto job = runConvert(requestFor({source}, tree.path(), 1));
-    QCOMPARE(job->written(), QStringList{tree.path() + QStringLiteral("/b.png")});
+    QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("b.png"))});
     const QByteArray out = TestTree::contents(job->written().first());
     QVERIFY(out.startsWith("\x89PNG"));
     QVERIFY(!out.contains("prVt")); // a fresh encoding, not the rewrite
@@ -208,23 +208,23 @@ void ConvertTest::upperCasePngGoesThroughTheEncoder()
 void ConvertTest::outputsTakeFreeNames()
 {
     TestTree tree;
-    const QString source = tree.path() + QStringLiteral("/c.jpg");
+    const QString source = tree.at(QStringLiteral("c.jpg"));
     const QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::picture(50, 40), "jpeg");
     QVERIFY(ImageFixtures::write(source, jpeg));
-    QVERIFY(ImageFixtures::write(tree.path() + QStringLiteral("/c 1.jpg"), "taken"));
+    QVERIFY(ImageFixtures::write(tree.at(QStringLiteral("c 1.jpg")), "taken"));
     const auto job = runConvert(requestFor({source}, tree.path(), 2));
-    QCOMPARE(job->written(), QStringList{tree.path() + QStringLiteral("/c 2.jpg")});
+    QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("c 2.jpg"))});
     QCOMPARE(TestTree::contents(source), jpeg);
-    QCOMPARE(TestTree::contents(tree.path() + QStringLiteral("/c 1.jpg")), QByteArray("taken"));
+    QCOMPARE(TestTree::contents(tree.at(QStringLiteral("c 1.jpg"))), QByteArray("taken"));
 }
 
 void ConvertTest::readOnlyTypesConvertLikeAnyOther()
 {
     TestTree tree;
-    const QString source = tree.path() + QStringLiteral("/layers.psd");
+    const QString source = tree.at(QStringLiteral("layers.psd"));
     QVERIFY(ImageFixtures::write(source, ImageFixtures::psd(ImageFixtures::picture(64, 48))));
     const auto job = runConvert(requestFor({source}, tree.path(), 2));
-    QCOMPARE(job->written(), QStringList{tree.path() + QStringLiteral("/layers.jpg")});
+    QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("layers.jpg"))});
     QCOMPARE(Utils::getImageDimensionsAsStringImgPath(job->written().first()), QStringLiteral("64x48"));
     QCOMPARE(Utils::getImageFileTypeFromPath(job->written().first()), ImageTypeCode::JPEG);
 }
@@ -234,10 +234,10 @@ void ConvertTest::eachImageIsCredited()
     TestTree tree;
     QStringList images;
     for (int i = 0; i < 3; ++i) {
-        images << tree.path() + QStringLiteral("/i%1.bmp").arg(i);
+        images << tree.at(QStringLiteral("i%1.bmp")).arg(i);
         QVERIFY(ImageFixtures::write(images.last(), ImageFixtures::encoded(ImageFixtures::picture(10, 10), "bmp")));
     }
-    images << tree.path() + QStringLiteral("/missing.bmp"); // credited before it fails
+    images << tree.at(QStringLiteral("missing.bmp")); // credited before it fails
     quint64 credited = 0;
     const auto job = runConvert(requestFor(images, tree.path(), 4), &credited);
     QCOMPARE(credited, quint64(120));
@@ -272,7 +272,7 @@ void ConvertTest::damagedFilesFailAlone()
     QFETCH(qint64, tag);
     TestTree tree;
     const QString bad = tree.path() + QChar('/') + name;
-    const QString good = tree.path() + QStringLiteral("/fine.png");
+    const QString good = tree.at(QStringLiteral("fine.png"));
     QVERIFY(ImageFixtures::write(bad, content));
     QVERIFY(ImageFixtures::write(good, ImageFixtures::encoded(ImageFixtures::picture(20, 20), "png")));
     const auto job = runConvert(requestFor({bad, good}, tree.path(), tag));

@@ -26,14 +26,11 @@ class CropGeometryTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void dotsTable();
     void dotPointsInAView();
-    void smallestFrameShowsOnePoint();
     void ensureInside_data();
     void ensureInside();
     void drag_data();
     void drag();
-    void leftDotDoesNotFlip();
     void hitTest_data();
     void hitTest();
     void boundsFallBackToTheHolder();
@@ -58,25 +55,6 @@ private Q_SLOTS:
     void keyTable();
 };
 
-void CropGeometryTest::dotsTable()
-{
-    // position, moveX, moveY, changeWidth, changeHeight, in the fixed order.
-    const struct
-    {
-        QPointF p;
-        float mx, my, cw, ch;
-    } want[] = {{{0, 0}, 1, 1, -1, -1},  {{0, 0.5}, 1, 0, -1, 0}, {{0, 1}, 1, 0, -1, 1},  {{0.5, 0}, 0, 1, 0, -1},
-                {{0.5, 1}, 0, 0, 0, 1},  {{1, 0}, 0, 1, 1, -1},   {{1, 0.5}, 0, 0, 1, 0}, {{1, 1}, 0, 0, 1, 1}};
-    const auto &dots = CropDot::dots();
-    for (size_t i = 0; i < dots.size(); ++i) {
-        QCOMPARE(dots[i].position, want[i].p);
-        QCOMPARE(dots[i].moveXStep, want[i].mx);
-        QCOMPARE(dots[i].moveYStep, want[i].my);
-        QCOMPARE(dots[i].changeWidthStep, want[i].cw);
-        QCOMPARE(dots[i].changeHeightStep, want[i].ch);
-    }
-}
-
 void CropGeometryTest::dotPointsInAView()
 {
     // x = position.x x (width - 10) + 5, and likewise for y.
@@ -85,12 +63,6 @@ void CropGeometryTest::dotPointsInAView()
     QCOMPARE(CropDot::dots()[1].convertToView(bounds), QPointF(5, 30));
     QCOMPARE(CropDot::dots()[4].convertToView(bounds), QPointF(55, 55));
     QCOMPARE(CropDot::dots()[7].convertToView(bounds), QPointF(105, 55));
-}
-
-void CropGeometryTest::smallestFrameShowsOnePoint()
-{
-    QCOMPARE(cropFrame(QSizeF(11, 11)), QRectF(5, 5, 1, 1));
-    QCOMPARE(cropFrame(QSizeF(210, 110)), QRectF(5, 5, 200, 100));
 }
 
 void CropGeometryTest::ensureInside_data()
@@ -140,6 +112,11 @@ void CropGeometryTest::drag_data()
     // pushes the tall frame down past the bottom, and the intersection keeps the whole height.
     QTest::newRow("top dot past the top is cut") << QRectF(100, 100, 100, 100) << 0.0f << 500.0f << MaybeDot(4)
                                                  << picture << QRectF(100, 0, 100, 300);
+    // Past the right edge the width sits at its floor, and from there the 11-point frame travels along.
+    QTest::newRow("left dot past the right edge") << QRectF(50, 0, 100, 50) << 150.0f << 0.0f << MaybeDot(1)
+                                                  << QRectF(0, 0, 400, 100) << QRectF(200, 0, 11, 50);
+    QTest::newRow("left dot further past") << QRectF(50, 0, 100, 50) << 200.0f << 0.0f << MaybeDot(1)
+                                           << QRectF(0, 0, 400, 100) << QRectF(250, 0, 11, 50);
     QTest::newRow("middle dots ignore the other axis") << QRectF(100, 100, 100, 100) << 25.0f << 70.0f << MaybeDot(6)
                                                        << picture << QRectF(100, 100, 125, 100);
 }
@@ -153,15 +130,6 @@ void CropGeometryTest::drag()
     QFETCH(QRectF, limit);
     QFETCH(QRectF, out);
     QCOMPARE(calculateFrameWithOldFrame(old, dx, dy, dot, limit), out);
-}
-
-void CropGeometryTest::leftDotDoesNotFlip()
-{
-    // Past the right edge the width sits at its floor, and from there the 11-point frame travels along.
-    const QRectF limit(0, 0, 400, 100);
-    const QRectF start(50, 0, 100, 50);
-    QCOMPARE(calculateFrameWithOldFrame(start, 150, 0, 1, limit), QRectF(200, 0, 11, 50));
-    QCOMPARE(calculateFrameWithOldFrame(start, 200, 0, 1, limit), QRectF(250, 0, 11, 50));
 }
 
 void CropGeometryTest::hitTest_data()
@@ -228,6 +196,9 @@ void CropGeometryTest::scaleNeverEnlarges()
 
 void CropGeometryTest::limitIsThePicture()
 {
+    // The frame lies 5 points inside its view: the smallest one shows a single point.
+    QCOMPARE(cropFrame(QSizeF(11, 11)), QRectF(5, 5, 1, 1));
+    QCOMPARE(cropFrame(QSizeF(210, 110)), QRectF(5, 5, 200, 100));
     // A picture smaller than the view: scale 1, centred, and the frame's limit is the picture outset by 5.
     const QRectF img = EditorGeometry::getImgRectInsideImgView(QSizeF(100, 50), QSizeF(500, 400));
     QCOMPARE(img, QRectF(200, 175, 100, 50));

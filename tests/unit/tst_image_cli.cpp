@@ -53,21 +53,21 @@ private:
 void ImageCliTest::initTestCase()
 {
     const QImage pic = ImageFixtures::picture(400, 300);
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/photo.jpg"), ImageFixtures::encoded(pic, "jpeg", 300)));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/img2.png"), ImageFixtures::encoded(pic, "png")));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/img10.png"),
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("photo.jpg")), ImageFixtures::encoded(pic, "jpeg", 300)));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("img2.png")), ImageFixtures::encoded(pic, "png")));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("img10.png")),
                                  ImageFixtures::encoded(ImageFixtures::picture(100, 50), "png")));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/broken.png"), QByteArray(200, 'b')));
-    QVERIFY(ImageFixtures::pdfWithPages(m_tree.path() + QStringLiteral("/doc.pdf"), {QSizeF(72, 144), QSizeF(72, 72)}));
-    QVERIFY(QDir().mkpath(m_tree.path() + QStringLiteral("/out")));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/turned.jpg"),
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("broken.png")), QByteArray(200, 'b')));
+    QVERIFY(ImageFixtures::pdfWithPages(m_tree.at(QStringLiteral("doc.pdf")), {QSizeF(72, 144), QSizeF(72, 72)}));
+    QVERIFY(QDir().mkpath(m_tree.at(QStringLiteral("out"))));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("turned.jpg")),
                                  ImageFixtures::withOrientation(ImageFixtures::encoded(pic, "jpeg"), 6)));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/-dash.png"), ImageFixtures::encoded(pic, "png")));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("-dash.png")), ImageFixtures::encoded(pic, "png")));
     // Bad inputs, each under a name that promises an image.
-    QVERIFY(QDir().mkpath(m_tree.path() + QStringLiteral("/folder.png")));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/empty.png"), {}));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/words.png"), "some words, no picture"));
-    QVERIFY(ImageFixtures::write(m_tree.path() + QStringLiteral("/damaged.png"), ImageFixtures::damagedPng(pic)));
+    QVERIFY(QDir().mkpath(m_tree.at(QStringLiteral("folder.png"))));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("empty.png")), {}));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("words.png")), "some words, no picture"));
+    QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("damaged.png")), ImageFixtures::damagedPng(pic)));
 }
 
 void ImageCliTest::commands_data()
