@@ -57,7 +57,7 @@ struct EditorCase
     bool open()
     {
         fakes = std::make_unique<FakePlatform>(dir.filePath(QStringLiteral(".trash")));
-        fakes->share.targets = {{QStringLiteral("mail"), QStringLiteral("Mail"), QStringLiteral("mail-send")}};
+        fakes->share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}};
         Platform::install(fakes->services());
         for (const QString &f : filesIn(dir.path()))
             QFile::remove(dir.filePath(f));

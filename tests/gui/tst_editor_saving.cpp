@@ -15,6 +15,7 @@
 
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QToolButton>
@@ -215,14 +216,15 @@ void EditorSavingTest::sharingHandsOverACopy()
     e.rotateBy90right();
     e.showSharePopCW();
     QMenu *menu = nullptr;
-    QVERIFY(QTest::qWaitFor([&] { return (menu = e.findChild<QMenu *>(QStringLiteral("shareImgPop"))) != nullptr; }));
-    QCOMPARE(menu->actions().size(), 1);
-    menu->actions().first()->trigger();
-    QCOMPARE(c.fakes->share.shared.size(), 1);
-    const QStringList paths = c.fakes->share.shared.first().second;
-    QCOMPARE(QFileInfo(paths.value(0)).fileName(), QStringLiteral("photo.png")); // the source's name
-    QVERIFY(Utils::isInTempFileOperationsFolder(paths.value(0)));
-    QCOMPARE(QImage(paths.value(0)).size(), QSize(600, 800)); // the picture as it stands
+    QVERIFY(QTest::qWaitFor([&] { return (menu = e.findChild<QMenu *>(QStringLiteral("sharePicker"))) != nullptr; }));
+    QAction *device = menu->findChild<QAction *>(QStringLiteral("kdeconnect:abc"));
+    QVERIFY(device);
+    device->trigger();
+    QTRY_COMPARE(c.fakes->share.shared.size(), 1);
+    const QString path = QUrl(c.fakes->share.shared.first().second.value(0)).toLocalFile();
+    QCOMPARE(QFileInfo(path).fileName(), QStringLiteral("photo.png")); // the source's name
+    QVERIFY(Utils::isInTempFileOperationsFolder(path));
+    QCOMPARE(QImage(path).size(), QSize(600, 800)); // the picture as it stands
     // Without a share service the button is not offered.
     Platform::install({});
     CropImgWC fresh;
