@@ -22,6 +22,7 @@
 #include <QTest>
 #include <QUrl>
 
+#include <functional>
 #include <memory>
 
 // Installed as the running services, past the first start's login question, launched.
@@ -127,11 +128,13 @@ struct LaunchedFixture
     std::unique_ptr<FakePlatform> fakes;
     std::unique_ptr<AppDelegate> app;
 
-    void launch()
+    // `prepare` sets up the fake services before the program sees them.
+    void launch(const std::function<void(FakePlatform &)> &prepare = {})
     {
         fakes = std::make_unique<FakePlatform>(dir.path() + QStringLiteral("/.trash"));
+        if (prepare)
+            prepare(*fakes);
         app = launchedOn(*fakes);
-        app->showDropTargetAt(QPointF(400, 300));
     }
     // Nothing of a case reaches the next: the program, its windows, the settings, the files.
     void close()

@@ -30,8 +30,12 @@ class DragWatchTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
+    void init() { f.launch([](FakePlatform &fakes) { fakes.volumes.volumes = {fakeStick()}; }); }
+    void cleanup()
+    {
+        f.close();
+        QFile::remove(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"));
+    }
     void besidePointer_data();
     void besidePointer();
     void keepOpenRectangles_data();
@@ -54,9 +58,7 @@ private Q_SLOTS:
 private:
     void drag(const QStringList &types, const QStringList &paths = {});
 
-    QTemporaryDir m_dir;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
 };
 
 void DragWatchTest::initTestCase()
@@ -64,24 +66,10 @@ void DragWatchTest::initTestCase()
     QStandardPaths::setTestModeEnabled(true);
 }
 
-void DragWatchTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    m_fakes->volumes.volumes = {fakeStick()};
-    m_app = launchedOn(*m_fakes);
-}
-
-void DragWatchTest::cleanup()
-{
-    m_app.reset();
-    QFile::remove(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"));
-    SettingsStore::shared().resetAll();
-}
-
 void DragWatchTest::drag(const QStringList &types, const QStringList &paths)
 {
-    m_fakes->drag.startDrag(types, paths);
-    m_fakes->pointer.drag(QPointF(400, 300), 3, 4);
+    f.fakes->drag.startDrag(types, paths);
+    f.fakes->pointer.drag(QPointF(400, 300), 3, 4);
 }
 
 void DragWatchTest::besidePointer_data()
@@ -261,12 +249,12 @@ void DragWatchTest::handler()
                                        QStringList{"org.example.Excluded"}).ok());
     SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, hotKeyMode);
     SettingsStore::shared().setBool(SettingsKey::ExclAllButFinder, allButFileManager);
-    m_fakes->windows.appUnderPointer = appUnderPointer;
-    m_fakes->windows.frontmost = frontmost;
+    f.fakes->windows.appUnderPointer = appUnderPointer;
+    f.fakes->windows.frontmost = frontmost;
     drag(types, paths);
-    QCOMPARE(m_app->windowIsVsbl(), raised);
-    QCOMPARE(m_app->mouseDraggedBool, counted);
-    QCOMPARE(m_app->myPbrdChangeCount, m_fakes->drag.changeCount()); // looked at once, whatever came of it
+    QCOMPARE(f.app->windowIsVsbl(), raised);
+    QCOMPARE(f.app->mouseDraggedBool, counted);
+    QCOMPARE(f.app->myPbrdChangeCount, f.fakes->drag.changeCount()); // looked at once, whatever came of it
 }
 
 void DragWatchTest::raisedAtTheDragsStart_data()
@@ -295,79 +283,79 @@ void DragWatchTest::raisedAtTheDragsStart()
     QFETCH(bool, heldInOurOwnWindow);
     QFETCH(bool, droppedBeforeTheAnswer);
     QFETCH(bool, staysOnceKnown);
-    m_fakes->pointer.held = PointerDrag{!heldInOurOwnWindow, QPointF(400, 300), 1, 6};
-    m_fakes->drag.answerLater = true;
-    m_fakes->drag.startDrag(types);
-    QCOMPARE(m_app->windowIsVsbl(), !heldInOurOwnWindow);
+    f.fakes->pointer.held = PointerDrag{!heldInOurOwnWindow, QPointF(400, 300), 1, 6};
+    f.fakes->drag.answerLater = true;
+    f.fakes->drag.startDrag(types);
+    QCOMPARE(f.app->windowIsVsbl(), !heldInOurOwnWindow);
     if (heldInOurOwnWindow) {
-        QCOMPARE(m_fakes->drag.asked, 0);
+        QCOMPARE(f.fakes->drag.asked, 0);
         return;
     }
     const qreal h = DropWindow::primaryScreenHeight();
-    QVERIFY(m_app->window->frameYUp().y() > h - 300); // above the pointer, as the drag goes down
-    QCOMPARE(m_fakes->drag.asked, 1);
+    QVERIFY(f.app->window->frameYUp().y() > h - 300); // above the pointer, as the drag goes down
+    QCOMPARE(f.fakes->drag.asked, 1);
     if (droppedBeforeTheAnswer) {
-        m_app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
-        m_app->showPanelWithIndex(DropPanelDefault);
+        f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
+        f.app->showPanelWithIndex(DropPanelDefault);
     }
-    m_fakes->drag.answer();
-    QCOMPARE(m_app->windowIsVsbl(), staysOnceKnown);
-    QCOMPARE(m_app->oneofThePanelsIsShown, droppedBeforeTheAnswer);
+    f.fakes->drag.answer();
+    QCOMPARE(f.app->windowIsVsbl(), staysOnceKnown);
+    QCOMPARE(f.app->oneofThePanelsIsShown, droppedBeforeTheAnswer);
     if (droppedBeforeTheAnswer)
         return;
-    m_fakes->pointer.drag(QPointF(420, 330), 2, 3); // the same drag goes on: nothing new
-    QCOMPARE(m_app->windowIsVsbl(), staysOnceKnown);
-    QCOMPARE(m_fakes->drag.asked, 1);
+    f.fakes->pointer.drag(QPointF(420, 330), 2, 3); // the same drag goes on: nothing new
+    QCOMPARE(f.app->windowIsVsbl(), staysOnceKnown);
+    QCOMPARE(f.fakes->drag.asked, 1);
 }
 
 void DragWatchTest::aDragStartedAtThePressWaitsForItsFirstMotion()
 {
-    m_fakes->pointer.held = PointerDrag{true, QPointF(400, 300), 0, 0};
-    m_fakes->drag.startDrag({"text/plain"});
-    QVERIFY(!m_app->windowIsVsbl()); // no way known yet to keep out of
-    m_fakes->pointer.drag(QPointF(400, 304), 0, 4);
-    QVERIFY(m_app->windowIsVsbl());
-    QVERIFY(m_app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
+    f.fakes->pointer.held = PointerDrag{true, QPointF(400, 300), 0, 0};
+    f.fakes->drag.startDrag({"text/plain"});
+    QVERIFY(!f.app->windowIsVsbl()); // no way known yet to keep out of
+    f.fakes->pointer.drag(QPointF(400, 304), 0, 4);
+    QVERIFY(f.app->windowIsVsbl());
+    QVERIFY(f.app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
 }
 
 void DragWatchTest::oneRaisePerDrag()
 {
     drag({"text/plain"});
-    QVERIFY(m_app->windowIsVsbl());
-    m_app->orderOutTheWindow();
-    m_fakes->pointer.drag(QPointF(420, 300), 3, 4); // the same drag goes on
-    QVERIFY(!m_app->windowIsVsbl());
+    QVERIFY(f.app->windowIsVsbl());
+    f.app->orderOutTheWindow();
+    f.fakes->pointer.drag(QPointF(420, 300), 3, 4); // the same drag goes on
+    QVERIFY(!f.app->windowIsVsbl());
     drag({"text/plain"}); // a new drag
-    QVERIFY(m_app->windowIsVsbl());
+    QVERIFY(f.app->windowIsVsbl());
 }
 
 void DragWatchTest::aDragElsewhereDismissesAPanel()
 {
     drag({"text/plain"});
-    m_app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
-    m_app->showPanelWithIndex(DropPanelDefault);
-    m_fakes->pointer.drag(QPointF(900, 700), 5, 5);
-    QVERIFY(!m_app->windowIsVsbl());
+    f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
+    f.app->showPanelWithIndex(DropPanelDefault);
+    f.fakes->pointer.drag(QPointF(900, 700), 5, 5);
+    QVERIFY(!f.app->windowIsVsbl());
 }
 
 void DragWatchTest::pointerLeavingCloses()
 {
     drag({"text/plain"});
-    QVERIFY(m_app->windowIsVsbl());
-    QVERIFY(m_fakes->pointer.tracking);
-    const QRectF frame = m_app->window->frameYUp();
+    QVERIFY(f.app->windowIsVsbl());
+    QVERIFY(f.fakes->pointer.tracking);
+    const QRectF frame = f.app->window->frameYUp();
     const qreal h = DropWindow::primaryScreenHeight();
     // 40 points right of the window: inside the keep-open margin.
-    m_fakes->pointer.move(QPointF(frame.right() + 40, h - frame.center().y()));
-    QVERIFY(m_app->windowIsVsbl());
-    m_app->shouldNotCloseYet = true; // something took the pointer away on purpose
-    m_fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
-    QVERIFY(m_app->windowIsVsbl());
-    m_fakes->pointer.move(QPointF(frame.center().x(), h - frame.center().y())); // back: closing is armed again
-    QVERIFY(!m_app->shouldNotCloseYet);
-    m_fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
-    QVERIFY(!m_app->windowIsVsbl());
-    QVERIFY(!m_fakes->pointer.tracking);
+    f.fakes->pointer.move(QPointF(frame.right() + 40, h - frame.center().y()));
+    QVERIFY(f.app->windowIsVsbl());
+    f.app->shouldNotCloseYet = true; // something took the pointer away on purpose
+    f.fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
+    QVERIFY(f.app->windowIsVsbl());
+    f.fakes->pointer.move(QPointF(frame.center().x(), h - frame.center().y())); // back: closing is armed again
+    QVERIFY(!f.app->shouldNotCloseYet);
+    f.fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
+    QVERIFY(!f.app->windowIsVsbl());
+    QVERIFY(!f.fakes->pointer.tracking);
 }
 
 QTEST_MAIN(DragWatchTest)

@@ -48,7 +48,11 @@ class DropWindowTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init() { f.launch(); }
+    void init()
+    {
+        f.launch();
+        f.app->showDropTargetAt(QPointF(400, 300));
+    }
     void cleanup();
     void libraryImageDisablesWhatWouldChangeIt();
     void severalFilesWithOneImage();

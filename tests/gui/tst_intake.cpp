@@ -33,8 +33,17 @@ class IntakeTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
+    void init()
+    {
+        SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
+        f.launch([](FakePlatform &fakes) { fakes.volumes.volumes = {fakeStick()}; });
+        f.app->showDropTargetAt(QPointF(300, 300));
+    }
+    void cleanup()
+    {
+        f.close();
+        Utils::cleanUPTepmFileOperationsFolder();
+    }
     void windowTarget_data();
     void windowTarget();
     void promisedFilesSettle_data();
@@ -49,35 +58,17 @@ private Q_SLOTS:
     void dropViewsTakeFilesOnly();
 
 private:
-    QString file(const QString &name, const QByteArray &content = "x") { return writtenFile(m_dir.path() + '/' + name, content); }
+    QString file(const QString &name, const QByteArray &content = "x") { return f.file(name, content); }
     // Enter, then drop, as the windowing system delivers them; whether the drop was taken.
     static bool dropOn(QWidget *target, const QMimeData *data);
 
-    QTemporaryDir m_dir;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
 };
 
 void IntakeTest::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     Texts::setLanguage(QStringLiteral("en"));
-}
-
-void IntakeTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
-    m_fakes->volumes.volumes = {fakeStick()};
-    m_app = launchedOn(*m_fakes);
-    m_app->showDropTargetAt(QPointF(300, 300));
-}
-
-void IntakeTest::cleanup()
-{
-    m_app.reset();
-    Utils::cleanUPTepmFileOperationsFolder();
-    SettingsStore::shared().resetAll();
 }
 
 bool IntakeTest::dropOn(QWidget *target, const QMimeData *data)
@@ -120,7 +111,7 @@ void IntakeTest::windowTarget()
     else if (kind == QLatin1String("image"))
         data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("photo.png"), QByteArray("\x89PNG\r\n\x1a\n", 8)))});
     else if (kind == QLatin1String("folder"))
-        data.setUrls({QUrl::fromLocalFile(m_dir.path())});
+        data.setUrls({QUrl::fromLocalFile(f.dir.path())});
     else if (kind == QLatin1String("other"))
         data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("data.bin")))});
     else if (kind == QLatin1String("files"))
@@ -136,21 +127,21 @@ void IntakeTest::windowTarget()
     else
         data.setData(QStringLiteral("application/x-foo"), "?");
 
-    QCOMPARE(dropOn(m_app->dropFilesHereView, &data), taken);
-    QCOMPARE(m_app->oneofThePanelsIsShown, panel != 0);
-    QVERIFY(!m_app->emptyContviewIsShown);
+    QCOMPARE(dropOn(f.app->dropFilesHereView, &data), taken);
+    QCOMPARE(f.app->oneofThePanelsIsShown, panel != 0);
+    QVERIFY(!f.app->emptyContviewIsShown);
     if (!taken) {
-        QCOMPARE(m_app->window->contentView(), m_app->dropFilesHereView); // still waiting
+        QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView); // still waiting
         return;
     }
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanel(panel))));
-    QVERIFY(m_app->window->takesFocus()); // a panel takes the keys
-    QCOMPARE(m_app->filePathsArr.size(), kind == QLatin1String("files") ? 2 : kind == QLatin1String("text") ? 0 : 1);
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
+    QVERIFY(f.app->window->takesFocus()); // a panel takes the keys
+    QCOMPARE(f.app->filePathsArr.size(), kind == QLatin1String("files") ? 2 : kind == QLatin1String("text") ? 0 : 1);
     if (kind == QLatin1String("text"))
         QCOMPARE(Utils::readDroppedString(), QStringLiteral("two words"));
     if (kind == QLatin1String("png")) {
-        QVERIFY(m_app->droppedImageFromOtherApp);
-        QVERIFY(m_app->filePathsArr.value(0).startsWith(Utils::tempFileOperationsFolder()));
+        QVERIFY(f.app->droppedImageFromOtherApp);
+        QVERIFY(f.app->filePathsArr.value(0).startsWith(Utils::tempFileOperationsFolder()));
     }
 }
 
@@ -170,22 +161,22 @@ void IntakeTest::promisedFilesSettle()
     QFETCH(QStringList, names);
     QFETCH(int, writeAfterMs);
     QFETCH(int, panel);
-    m_fakes->promisedFiles.names = names;
-    m_fakes->promisedFiles.writeAfterMs = writeAfterMs;
+    f.fakes->promisedFiles.names = names;
+    f.fakes->promisedFiles.writeAfterMs = writeAfterMs;
     QMimeData data;
     data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
     data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("also-named.txt")))}); // promises come first
-    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
+    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
 
-    QCOMPARE(m_fakes->promisedFiles.askedFolders.size(), 1);
-    const QString folder = m_fakes->promisedFiles.askedFolders.first();
+    QCOMPARE(f.fakes->promisedFiles.askedFolders.size(), 1);
+    const QString folder = f.fakes->promisedFiles.askedFolders.first();
     QVERIFY(folder.startsWith(Utils::tempFileOperationsFolder() + QLatin1Char('/')));
-    QVERIFY(m_app->emptyContviewIsShown); // until the files stand still
-    QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 3000);
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanel(panel))));
-    QVERIFY(m_app->droppedImageFromOtherApp);
-    QCOMPARE(m_app->filePathsArr.size(), names.size());
-    for (const QString &path : std::as_const(m_app->filePathsArr))
+    QVERIFY(f.app->emptyContviewIsShown); // until the files stand still
+    QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
+    QVERIFY(f.app->droppedImageFromOtherApp);
+    QCOMPARE(f.app->filePathsArr.size(), names.size());
+    for (const QString &path : std::as_const(f.app->filePathsArr))
         QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath()), qPrintable(path));
 }
 
@@ -211,8 +202,8 @@ void IntakeTest::anImageOutOfABrowser()
     QFETCH(QStringList, sourceSaves);
     QFETCH(QString, address);
     QFETCH(QString, written);
-    m_fakes->promisedFiles.names = sourceSaves;
-    m_fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
+    f.fakes->promisedFiles.names = sourceSaves;
+    f.fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
     const QByteArray png = pngBytes();
     QMimeData data;
     data.setUrls({QUrl(address)});
@@ -222,43 +213,41 @@ void IntakeTest::anImageOutOfABrowser()
         data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
     if (directSave && sourceSaves.isEmpty())
         QTest::ignoreMessage(QtWarningMsg, "promised files not received: the source refused");
-    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
-    QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 3000);
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanelOtherAppImage)));
-    QCOMPARE(m_app->filePathsArr.size(), 1);
-    const QString path = m_app->filePathsArr.first();
+    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+    QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelOtherAppImage)));
+    QCOMPARE(f.app->filePathsArr.size(), 1);
+    const QString path = f.app->filePathsArr.first();
     QCOMPARE(QFileInfo(path).fileName(), written);
     QVERIFY(path.startsWith(QDir(Utils::tempFileOperationsFolder()).canonicalPath() + QLatin1Char('/')));
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), png);
+    QCOMPARE(f.bytesOf(path), png);
 }
 
 void IntakeTest::aPromiseThatNeverCompletesWaitsForCancel()
 {
-    m_fakes->promisedFiles.names = {QStringLiteral("never.txt")};
-    m_fakes->promisedFiles.writeAfterMs = -1;
+    f.fakes->promisedFiles.names = {QStringLiteral("never.txt")};
+    f.fakes->promisedFiles.writeAfterMs = -1;
     QMimeData data;
     data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
-    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
+    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
     QTest::qWait(400);
-    QVERIFY(m_app->emptyContviewIsShown);
-    QVERIFY(!m_app->oneofThePanelsIsShown);
-    const QString folder = m_fakes->promisedFiles.askedFolders.value(0);
+    QVERIFY(f.app->emptyContviewIsShown);
+    QVERIFY(!f.app->oneofThePanelsIsShown);
+    const QString folder = f.fakes->promisedFiles.askedFolders.value(0);
     QVERIFY(QFileInfo(folder).isDir());
 
-    m_app->emptyContview->cancelProgressBtn->click();
-    QCOMPARE(m_app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Data import canceled..."));
+    f.app->emptyContview->cancelProgressBtn->click();
+    QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Data import canceled..."));
     QVERIFY(!QFileInfo::exists(folder));
-    QVERIFY(m_app->windowIsVsbl()); // a moment to read the message
-    QTRY_VERIFY_WITH_TIMEOUT(!m_app->windowIsVsbl(), 2000);
+    QVERIFY(f.app->windowIsVsbl()); // a moment to read the message
+    QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
     // The file appearing now changes nothing: its checks ended with the import.
     QVERIFY(QDir().mkpath(folder));
     QFile late(folder + QStringLiteral("/never.txt"));
     QVERIFY(late.open(QIODevice::WriteOnly) && late.write("late") == 4);
     late.close();
     QTest::qWait(300);
-    QVERIFY(!m_app->oneofThePanelsIsShown);
+    QVERIFY(!f.app->oneofThePanelsIsShown);
     QDir(folder).removeRecursively();
 }
 
@@ -269,12 +258,12 @@ void IntakeTest::aDropOfNothingShownIsLeftByCancel()
     const QString kept = file(QStringLiteral("kept.txt"));
     QMimeData data;
     data.setData(QStringLiteral("image/x-exotic"), "??");
-    QVERIFY(dropOn(m_app->dropFilesHereView, &data));
-    QVERIFY(m_app->emptyContviewIsShown);
-    QVERIFY(m_app->filePathsArr.isEmpty());
+    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+    QVERIFY(f.app->emptyContviewIsShown);
+    QVERIFY(f.app->filePathsArr.isEmpty());
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^error deleting TempDir for promised files")));
-    m_app->emptyContview->cancelProgressBtn->click();
-    QTRY_VERIFY_WITH_TIMEOUT(!m_app->windowIsVsbl(), 2000);
+    f.app->emptyContview->cancelProgressBtn->click();
+    QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
     QVERIFY(QFileInfo::exists(kept));
     QVERIFY(QFileInfo(QDir::currentPath()).isDir());
 }
@@ -283,13 +272,13 @@ void IntakeTest::quickMoveShowsThePickerAlone()
 {
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("move-me.txt")))});
-    QVERIFY(dropOn(m_app->dropFilesHereView->dropQuickMoveView, &data));
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->moveFileVC));
-    QVERIFY(m_app->oneofThePanelsIsShown);
-    QVERIFY(!m_app->emptyContviewIsShown);
-    QVERIFY(m_app->moveFileVC->goBackBtn->isHidden());
-    QCOMPARE(m_app->window->frameYUp().size(), QSizeF(210, 300));
-    QCOMPARE(m_app->moveFileVC->destParentFldrPath(), m_app->filePathsArr.first());
+    QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &data));
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->moveFileVC));
+    QVERIFY(f.app->oneofThePanelsIsShown);
+    QVERIFY(!f.app->emptyContviewIsShown);
+    QVERIFY(f.app->moveFileVC->goBackBtn->isHidden());
+    QCOMPARE(f.app->window->frameYUp().size(), QSizeF(210, 300));
+    QCOMPARE(f.app->moveFileVC->destParentFldrPath(), f.app->filePathsArr.first());
 }
 
 void IntakeTest::aliasesAreLinksBesideTheFiles()
@@ -300,18 +289,16 @@ void IntakeTest::aliasesAreLinksBesideTheFiles()
     QMimeData data;
     data.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b)});
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^&err > .*b b.txt alias")));
-    QVERIFY(dropOn(m_app->dropFilesHereView->createAliasDropView, &data));
-    QTRY_VERIFY(!m_app->windowIsVsbl());
+    QVERIFY(dropOn(f.app->dropFilesHereView->createAliasDropView, &data));
+    QTRY_VERIFY(!f.app->windowIsVsbl());
     QCOMPARE(QFileInfo(a + QStringLiteral(" alias")).symLinkTarget(), a);
     // An item already there keeps its place and its content.
     QVERIFY(!QFileInfo(taken).isSymLink());
-    QFile kept(taken);
-    QVERIFY(kept.open(QIODevice::ReadOnly));
-    QCOMPARE(kept.readAll(), QByteArray("the user's own"));
-    QTRY_COMPARE(m_fakes->notifications.delivered.size(), 1);
-    const auto &note = m_fakes->notifications.delivered.first();
+    QCOMPARE(f.bytesOf(taken), QByteArray("the user's own"));
+    QTRY_COMPARE(f.fakes->notifications.delivered.size(), 1);
+    const auto &note = f.fakes->notifications.delivered.first();
     QCOMPARE(note.title, QStringLiteral("Alias created"));
-    QCOMPARE(note.body, QStringLiteral("at ../%1").arg(QFileInfo(m_dir.path()).fileName()));
+    QCOMPARE(note.body, QStringLiteral("at ../%1").arg(QFileInfo(f.dir.path()).fileName()));
     QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{a + QStringLiteral(" alias")});
 }
 
@@ -324,8 +311,8 @@ void IntakeTest::dropViewCaptionsFollowTheDrag()
     {
         DropView *view;
         const char *resting, *hovered;
-    } targets[] = {{m_app->dropFilesHereView->dropQuickMoveView, "Move", "Move/Copy"},
-                   {m_app->dropFilesHereView->createAliasDropView, "Alias", "Make alias"}};
+    } targets[] = {{f.app->dropFilesHereView->dropQuickMoveView, "Move", "Move/Copy"},
+                   {f.app->dropFilesHereView->createAliasDropView, "Alias", "Make alias"}};
     for (const auto &t : targets) {
         QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
         QDragEnterEvent enter(QPoint(5, 5), Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
@@ -353,14 +340,14 @@ void IntakeTest::dropViewsTakeFilesOnly()
     // A lone volume is refused by the small target and by the window's own around it.
     QMimeData volume;
     volume.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
-    QVERIFY(!dropOn(m_app->dropFilesHereView->createAliasDropView, &volume));
-    QCOMPARE(m_app->window->contentView(), m_app->dropFilesHereView);
+    QVERIFY(!dropOn(f.app->dropFilesHereView->createAliasDropView, &volume));
+    QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView);
     // Text let go over a small target is the window's: its panel, no picker, no alias.
     QMimeData text;
     text.setText(QStringLiteral("words"));
-    QVERIFY(dropOn(m_app->dropFilesHereView->dropQuickMoveView, &text));
-    QCOMPARE(m_app->window->contentView(), static_cast<QWidget *>(m_app->panelView(DropPanelString)));
-    QVERIFY(!m_app->dropFilesHereView->dropQuickMoveView->isHovered());
+    QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &text));
+    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelString)));
+    QVERIFY(!f.app->dropFilesHereView->dropQuickMoveView->isHovered());
 }
 
 QTEST_MAIN(IntakeTest)

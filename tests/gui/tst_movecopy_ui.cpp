@@ -36,8 +36,8 @@ class MoveCopyUiTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
+    void init() { f.launch(); }
+    void cleanup() { f.close(); }
     void progressPanelGrowsAndShrinksByRows();
     void conflictDialogAnswers_data();
     void conflictDialogAnswers();
@@ -53,9 +53,7 @@ private:
     }
     void dropAndPick(const QStringList &paths, const QString &destination);
 
-    QTemporaryDir m_dir;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
 };
 
 void MoveCopyUiTest::initTestCase()
@@ -64,27 +62,15 @@ void MoveCopyUiTest::initTestCase()
     Texts::setLanguage(QStringLiteral("en"));
 }
 
-void MoveCopyUiTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    m_app = launchedOn(*m_fakes);
-}
-
-void MoveCopyUiTest::cleanup()
-{
-    m_app.reset();
-    SettingsStore::shared().resetAll();
-}
-
 void MoveCopyUiTest::dropAndPick(const QStringList &paths, const QString &destination)
 {
-    m_app->showDropTargetAt(QPointF(300, 300));
-    dropPaths(*m_app, paths);
-    m_app->moveToBtnAction();
-    QVERIFY(m_app->isModalOverlayVisible());
+    f.app->showDropTargetAt(QPointF(300, 300));
+    dropPaths(*f.app, paths);
+    f.app->moveToBtnAction();
+    QVERIFY(f.app->isModalOverlayVisible());
     // A stored destination is a row of the picker like any other.
-    m_app->moveFileVC->setDestinationsArr({destination});
-    QListView *rows = m_app->moveFileVC->destTablView;
+    f.app->moveFileVC->setDestinationsArr({destination});
+    QListView *rows = f.app->moveFileVC->destTablView;
     const QModelIndex first = rows->model()->index(0, 0);
     QCOMPARE(first.data(DestinationListModel::PathRole).toString(), destination);
     QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualRect(first).center());
@@ -155,60 +141,56 @@ void MoveCopyUiTest::conflictDialogAnswers()
 
 void MoveCopyUiTest::libraryFileIsOnlyCopied()
 {
-    m_app->showDropTargetAt(QPointF(300, 300));
-    m_app->filePathsArr = {makeFile(m_dir.path(), QStringLiteral("lib.txt"))};
-    m_app->libraryFolderFile = true;
-    m_app->showPanelWithIndex(DropPanelDocument);
-    m_app->moveToBtnAction();
-    QVERIFY(m_app->moveFileVC->shouldCopyCheckB->isChecked());
-    QVERIFY(!m_app->moveFileVC->shouldCopyCheckB->isEnabled());
+    f.app->showDropTargetAt(QPointF(300, 300));
+    f.app->filePathsArr = {makeFile(f.dir.path(), QStringLiteral("lib.txt"))};
+    f.app->libraryFolderFile = true;
+    f.app->showPanelWithIndex(DropPanelDocument);
+    f.app->moveToBtnAction();
+    QVERIFY(f.app->moveFileVC->shouldCopyCheckB->isChecked());
+    QVERIFY(!f.app->moveFileVC->shouldCopyCheckB->isEnabled());
 }
 
 void MoveCopyUiTest::droppingOnItsOwnFolderIsRefusedWithAnAlert()
 {
     // The picker greys the item's own folder out (tst_destinations_ui); another way there meets the guard.
-    const QString folder = m_dir.path() + QStringLiteral("/here");
+    const QString folder = f.dir.path() + QStringLiteral("/here");
     const QString source = makeFile(folder, QStringLiteral("stay.txt"), "unchanged");
-    m_app->copyitemsForFileCopy({source}, folder, true);
-    QMessageBox *alert = m_app->alerts()->lastAlert();
+    f.app->copyitemsForFileCopy({source}, folder, true);
+    QMessageBox *alert = f.app->alerts()->lastAlert();
     QVERIFY(alert && alert->isVisible());
     QCOMPARE(alert->informativeText(), Texts::localized("FilesAlreadyBeingoved"));
-    QFile f(source);
-    QVERIFY(f.open(QIODevice::ReadOnly));
-    QCOMPARE(f.readAll(), QByteArray("unchanged"));
+    QCOMPARE(f.bytesOf(source), QByteArray("unchanged"));
     alert->close();
 }
 
 void MoveCopyUiTest::clashAsksAndKeepsBoth()
 {
-    const QString source = makeFile(m_dir.path() + QStringLiteral("/in"), QStringLiteral("same.txt"), "new");
-    const QString dest = m_dir.path() + QStringLiteral("/out");
+    const QString source = makeFile(f.dir.path() + QStringLiteral("/in"), QStringLiteral("same.txt"), "new");
+    const QString dest = f.dir.path() + QStringLiteral("/out");
     makeFile(dest, QStringLiteral("same.txt"), "old");
     dropAndPick({source}, dest);
-    ConflictDialog *dialog = m_app->conflictResolver()->openDialog();
+    ConflictDialog *dialog = f.app->conflictResolver()->openDialog();
     QVERIFY(dialog && dialog->isVisible());
-    QVERIFY(m_app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
-    QVERIFY(m_app->windowIsVsbl()); // held by the question
+    QVERIFY(f.app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
+    QVERIFY(f.app->windowIsVsbl()); // held by the question
     dialog->keepBothButton->click();
-    QTRY_VERIFY(!m_app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
-    QVERIFY(!m_app->windowIsVsbl()); // and gone with the answer, picker and all
+    QTRY_VERIFY(!f.app->moveCopy()->alertOrSaveOrOpenPanelIsShown);
+    QVERIFY(!f.app->windowIsVsbl()); // and gone with the answer, picker and all
     QVERIFY(Utils::recentDestinations().contains(dest));
-    QFile old(dest + QStringLiteral("/same.txt")), kept(dest + QStringLiteral("/same 1.txt"));
-    QVERIFY(old.open(QIODevice::ReadOnly) && kept.open(QIODevice::ReadOnly));
-    QCOMPARE(old.readAll(), QByteArray("old"));
-    QCOMPARE(kept.readAll(), QByteArray("new"));
+    QCOMPARE(f.bytesOf(dest + QStringLiteral("/same.txt")), QByteArray("old"));
+    QCOMPARE(f.bytesOf(dest + QStringLiteral("/same 1.txt")), QByteArray("new"));
 }
 
 void MoveCopyUiTest::copyToAnotherDeviceShowsARowUntilDone()
 {
     ScratchMount other("64m");
     REQUIRE_SCRATCH_MOUNT(other);
-    const QString source = makeFile(m_dir.path() + QStringLiteral("/big"), QStringLiteral("big.bin"), QByteArray(24 << 20, 'b'));
+    const QString source = makeFile(f.dir.path() + QStringLiteral("/big"), QStringLiteral("big.bin"), QByteArray(24 << 20, 'b'));
     dropAndPick({source}, other.path());
-    QTRY_VERIFY(m_app->progressPanel()->numberOfRows() == 1 || QFileInfo(other.path() + QStringLiteral("/big.bin")).size() == (24 << 20));
-    QTRY_COMPARE_WITH_TIMEOUT(m_app->moveCopy()->runningJobs().size(), 0, 20000);
-    QCOMPARE(m_app->progressPanel()->numberOfRows(), 0);
-    QVERIFY(!m_app->progressPanel()->isVisible());
+    QTRY_VERIFY(f.app->progressPanel()->numberOfRows() == 1 || QFileInfo(other.path() + QStringLiteral("/big.bin")).size() == (24 << 20));
+    QTRY_COMPARE_WITH_TIMEOUT(f.app->moveCopy()->runningJobs().size(), 0, 20000);
+    QCOMPARE(f.app->progressPanel()->numberOfRows(), 0);
+    QVERIFY(!f.app->progressPanel()->isVisible());
     QCOMPARE(QFileInfo(other.path() + QStringLiteral("/big.bin")).size(), qint64(24 << 20));
     QVERIFY(!QFile::exists(source)); // a move: the source goes once the copy is complete
 }

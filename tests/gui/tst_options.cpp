@@ -34,14 +34,6 @@
 
 namespace {
 
-QMessageBox *visibleAlert()
-{
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (auto *box = qobject_cast<QMessageBox *>(w); box && box->isVisible())
-            return box;
-    return nullptr;
-}
-
 void swipe(QWidget *target, Qt::ScrollPhase phase, int dx)
 {
     QWheelEvent e(QPointF(10, 10), QPointF(10, 10), QPoint(dx, 0), QPoint(dx * 8, 0), Qt::NoButton, {}, phase, false);
@@ -77,7 +69,6 @@ private Q_SLOTS:
     void timeSavedAndTheShareThreshold_data();
     void timeSavedAndTheShareThreshold();
     void languageSwitchChangesVisibleTexts();
-    void unknownLanguageFallsBackToTheSystems();
     void statusWindowStaysOnScreen_data();
     void statusWindowStaysOnScreen();
     void statusWindowComesAndGoes();
@@ -86,7 +77,6 @@ private Q_SLOTS:
     void withoutATrayTheOptionsAreANormalWindow();
     void slideNavigation();
     void slideTimerAndSwipesWrap();
-    void slidesWithOneSlide();
     void firstStartShowsSlidesThenAsksAboutLogin();
 
 private:
@@ -113,9 +103,7 @@ void OptionsTest::init()
 void OptionsTest::cleanup()
 {
     m_app.reset();
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (qobject_cast<QMessageBox *>(w))
-            delete w;
+    deleteLeftoverWindows();
     SettingsStore::shared().resetAll();
     Texts::setLanguage(QStringLiteral("en"));
 }
@@ -273,10 +261,7 @@ void OptionsTest::languageSwitchChangesVisibleTexts()
     p->changeLanguage(1);
     QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
     QCOMPARE(p->languagePop->currentData().toInt(), 1);
-}
-
-void OptionsTest::unknownLanguageFallsBackToTheSystems()
-{
+    // A language without texts falls back to the system's, now and at the next start.
     QVERIFY(Texts::chooseLanguage(QStringLiteral("de")));
     QVERIFY(Texts::chooseLanguage(QStringLiteral("fr")));
     QCOMPARE(Texts::language(), Texts::preferredLanguage());
@@ -432,20 +417,16 @@ void OptionsTest::slideTimerAndSwipesWrap()
     QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), QPoint(), QPoint(-400, 0), Qt::NoButton, {}, Qt::NoScrollPhase, false);
     QApplication::sendEvent(v, &wheel);
     QCOMPARE(v->indexOfDisplayedSlide(), 0);
-}
-
-void OptionsTest::slidesWithOneSlide()
-{
-    MIHSliderView v;
-    v.resize(300, 200);
-    v.transitionAnimationDuration = 0;
-    v.handleTimerTick(); // no slides: nothing
+    // No slides: a tick does nothing; one slide: it stays.
+    MIHSliderView lone;
+    lone.resize(300, 200);
+    lone.transitionAnimationDuration = 0;
+    lone.handleTimerTick();
     auto *only = new QWidget;
-    v.addSlide(only);
-    QCOMPARE(v.displayedSlide(), only);
-    v.handleTimerTick();
-    QCOMPARE(v.displayedSlide(), only);
-    QCOMPARE(v.dotsControl()->dotsCount(), 1);
+    lone.addSlide(only);
+    lone.handleTimerTick();
+    QCOMPARE(lone.displayedSlide(), only);
+    QCOMPARE(lone.dotsControl()->dotsCount(), 1);
 }
 
 void OptionsTest::firstStartShowsSlidesThenAsksAboutLogin()

@@ -36,8 +36,13 @@ class PageBoardUiTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
+    void init() { f.launch(); }
+    void cleanup()
+    {
+        f.close();
+        LRHMPagesManager::shareImagesManager().cleanUpCache();
+        QDir(Utils::QDappSupportPath()).removeRecursively();
+    }
     void convertOpensTheBoardWithTheImages();
     void keysButtonsAndDrops();
     void exportWritesCreditsAndCloses();
@@ -46,14 +51,8 @@ private Q_SLOTS:
 private:
     QString image(const QString &name, const char *format = "jpeg");
     PDFPreviewWC *openBoard(const QStringList &paths);
-    quint64 ledger() const
-    {
-        return Utils::getTimeSavedDictionaryValues().value_or(QVariantMap{}).value(QStringLiteral("totalSecSaved")).toULongLong();
-    }
 
-    QTemporaryDir m_dir;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
 };
 
 void PageBoardUiTest::initTestCase()
@@ -62,39 +61,17 @@ void PageBoardUiTest::initTestCase()
     Texts::setLanguage(QStringLiteral("en"));
 }
 
-void PageBoardUiTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    m_app = launchedOn(*m_fakes);
-}
-
-void PageBoardUiTest::cleanup()
-{
-    m_app.reset();
-    LRHMPagesManager::shareImagesManager().cleanUpCache();
-    SettingsStore::shared().resetAll();
-    QDir(Utils::QDappSupportPath()).removeRecursively();
-}
-
 QString PageBoardUiTest::image(const QString &name, const char *format)
 {
-    const QString path = m_dir.path() + QChar('/') + name;
-    ImageFixtures::write(path, ImageFixtures::encoded(ImageFixtures::quarters(120, 80), format));
-    return path;
+    return f.file(name, ImageFixtures::encoded(ImageFixtures::quarters(120, 80), format));
 }
 
 PDFPreviewWC *PageBoardUiTest::openBoard(const QStringList &paths)
 {
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const QString &p : paths)
-        urls.append(QUrl::fromLocalFile(p));
-    data.setUrls(urls);
-    m_app->showDropTargetAt(QPointF(400, 300));
-    m_app->mycustomviewDidGetDrop(&data);
-    m_app->window->contentView()->findChild<ActionButton *>(QStringLiteral("multiConvrtImg"))->click();
-    m_app->imgConvrtVC->typeButton(ImgConvertOverlayVC::kPageBoardTag)->click();
-    return qobject_cast<PDFPreviewWC *>(m_app->pdfPreview.data());
+    if (!f.dropAndPress(paths, QStringLiteral("multiConvrtImg")))
+        return nullptr;
+    f.app->imgConvrtVC->typeButton(ImgConvertOverlayVC::kPageBoardTag)->click();
+    return qobject_cast<PDFPreviewWC *>(f.app->pdfPreview.data());
 }
 
 void PageBoardUiTest::convertOpensTheBoardWithTheImages()
@@ -102,14 +79,14 @@ void PageBoardUiTest::convertOpensTheBoardWithTheImages()
     PDFPreviewWC *board = openBoard({image("b.jpg"), image("a.png", "png"), image("c.jpg")});
     QVERIFY(board);
     QVERIFY(board->isVisible());
-    QVERIFY(!m_app->isModalOverlayVisible());
+    QVERIFY(!f.app->isModalOverlayVisible());
     QAbstractItemModel *model = board->imageBrowserView->model();
     QCOMPARE(model->rowCount(), 3);
     QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("b")); // in the order dropped
     QTRY_VERIFY_WITH_TIMEOUT(!model->index(2, 0).data(Qt::DecorationRole).value<QImage>().isNull(), 10000);
     QVERIFY(board->isCanExport && !board->isEnable);
     // Any other convert button empties an open board.
-    m_app->imgConvrtCompletion(OverlayController::kCloseTag, 1.0f, 0);
+    f.app->imgConvrtCompletion(OverlayController::kCloseTag, 1.0f, 0);
     QCOMPARE(model->rowCount(), 0);
     QVERIFY(!board->isCanExport);
 }
@@ -139,11 +116,11 @@ void PageBoardUiTest::keysButtonsAndDrops()
     QCOMPARE(view->selectedRows(), (QList<qsizetype>{0, 1}));
 
     // Files dropped in: only readable page images.
-    QVERIFY(ImageFixtures::write(m_dir.path() + "/notes.txt", "text"));
-    QVERIFY(ImageFixtures::write(m_dir.path() + "/broken.jpg", "\xFF\xD8 not really"));
+    QVERIFY(ImageFixtures::write(f.dir.path() + "/notes.txt", "text"));
+    QVERIFY(ImageFixtures::write(f.dir.path() + "/broken.jpg", "\xFF\xD8 not really"));
     QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(image("5.PNG", "png")), QUrl::fromLocalFile(m_dir.path() + "/notes.txt"),
-                   QUrl::fromLocalFile(m_dir.path() + "/broken.jpg")});
+    files.setUrls({QUrl::fromLocalFile(image("5.PNG", "png")), QUrl::fromLocalFile(f.dir.path() + "/notes.txt"),
+                   QUrl::fromLocalFile(f.dir.path() + "/broken.jpg")});
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression("broken.jpg left out"));
     model->dropMimeData(&files, Qt::CopyAction, -1, 0, {});
     QCOMPARE(model->rowCount(), 5);
@@ -163,14 +140,14 @@ void PageBoardUiTest::keysButtonsAndDrops()
 void PageBoardUiTest::exportWritesCreditsAndCloses()
 {
     PDFPreviewWC *board = openBoard({image("x.jpg"), image("y.jpg")});
-    const quint64 before = ledger();
-    const QString pdf = m_dir.path() + QStringLiteral("/pdf_Quaydrop.pdf");
+    const quint64 before = ledgerTotal();
+    const QString pdf = f.dir.path() + QStringLiteral("/pdf_Quaydrop.pdf");
     QVERIFY(board->exportPdfTo(pdf));
-    QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
-    const auto &n = m_fakes->notifications.delivered.first();
+    QVERIFY(f.notified(1));
+    const auto &n = f.note();
     QCOMPARE(n.title, QStringLiteral("PDF saved!"));
     QCOMPARE(n.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{pdf});
-    QCOMPARE(ledger(), before + 300);
+    QCOMPARE(ledgerTotal(), before + 300);
     QVERIFY(QFileInfo(pdf).size() > 0);
     QTRY_VERIFY(!board->isVisible());
     QCOMPARE(LRHMPagesManager::shareImagesManager().pageImageCount(), 0);
@@ -179,16 +156,12 @@ void PageBoardUiTest::exportWritesCreditsAndCloses()
 void PageBoardUiTest::wallpaperButtonSetsTheCopyAndShowsTheHistory()
 {
     const QString earlier = image("earlier.jpg");
-    m_fakes->wallpaper.current = earlier;
-    const QString dropped = image("beach.jpg");
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(dropped)});
-    m_app->showDropTargetAt(QPointF(400, 300));
-    m_app->mycustomviewDidGetDrop(&data);
-    const quint64 before = ledger();
-    m_app->window->contentView()->findChild<ActionButton *>(QStringLiteral("deskPbtn"))->click();
-    WallpaperOverlayVC *vc = m_app->wpChangeVC;
-    QVERIFY(m_app->isModalOverlayVisible());
+    f.fakes->wallpaper.current = earlier;
+    f.drop({image("beach.jpg")});
+    const quint64 before = ledgerTotal();
+    f.button(QStringLiteral("deskPbtn"))->click();
+    WallpaperOverlayVC *vc = f.app->wpChangeVC;
+    QVERIFY(f.app->isModalOverlayVisible());
     QTRY_VERIFY_WITH_TIMEOUT(vc->oldWP1imgV->pixmap().width() > 0, 10000); // the present picture, first use
     QVERIFY(vc->setWP1toDesktopBtn->isEnabled() && !vc->setWP2toDesktopBtn->isEnabled());
     // A picture of the history goes to the share picker: here copied as a file link.
@@ -204,14 +177,14 @@ void PageBoardUiTest::wallpaperButtonSetsTheCopyAndShowsTheHistory()
     for (QPushButton *b : vc->findChildren<QPushButton *>())
         if (b->property("tag").toLongLong() == WallpaperOverlayVC::kSetTag)
             b->click();
-    QCOMPARE(m_fakes->wallpaper.current, Utils::pathForWPFolder() + QStringLiteral("/beach.jpg"));
-    QCOMPARE(ledger(), before + 5);
-    QVERIFY(!m_app->isModalOverlayVisible());
+    QCOMPARE(f.fakes->wallpaper.current, Utils::pathForWPFolder() + QStringLiteral("/beach.jpg"));
+    QCOMPARE(ledgerTotal(), before + 5);
+    QVERIFY(!f.app->isModalOverlayVisible());
     // Back to the one before from the overlay's slot 1.
-    m_app->window->contentView()->findChild<ActionButton *>(QStringLiteral("deskPbtn"))->click();
+    f.button(QStringLiteral("deskPbtn"))->click();
     QTRY_VERIFY_WITH_TIMEOUT(vc->setWP1toDesktopBtn->isEnabled(), 10000);
     vc->setWP1toDesktopBtn->click();
-    QCOMPARE(m_fakes->wallpaper.current, earlier);
+    QCOMPARE(f.fakes->wallpaper.current, earlier);
 }
 
 QTEST_MAIN(PageBoardUiTest)

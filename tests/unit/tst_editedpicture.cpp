@@ -1,7 +1,7 @@
 // The editor's picture on real files: what it refuses to open, photos stood up by their EXIF
 // orientation and saved upright with the tag cleared, the resolution, colour profile and EXIF carried
 // into the saved file, JPEG quarter turns that leave the DCT data untouched (checked against jpegtran),
-// the saved file's type and name, and a folder that cannot be written.
+// and the saved file's type and name. Crops and a folder that cannot be written: tst_editor's window cases.
 
 #include "EditorFixtures.h"
 #include "ImageFixtures.h"
@@ -16,8 +16,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <unistd.h>
 
 using namespace ImageFixtures;
 using namespace EditorFixtures;
@@ -66,9 +64,7 @@ private Q_SLOTS:
     void savedTypeFollowsTheSource_data();
     void savedTypeFollowsTheSource();
     void paintLayerIsMerged();
-    void cropTakesWholePixels();
     void namesBesideTheSource();
-    void unwritableFolderFailsAndWritesNothing();
 
 private:
     QTemporaryDir m_dir;
@@ -298,17 +294,6 @@ void EditedPictureTest::paintLayerIsMerged()
     QCOMPARE(qRound(saved.dotsPerMeterX() * 0.0254), 144);
 }
 
-void EditedPictureTest::cropTakesWholePixels()
-{
-    const QString file = path(QStringLiteral("crop.png"));
-    const QImage source = picture(90, 70);
-    QVERIFY(write(file, encoded(source, "png")));
-    EditedPicture picture = opened(file);
-    QVERIFY(picture.crop(QRect(7, 11, 30, 20), QSizeF(30, 20)));
-    QCOMPARE(picture.image().pixels.convertToFormat(QImage::Format_RGB32), source.copy(7, 11, 30, 20));
-    QCOMPARE(picture.image().size, QSizeF(30, 20));
-}
-
 void EditedPictureTest::namesBesideTheSource()
 {
     QDir(m_dir.path()).mkdir(QStringLiteral("names"));
@@ -322,22 +307,6 @@ void EditedPictureTest::namesBesideTheSource()
     QCOMPARE(PictureSaver::writeAt(folder + "/chosen.jpg", "yz").valueOr({}), folder + "/chosen.jpg"); // asked first
     QCOMPARE(readAll(folder + "/chosen.jpg"), QByteArray("yz"));
     QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden).size(), 4);
-}
-
-void EditedPictureTest::unwritableFolderFailsAndWritesNothing()
-{
-    QDir(m_dir.path()).mkdir(QStringLiteral("locked"));
-    const QString folder = path(QStringLiteral("locked"));
-    const QString file = folder + QStringLiteral("/photo.png");
-    QVERIFY(write(file, encoded(picture(32, 32), "png")));
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
-    if (QFileInfo(folder).isWritable() && ::geteuid() == 0)
-        QSKIP("root writes anywhere; this case runs again unprivileged");
-    const auto written = PictureSaver::writeBeside(folder, file, savedBytes(opened(file)));
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    QVERIFY(!written.ok());
-    QVERIFY2(written.error().message.contains(QStringLiteral("ermission")), qPrintable(written.error().message));
-    QCOMPARE(QDir(folder).entryList(QDir::Files | QDir::Hidden), QStringList{QStringLiteral("photo.png")});
 }
 
 QTEST_MAIN(EditedPictureTest)
