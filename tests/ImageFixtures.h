@@ -7,6 +7,7 @@
 
 #include "core/fs/AtomicFile.h"
 #include "images/BitmapImageRep.h"
+#include "images/jobs/ImageBatchJob.h"
 #include "images/pdf/PdfWriter.h"
 
 #include <QBuffer>
@@ -16,6 +17,8 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QPainter>
+#include <QSignalSpy>
+#include <QDir>
 #include <QList>
 #include <QSizeF>
 #include <QtEndian>
@@ -251,6 +254,23 @@ inline QByteArray psd(const QImage &image)
     VipsSupport::ensureStarted();
     auto v = VipsSupport::fromQImage(image);
     return VipsSupport::takeBlob(v.value().magicksave_buffer(vips::VImage::option()->set("format", "psd")));
+}
+
+// Starts the job and waits for its end; the job, for what it wrote and what failed.
+template <typename Job>
+std::unique_ptr<Job> ranToEnd(std::unique_ptr<Job> job, int ms = 60000)
+{
+    QSignalSpy finished(job.get(), &ImageBatchJob::finished);
+    job->start();
+    if (!finished.wait(ms))
+        qWarning("the job did not finish in time");
+    return job;
+}
+
+// Temporary files a job left in a folder.
+inline QStringList leftovers(const QString &folder)
+{
+    return QDir(folder).entryList({QStringLiteral(".quaydrop-*")}, QDir::Files | QDir::Hidden);
 }
 
 } // namespace ImageFixtures

@@ -128,13 +128,16 @@ struct LaunchedFixture
     std::unique_ptr<FakePlatform> fakes;
     std::unique_ptr<AppDelegate> app;
 
-    // `prepare` sets up the fake services before the program sees them.
-    void launch(const std::function<void(FakePlatform &)> &prepare = {})
+    // `prepare` sets up the fakes before the program sees them; `wire` puts real services in their place.
+    void launch(const std::function<void(FakePlatform &)> &prepare = {}, const std::function<void(Platform &)> &wire = {})
     {
         fakes = std::make_unique<FakePlatform>(dir.path() + QStringLiteral("/.trash"));
         if (prepare)
             prepare(*fakes);
-        app = launchedOn(*fakes);
+        Platform services = fakes->services();
+        if (wire)
+            wire(services);
+        app = launchedOn(services);
     }
     // Nothing of a case reaches the next: the program, its windows, the settings, the files.
     void close()

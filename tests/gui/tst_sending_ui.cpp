@@ -30,8 +30,13 @@ class SendingUiTest : public QObject
     Q_OBJECT
 private Q_SLOTS:
     void initTestCase();
-    void init();
-    void cleanup();
+    void init()
+    {
+        // Printing goes to a real CUPS server; the other services are fakes.
+        f.launch([](FakePlatform &fakes) { fakes.share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}}; },
+                 [this](Platform &services) { services.print = &m_print; });
+    }
+    void cleanup() { f.close(); }
     void mailButtons_data();
     void mailButtons();
     void shareMenuOffersWhatIsThere_data();
@@ -40,18 +45,28 @@ private Q_SLOTS:
     void printPdfThroughTheDialog();
 
 private:
-    void drop(const QStringList &paths, const QString &text = {});
-    QMenu *openMenu(const QString &button);
-    ActionButton *button(const QString &name) const
+    // These files, or the text when there is one, dropped on the window.
+    void drop(const QStringList &paths, const QString &text = {})
     {
-        return m_app->window->contentView()->findChild<ActionButton *>(name);
+        if (text.isEmpty())
+            return f.drop(paths);
+        QMimeData data;
+        data.setText(text);
+        f.app->showDropTargetAt(QPointF(400, 300));
+        f.app->mycustomviewDidGetDrop(&data);
     }
+    QStringList files(const QStringList &names)
+    {
+        QStringList paths;
+        for (const QString &name : names)
+            paths.append(f.file(name));
+        return paths;
+    }
+    QMenu *openMenu(const QString &button);
 
     std::unique_ptr<CupsSandbox> m_cups;
     CupsPrint m_print;
-    std::unique_ptr<TestTree> m_tree;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
 };
 
 void SendingUiTest::initTestCase()
@@ -61,44 +76,9 @@ void SendingUiTest::initTestCase()
     m_cups = std::make_unique<CupsSandbox>();
 }
 
-void SendingUiTest::init()
-{
-    m_tree = std::make_unique<TestTree>();
-    m_fakes = std::make_unique<FakePlatform>(m_tree->path() + QStringLiteral("/.trash"));
-    m_fakes->share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}};
-    Platform services = m_fakes->services();
-    services.print = &m_print;
-    m_app = launchedOn(services);
-}
-
-void SendingUiTest::cleanup()
-{
-    m_app.reset();
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (qobject_cast<QMessageBox *>(w) || qobject_cast<QMenu *>(w) || qobject_cast<QDialog *>(w))
-            delete w;
-    m_fakes.reset();
-    SettingsStore::shared().resetAll();
-    m_tree.reset();
-}
-
-void SendingUiTest::drop(const QStringList &paths, const QString &text)
-{
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const QString &p : paths)
-        urls.append(QUrl::fromLocalFile(p));
-    if (text.isEmpty())
-        data.setUrls(urls);
-    else
-        data.setText(text);
-    m_app->showDropTargetAt(QPointF(400, 300));
-    m_app->mycustomviewDidGetDrop(&data);
-}
-
 QMenu *SendingUiTest::openMenu(const QString &name)
 {
-    ActionButton *b = button(name);
+    ActionButton *b = f.button(name);
     if (!b)
         return nullptr;
     b->click();
@@ -125,32 +105,23 @@ void SendingUiTest::mailButtons()
     QFETCH(QString, text);
     QFETCH(QString, button);
     QFETCH(QString, mailto);
-    QStringList paths;
-    for (const QString &f : files)
-        paths.append(QString::fromUtf8(m_tree->file(f.toUtf8(), "x")));
+    const QStringList paths = this->files(files);
     drop(paths, text);
-    QVERIFY2(this->button(button), qPrintable(button));
-    this->button(button)->click();
+    QVERIFY2(f.button(button), qPrintable(button));
+    f.button(button)->click();
     if (mailto.isEmpty())
-        QCOMPARE(m_fakes->mail.composed, QList<QStringList>{FileUris::fromPaths(paths)});
+        QCOMPARE(f.fakes->mail.composed, QList<QStringList>{FileUris::fromPaths(paths)});
     else
-        QCOMPARE(m_fakes->mail.mailtos, QStringList{mailto});
+        QCOMPARE(f.fakes->mail.mailtos, QStringList{mailto});
     // A mail program that takes no attachments: said, with a button that opens it.
     if (!mailto.isEmpty())
         return;
-    m_fakes->mail.client.takesAttachments = false;
-    this->button(button)->click();
-    QMessageBox *alert = nullptr;
-    auto shownAlert = [&alert] {
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if ((alert = qobject_cast<QMessageBox *>(w)) && w->isVisible())
-                return true;
-        return false;
-    };
-    QTRY_VERIFY(shownAlert());
-    QCOMPARE(alert->text(), Texts::localized("MailAppNOTDefault"));
-    alert->findChild<QPushButton *>(QStringLiteral("launchMailAppBtn"))->click();
-    QCOMPARE(m_fakes->mail.launches, 1);
+    f.fakes->mail.client.takesAttachments = false;
+    f.button(button)->click();
+    QTRY_VERIFY(visibleAlert());
+    QCOMPARE(visibleAlert()->text(), Texts::localized("MailAppNOTDefault"));
+    visibleAlert()->findChild<QPushButton *>(QStringLiteral("launchMailAppBtn"))->click();
+    QCOMPARE(f.fakes->mail.launches, 1);
 }
 
 void SendingUiTest::shareMenuOffersWhatIsThere_data()
@@ -178,10 +149,8 @@ void SendingUiTest::shareMenuOffersWhatIsThere()
     QFETCH(QStringList, entries);
     QFETCH(QString, pick);
     if (!mailClient)
-        m_fakes->mail.client = MailClient();
-    QStringList paths;
-    for (const QString &f : files)
-        paths.append(QString::fromUtf8(m_tree->file(f.toUtf8(), "x")));
+        f.fakes->mail.client = MailClient();
+    const QStringList paths = this->files(files);
     drop(paths, files.isEmpty() ? QStringLiteral("find me") : QString());
     QMenu *menu = openMenu(button);
     QVERIFY(menu);
@@ -194,41 +163,41 @@ void SendingUiTest::shareMenuOffersWhatIsThere()
         if (a->objectName() == pick)
             a->trigger();
     if (pick == QLatin1String("kdeconnect:abc"))
-        QTRY_COMPARE(m_fakes->share.shared, (QList<QPair<QString, QStringList>>{{pick, FileUris::fromPaths(paths)}}));
+        QTRY_COMPARE(f.fakes->share.shared, (QList<QPair<QString, QStringList>>{{pick, FileUris::fromPaths(paths)}}));
     else if (pick == QLatin1String("copy-links"))
         QCOMPARE(QApplication::clipboard()->mimeData()->data(QStringLiteral("text/uri-list")),
                  (FileUris::fromPaths(paths).join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toLatin1());
     else if (pick == QLatin1String("search"))
-        QCOMPARE(m_fakes->share.searches.value(0).first, QStringLiteral("find me"));
+        QCOMPARE(f.fakes->share.searches.value(0).first, QStringLiteral("find me"));
 }
 
 void SendingUiTest::shareOverlayHandsOverTheFirstFile()
 {
-    const QString path = QString::fromUtf8(m_tree->file("photo.png", "x"));
+    const QString path = f.file(QStringLiteral("photo.png"));
     drop({path});
-    m_app->showOverlayPanel(m_app->imgShareVC);
-    QPushButton *device = m_app->imgShareVC->findChild<QPushButton *>(QStringLiteral("kdeconnect:abc"));
+    f.app->showOverlayPanel(f.app->imgShareVC);
+    QPushButton *device = f.app->imgShareVC->findChild<QPushButton *>(QStringLiteral("kdeconnect:abc"));
     QVERIFY(device);
     QCOMPARE(device->text(), QStringLiteral("Pixel 7 (KDE Connect)"));
     device->click();
-    QVERIFY(!m_app->isModalOverlayVisible());
-    QTRY_COMPARE(m_fakes->share.shared.value(0).second, FileUris::fromPaths({path}));
+    QVERIFY(!f.app->isModalOverlayVisible());
+    QTRY_COMPARE(f.fakes->share.shared.value(0).second, FileUris::fromPaths({path}));
 }
 
 void SendingUiTest::printPdfThroughTheDialog()
 {
     if (!m_cups->ready)
         QSKIP(qPrintable(m_cups->skipReason));
-    const QString pdf = m_tree->path() + QStringLiteral("/three pages.pdf");
+    const QString pdf = f.path(QStringLiteral("three pages.pdf"));
     writeTextPdf(pdf, 3);
     drop({pdf});
-    ActionButton *print = button(QStringLiteral("printPrTbleFileBtn"));
+    ActionButton *print = f.button(QStringLiteral("printPrTbleFileBtn"));
     QVERIFY(print && print->isVisible());
     const qsizetype before = m_cups->outputs().size();
     print->click();
     QPrintDialog *dialog = nullptr;
-    QTRY_VERIFY((dialog = m_app->window->findChild<QPrintDialog *>()) && dialog->isVisible());
-    QVERIFY(m_app->windowIsVsbl()); // the window stays while the dialog is up
+    QTRY_VERIFY((dialog = f.app->window->findChild<QPrintDialog *>()) && dialog->isVisible());
+    QVERIFY(f.app->windowIsVsbl()); // the window stays while the dialog is up
     QCOMPARE(dialog->printer()->printerName(), m_cups->queue);
     dialog->accept();
     QTRY_VERIFY_WITH_TIMEOUT(m_cups->outputs().size() > before, 60000);

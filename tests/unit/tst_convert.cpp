@@ -25,11 +25,7 @@ std::unique_ptr<ConvertJob> runConvert(const ConvertJob::Request &request, quint
     auto job = std::make_unique<ConvertJob>(request);
     if (credited)
         job->credit = [credited](quint64 s) { *credited += s; };
-    QSignalSpy finished(job.get(), &ImageBatchJob::finished);
-    job->start();
-    if (!finished.wait(30000))
-        qWarning("the conversion did not finish");
-    return job;
+    return ImageFixtures::ranToEnd(std::move(job));
 }
 
 ConvertJob::Request requestFor(const QStringList &paths, const QString &folder, qint64 tag, float factor = 1.0f)

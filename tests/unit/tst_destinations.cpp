@@ -41,7 +41,6 @@ private Q_SLOTS:
     void subfoldersOneLevel();
 
 private:
-    QByteArray fileBytes(const QString &path);
     QString m_home;
     std::unique_ptr<FakePlatform> m_platform;
     std::unique_ptr<TestTree> m_tree;
@@ -179,12 +178,6 @@ void DestinationsTest::mountChangesAreSignalled()
     QVERIFY(changed.wait(3000)); // and again when it goes
 }
 
-QByteArray DestinationsTest::fileBytes(const QString &path)
-{
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 namespace {
 QStringList g_warnings;
 void collectWarnings(QtMsgType type, const QMessageLogContext &, const QString &message)
@@ -228,8 +221,8 @@ void DestinationsTest::damagedListsAreReadAsEmptyAndLeftAlone()
     QCOMPARE(recent, QStringList());
     QCOMPARE(g_warnings.size(), lines); // one line per damaged file
     QVERIFY(g_warnings.first().contains(QStringLiteral("pathsToMove.plist is damaged")));
-    QCOMPARE(fileBytes(Utils::moveCopyPathsPlistPath()), content);
-    QCOMPARE(fileBytes(Utils::pathForRecentDestnsPlist()), content);
+    QCOMPARE(TestTree::contents(Utils::moveCopyPathsPlistPath()), content);
+    QCOMPARE(TestTree::contents(Utils::pathForRecentDestnsPlist()), content);
 
     // The user's first change writes a sound list: the new folder, then what was shown.
     const QString added = QString::fromUtf8(m_tree->folder("added"));
@@ -243,7 +236,7 @@ void DestinationsTest::namesThatAreNotUtf8KeepTheirBytes()
     const QString path = NativePath::fromNative(bytes);
     const Status added = DestinationEdits::add(path);
     QVERIFY2(added.ok(), qPrintable(added.ok() ? QString() : added.error().message));
-    QVERIFY(fileBytes(Utils::moveCopyPathsPlistPath()).contains("<data>"));
+    QVERIFY(TestTree::contents(Utils::moveCopyPathsPlistPath()).contains("<data>"));
     QCOMPARE(DestinationsFile::readPaths().entries.first().path, path);
     QCOMPARE(NativePath::toNative(Utils::createMoveDestArr().first()), bytes);
     Utils::updateRecentDestnsPlistWithPath(path);
@@ -257,7 +250,7 @@ void DestinationsTest::aFailedWriteLeavesTheOldList()
     ScratchMount full("64k", Utils::QDappSupportPath());
     REQUIRE_SCRATCH_MOUNT(full);
     QVERIFY(DestinationEdits::add(kept).ok());
-    const QByteArray before = fileBytes(Utils::moveCopyPathsPlistPath());
+    const QByteArray before = TestTree::contents(Utils::moveCopyPathsPlistPath());
     {
         // Every last byte taken.
         FsCalls::UniqueFd filler(::open((full.path() + QStringLiteral("/filler")).toUtf8().constData(), O_WRONLY | O_CREAT, 0644));
@@ -271,7 +264,7 @@ void DestinationsTest::aFailedWriteLeavesTheOldList()
     const Status s = DestinationEdits::add(later);
     QVERIFY(!s.ok());
     QVERIFY2(s.error().message.contains(QStringLiteral("No space left")), qPrintable(s.error().message));
-    QCOMPARE(fileBytes(Utils::moveCopyPathsPlistPath()), before);
+    QCOMPARE(TestTree::contents(Utils::moveCopyPathsPlistPath()), before);
 }
 
 void DestinationsTest::editsAreWrittenAndReadBack()

@@ -23,20 +23,9 @@ namespace {
 
 QSizeF headerSize(const QString &path) { return Utils::getImageDimensionsAtPathInSize(path); }
 
-// Runs the planned resizes to their end.
 std::unique_ptr<ResizeJob> runResize(const QList<ResizePlan::Task> &tasks)
 {
-    auto job = std::make_unique<ResizeJob>(tasks);
-    QSignalSpy finished(job.get(), &ImageBatchJob::finished);
-    job->start();
-    if (!finished.wait(30000))
-        qWarning("the resize did not finish");
-    return job;
-}
-
-QStringList leftovers(const QString &folder)
-{
-    return QDir(folder).entryList({QStringLiteral(".quaydrop-*")}, QDir::Files | QDir::Hidden);
+    return ImageFixtures::ranToEnd(std::make_unique<ResizeJob>(tasks));
 }
 
 } // namespace
@@ -237,7 +226,7 @@ void ResizeTest::resultHasExactlyTheAskedSize()
                                                 QString::number(target.height()), path, tree.path(), headerSize));
     QCOMPARE(job->written(), QStringList{output});
     QCOMPARE(headerSize(output), QSizeF(target));
-    QVERIFY(leftovers(tree.path()).isEmpty());
+    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
 }
 
 void ResizeTest::resamplingIsOneLanczosPass()
@@ -297,7 +286,7 @@ void ResizeTest::badInputFailsAloneAndLeavesNothing()
     QVERIFY(job->failures().first().message.contains(name));
     QCOMPARE(job->written(), QStringList{tasks[1].output});
     QVERIFY(!QFile::exists(tasks[0].output));
-    QVERIFY(leftovers(tree.path()).isEmpty());
+    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
     if (name == u"huge.png")
         QVERIFY(job->failures().first().message.contains(QStringLiteral("too large")));
 }

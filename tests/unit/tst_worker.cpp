@@ -49,11 +49,6 @@ ConvertJob::Request toJpeg(const QStringList &paths, const QString &folder)
     return r;
 }
 
-QStringList leftovers(const QString &folder)
-{
-    return QDir(folder).entryList({QStringLiteral(".quaydrop-*")}, QDir::Files | QDir::Hidden);
-}
-
 bool processExists(qint64 pid) { return ::kill(pid_t(pid), 0) == 0; }
 
 // A PNG that any reader takes, with a marker for the test worker after its end.
@@ -239,7 +234,7 @@ void WorkerTest::aHangingWorkerIsKilledAtTheTimeLimit()
     QVERIFY2(job.failures().first().message.contains(QStringLiteral("took longer than 1 seconds")),
              qPrintable(job.failures().first().message));
     QVERIFY(job.written().isEmpty());
-    QVERIFY(leftovers(tree.path()).isEmpty());
+    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
     QCOMPARE(WorkerPool::shared().liveWorkers(), 0);
 }
 
@@ -265,7 +260,7 @@ void WorkerTest::cancelWhileBusyKillsTheWorker()
     QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
     QCOMPARE(finished.size(), 1);
     QVERIFY(job.written().isEmpty());
-    QVERIFY(leftovers(tree.path()).isEmpty());
+    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
     QTRY_VERIFY(!processExists(pid));
     ConvertJob next(toJpeg({after}, tree.path()));
     runToEnd(next);
@@ -330,7 +325,7 @@ void WorkerTest::aMissingWorkerIsToldAtTheFirstImageAction()
     QCOMPARE(job.failures().size(), 1);
     const QString message = job.failures().first().message;
     QVERIFY2(message.contains(QStringLiteral("the image worker cannot be started")) && message.contains(reason), qPrintable(message));
-    QVERIFY(leftovers(tree.path()).isEmpty());
+    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
 }
 
 void WorkerTest::damagedFilesFailEveryTimeWhileStreaming_data()
