@@ -64,8 +64,7 @@ private Q_SLOTS:
     void busyViewSecondCallChangesNothing();
     void busyViewSpinsUpToOne_data();
     void busyViewSpinsUpToOne();
-    void sizeButtonIsFilledInTheBackground();
-    void pathButtonCopiesAndRevertsItsTitle();
+    void sizeAndPathButtons();
     void dpiFieldIsResetOutsideItsRange_data();
     void dpiFieldIsResetOutsideItsRange();
     void onlyTheMoveOverlayIgnoresBackgroundClicks();
@@ -266,19 +265,14 @@ void DropWindowTest::busyViewSpinsUpToOne()
     QCOMPARE(f.app->emptyContview->alpha(), 0.8);
 }
 
-void DropWindowTest::sizeButtonIsFilledInTheBackground()
+void DropWindowTest::sizeAndPathButtons()
 {
-    const QString file = f.file(QStringLiteral("sized.bin"), QByteArray(9000, 'q'));
+    const QString file = f.file(QStringLiteral("path me.txt"), QByteArray(9000, 'q'));
     f.drop({file});
-    ActionButton *size = current()->button(QStringLiteral("sizeBtn"));
+    // The size button is filled in the background.
+    ActionButton *size = current()->button(QStringLiteral("sizeDocPanelBtn"));
     QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
     QVERIFY(!size->isBusy());
-}
-
-void DropWindowTest::pathButtonCopiesAndRevertsItsTitle()
-{
-    const QString file = f.file(QStringLiteral("path me.txt"));
-    f.drop({file});
     ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
     QCOMPARE(path->text(), Texts::localized("/path"));
     path->click();
