@@ -61,7 +61,6 @@ private Q_SLOTS:
     void onlyOurTempFolderHoldsAnotherApplicationsFiles();
     void textPanelCountsAndRereads();
     void windowStatesFollowTheTable();
-    void busyViewSecondCallChangesNothing();
     void busyViewSpinsUpToOne_data();
     void busyViewSpinsUpToOne();
     void sizeAndPathButtons();
@@ -212,8 +211,15 @@ void DropWindowTest::windowStatesFollowTheTable()
     };
     QCOMPARE(state(), QStringLiteral("DropTarget"));
     QVERIFY(!f.app->window->takesFocus()); // waiting for a drop never takes the focus
-    f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 2, true);
+    f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 10, true);
     QCOMPARE(state(), QStringLiteral("Busy"));
+    // A second call while busy changes nothing: the text, the progress, the bar and its cancel stay.
+    f.app->emptyContview->incrementBy(3);
+    f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
+    QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Loading"));
+    QCOMPARE(f.app->emptyContview->value(), 3.0);
+    QVERIFY(f.app->emptyContview->isBar());
+    QVERIFY(!f.app->emptyContview->cancelProgressBtn->isHidden() && f.app->emptyContview->cancelProgressBtn->isEnabled());
     f.app->filePathsArr = {f.file(QStringLiteral("f.bin"))};
     f.app->showPanelWithIndex(DropPanelDefault);
     QCOMPARE(state(), QStringLiteral("Panel"));
@@ -231,18 +237,6 @@ void DropWindowTest::windowStatesFollowTheTable()
     f.app->showDropTargetAt(QPointF(400, 300));
     QCOMPARE(state(), QStringLiteral("DropTarget"));
     QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
-}
-
-void DropWindowTest::busyViewSecondCallChangesNothing()
-{
-    f.app->showProcessingProgressLabelTxt(QStringLiteral("first"), 1.0, 10, true);
-    f.app->emptyContview->incrementBy(3);
-    f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
-    QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("first"));
-    QCOMPARE(f.app->emptyContview->value(), 3.0);
-    QVERIFY(f.app->emptyContview->isBar());
-    QVERIFY(!f.app->emptyContview->cancelProgressBtn->isHidden());
-    QVERIFY(f.app->emptyContview->cancelProgressBtn->isEnabled());
 }
 
 void DropWindowTest::busyViewSpinsUpToOne_data()

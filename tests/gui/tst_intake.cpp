@@ -242,10 +242,7 @@ void IntakeTest::aPromiseThatNeverCompletesWaitsForCancel()
     QVERIFY(f.app->windowIsVsbl()); // a moment to read the message
     QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
     // The file appearing now changes nothing: its checks ended with the import.
-    QVERIFY(QDir().mkpath(folder));
-    QFile late(folder + QStringLiteral("/never.txt"));
-    QVERIFY(late.open(QIODevice::WriteOnly) && late.write("late") == 4);
-    late.close();
+    writtenFile(folder + QStringLiteral("/never.txt"), "late");
     QTest::qWait(300);
     QVERIFY(!f.app->oneofThePanelsIsShown);
     QDir(folder).removeRecursively();
