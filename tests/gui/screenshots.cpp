@@ -124,6 +124,14 @@ int main(int argc, char **argv)
     delegate.showProcessingProgressLabelTxt(QStringLiteral("Loading…"), 1.0, 12, true);
     delegate.emptyContview->incrementBy(5);
     shots.save(delegate.window, QStringLiteral("busy"));
+    // The same view counting the items of a trash that takes a while.
+    auto trashing = [&](const QString &name) {
+        delegate.showProcessingProgressLabelTxt(Texts::localized("Moving to the trash"), 0.8, 0.0, true);
+        delegate.emptyContview->start(Texts::localized("Moving to the trash"), 0.8, 0.0, true);
+        delegate.emptyContview->showProgress(1200, 3000);
+        shots.save(delegate.window, name);
+    };
+    trashing(QStringLiteral("busy-trash"));
 
     drop({notes});
     delegate.moveToBtnAction();
@@ -325,6 +333,7 @@ int main(int argc, char **argv)
         QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
         shots.save(delegate.window, QStringLiteral("overlay-resize-de"));
         delegate.closeVisibleModalOverlay();
+        trashing(QStringLiteral("busy-trash-de"));
     }
     return 0;
 }
