@@ -96,7 +96,14 @@ bool Deflater::switchLevel(int level, QByteArray &out)
     return true;
 }
 
-bool Deflater::feed(const char *data, qint64 size, bool last, QByteArray &out)
+bool Deflater::prime(const char *data, qint64 size)
+{
+    if (m_ok && size > 0)
+        m_ok = deflateSetDictionary(&m_stream, reinterpret_cast<const Bytef *>(data), uInt(size)) == Z_OK;
+    return m_ok;
+}
+
+bool Deflater::feed(const char *data, qint64 size, int flush, QByteArray &out)
 {
     if (!m_ok)
         return false;
@@ -105,10 +112,9 @@ bool Deflater::feed(const char *data, qint64 size, bool last, QByteArray &out)
         const int level = n < kSampleFrom ? m_level : entropy(data, n) >= kIncompressibleFrom ? 0 : kLevel;
         if (!switchLevel(level, out))
             return false;
-        const bool end = last && n == size;
         m_stream.next_in = reinterpret_cast<Bytef *>(const_cast<char *>(data));
         m_stream.avail_in = uInt(n);
-        if (!drive(end ? Z_FINISH : Z_NO_FLUSH, out))
+        if (!drive(n == size ? flush : Z_NO_FLUSH, out))
             return false;
         data += n;
         size -= n;

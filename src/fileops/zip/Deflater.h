@@ -19,7 +19,12 @@ public:
     Deflater &operator=(const Deflater &) = delete;
 
     // Appends the deflated form of `size` bytes to `out`; `last` ends the stream.
-    bool feed(const char *data, qint64 size, bool last, QByteArray &out);
+    bool feed(const char *data, qint64 size, bool last, QByteArray &out) { return feed(data, size, last ? Z_FINISH : Z_NO_FLUSH, out); }
+    // The same with zlib's flush after the last byte: Z_SYNC_FLUSH ends the output on a byte boundary
+    // without ending the stream, so that a piece deflated elsewhere can follow it.
+    bool feed(const char *data, qint64 size, int flush, QByteArray &out);
+    // The bytes that came before, for matches to refer to; only before the first feed.
+    bool prime(const char *data, qint64 size);
     void reset();
     bool ok() const { return m_ok; }
 

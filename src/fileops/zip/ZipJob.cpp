@@ -1,6 +1,7 @@
 #include "ZipJob.h"
 
 #include "Deflater.h"
+#include "PieceDeflate.h"
 #include "ZipArchiveWriter.h"
 #include "ZipPlan.h"
 #include "core/fs/FsCalls.h"
@@ -308,7 +309,7 @@ void ZipJob::run(const std::shared_ptr<Shared> &shared)
                     written = writer.endFile(p.size, p.crc);
                 done += e.size;
             } else {
-                // A large file streams through the writer while the workers pack what follows.
+                // A large file: its pieces deflate on every core while this thread reads and writes.
                 const FsCalls::UniqueFd in(::open(e.source.constData(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
                 if (!in) {
                     failure = fileError(e.source, errno);
@@ -316,38 +317,29 @@ void ZipJob::run(const std::shared_ptr<Shared> &shared)
                 }
                 ::posix_fadvise(in.fd, 0, 0, POSIX_FADV_SEQUENTIAL);
                 written = writer.beginFile(e, true);
-                Deflater deflater;
-                QByteArray chunk(kChunk, Qt::Uninitialized), out;
-                uLong crc = crc32(0, nullptr, 0);
-                quint64 size = 0;
-                while (written.ok()) {
-                    if (stopped()) {
-                        failure = cancelled();
-                        break;
-                    }
-                    const qint64 n = readSome(in.fd, chunk.data(), kChunk);
-                    if (n < 0) {
-                        failure = fileError(e.source, errno);
-                        break;
-                    }
-                    crc = crc32(crc, reinterpret_cast<const Bytef *>(chunk.constData()), uInt(n));
-                    out.clear();
-                    if (!deflater.feed(chunk.constData(), n, n == 0, out)) {
-                        failure = fileError(e.source, ENOMEM);
-                        break;
-                    }
-                    written = writer.writeData(out.constData(), out.size());
-                    size += quint64(n);
-                    done += quint64(n);
-                    report(e, false);
-                    feed(i);
-                    if (n == 0)
-                        break;
+                if (!written.ok()) {
+                    failure = written.error();
+                    break;
                 }
+                const quint64 before = done;
+                const PieceDeflate::Outcome out = PieceDeflate::run(
+                    in.fd, s.pool, 2 * s.pool.maxThreadCount() + 2,
+                    {[&](const char *data, qint64 size) { return (written = writer.writeData(data, size)).ok(); },
+                     [&](quint64 bytes) {
+                         done = before + bytes;
+                         report(e, false);
+                     },
+                     stopped});
+                if (out.end == PieceDeflate::End::Stopped)
+                    failure = cancelled();
+                else if (out.end == PieceDeflate::End::ReadFailed)
+                    failure = fileError(e.source, out.error);
+                else if (out.end == PieceDeflate::End::DeflateFailed)
+                    failure = fileError(e.source, ENOMEM);
                 if (failure)
                     break;
                 if (written.ok())
-                    written = writer.endFile(size, quint32(crc));
+                    written = writer.endFile(out.size, out.crc);
             }
             if (!written.ok())
                 failure = written.error();
