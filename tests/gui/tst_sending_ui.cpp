@@ -1,14 +1,11 @@
-// Mail, share and print through the window's buttons: what reaches the mail program, which targets
-// the share menu offers and what each does, and a PDF printed from its panel through the print
-// dialog onto a real CUPS server's cups-pdf queue.
+// Mail and share through the window's buttons: what reaches the mail program, which targets the share
+// menu offers and what each does. Printing from the panel onto a real CUPS queue: tst_sending_e2e.
 
-#include "CupsSandbox.h"
 #include "LaunchedProgram.h"
 
 #include "core/overlays/OverlayControllers.h"
 #include "core/texts/Texts.h"
 #include "core/window/DropWindow.h"
-#include "platform/cups/CupsPrint.h"
 #include "sending/FileUris.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
@@ -18,8 +15,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTest>
@@ -32,9 +27,7 @@ private Q_SLOTS:
     void initTestCase();
     void init()
     {
-        // Printing goes to a real CUPS server; the other services are fakes.
-        f.launch([](FakePlatform &fakes) { fakes.share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}}; },
-                 [this](Platform &services) { services.print = &m_print; });
+        f.launch([](FakePlatform &fakes) { fakes.share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}}; });
     }
     void cleanup() { f.close(); }
     void mailButtons_data();
@@ -42,7 +35,6 @@ private Q_SLOTS:
     void shareMenuOffersWhatIsThere_data();
     void shareMenuOffersWhatIsThere();
     void shareOverlayHandsOverTheFirstFile();
-    void printPdfThroughTheDialog();
 
 private:
     // These files, or the text when there is one, dropped on the window.
@@ -64,8 +56,6 @@ private:
     }
     QMenu *openMenu(const QString &button);
 
-    std::unique_ptr<CupsSandbox> m_cups;
-    CupsPrint m_print;
     LaunchedFixture f;
 };
 
@@ -73,7 +63,6 @@ void SendingUiTest::initTestCase()
 {
     QStandardPaths::setTestModeEnabled(true);
     Texts::setLanguage(QStringLiteral("en"));
-    m_cups = std::make_unique<CupsSandbox>();
 }
 
 QMenu *SendingUiTest::openMenu(const QString &name)
@@ -182,26 +171,6 @@ void SendingUiTest::shareOverlayHandsOverTheFirstFile()
     device->click();
     QVERIFY(!f.app->isModalOverlayVisible());
     QTRY_COMPARE(f.fakes->share.shared.value(0).second, FileUris::fromPaths({path}));
-}
-
-void SendingUiTest::printPdfThroughTheDialog()
-{
-    if (!m_cups->ready)
-        QSKIP(qPrintable(m_cups->skipReason));
-    const QString pdf = f.path(QStringLiteral("three pages.pdf"));
-    writeTextPdf(pdf, 3);
-    drop({pdf});
-    ActionButton *print = f.button(QStringLiteral("printPrTbleFileBtn"));
-    QVERIFY(print && print->isVisible());
-    const qsizetype before = m_cups->outputs().size();
-    print->click();
-    QPrintDialog *dialog = nullptr;
-    QTRY_VERIFY((dialog = f.app->window->findChild<QPrintDialog *>()) && dialog->isVisible());
-    QVERIFY(f.app->windowIsVsbl()); // the window stays while the dialog is up
-    QCOMPARE(dialog->printer()->printerName(), m_cups->queue);
-    dialog->accept();
-    QTRY_VERIFY_WITH_TIMEOUT(m_cups->outputs().size() > before, 60000);
-    QTRY_COMPARE_WITH_TIMEOUT(pdfPageCount(m_cups->outputs().constLast()), 3, 10000);
 }
 
 QTEST_MAIN(SendingUiTest)
