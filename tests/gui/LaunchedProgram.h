@@ -18,6 +18,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPointer>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
@@ -115,9 +116,13 @@ inline QMessageBox *visibleAlert(const QString &objectName = {})
 // Alerts, dialogs and menus a case left open, gone before the next one.
 inline void deleteLeftoverWindows()
 {
+    // Guarded: a dialog deleted first takes the windows it owns with it.
+    QList<QPointer<QWidget>> leftovers;
     for (QWidget *w : QApplication::topLevelWidgets())
         if (qobject_cast<QDialog *>(w) || qobject_cast<QMenu *>(w))
-            delete w;
+            leftovers.append(w);
+    for (const QPointer<QWidget> &w : leftovers)
+        delete w.data();
 }
 
 // What the window tests start from: a folder for the user's files, fake services, the program
