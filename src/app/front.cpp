@@ -1,7 +1,8 @@
-// `quaydrop`: the command line, light to start. It links QtCore and the file engine only, so that
-// `quaydrop type FILE` in a loop costs what a small tool costs. Without a command, for the windows and
-// for the image commands it hands this very process over to the full program (quaydrop-app) with the
-// same arguments: the caller sees one program, one process id, one exit status.
+// `quaydrop`: the command line, light to start. It links QtCore and the file engine only (no bus, no
+// network library), so that `quaydrop type FILE` in a loop costs what a small tool costs. Without a
+// command, for the windows, for the image commands and for those that ask the desktop's services it
+// hands this very process over to the full program (quaydrop-app) with the same arguments: the
+// caller sees one program, one process id, one exit status.
 
 #include "cli/CommandLine.h"
 #include "cli/Console.h"
@@ -56,6 +57,11 @@ int main(int argc, char **argv)
 {
     g_argv = argv;
     if (argc < 2 || (argc == 2 && qstrcmp(argv[1], "--destinations") == 0)) {
+        std::fprintf(stderr, "quaydrop: %s\n", qPrintable(becomeFullProgram()));
+        return 1;
+    }
+    // Commands that ask the desktop's services on the bus run where the bus library is.
+    if (const Cli::Command *command = Cli::find(QString::fromLocal8Bit(argv[1])); command && command->needsDesktopServices) {
         std::fprintf(stderr, "quaydrop: %s\n", qPrintable(becomeFullProgram()));
         return 1;
     }

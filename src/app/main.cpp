@@ -83,6 +83,30 @@ int runDestinationManager(int argc, char **argv)
     return app.exec();
 }
 
+// What the commands of the full program ask of the desktop beyond the file engine: the drives behind
+// the volumes (destinations, trash) and the file manager (reveal).
+class CommandServices : public QObject
+{
+public:
+    CommandServices()
+    {
+        Platform services;
+        services.volumes = &m_volumes;
+        services.workspace = &m_workspace;
+        Platform::install(services);
+    }
+    ~CommandServices() override { Platform::install({}); }
+
+private:
+    LinuxVolumeService m_volumes;
+    FreedesktopWorkspace m_workspace;
+};
+
+int runCommand(int argc, char **argv)
+{
+    return CommandLine::runProcess(argc, argv, [] { return std::make_unique<CommandServices>(); });
+}
+
 bool hasDisplay()
 {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
@@ -208,7 +232,7 @@ int main(int argc, char **argv)
         if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
             qputenv("QT_QPA_PLATFORM", "offscreen");
         QGuiApplication fonts(argc, argv);
-        return CommandLine::runProcess(argc, argv);
+        return runCommand(argc, argv);
     }
     // Without a display, or asked for help, the command line answers instead.
     if (argc >= 2 && qstrcmp(argv[1], "pdf-board") == 0 && hasDisplay() && !(argc >= 3 && qstrcmp(argv[2], "--help") == 0))
@@ -220,9 +244,9 @@ int main(int argc, char **argv)
             QApplication app(argc, argv);
             QApplication::setApplicationName(QStringLiteral("Quaydrop"));
             QApplication::setDesktopFileName(QStringLiteral(QD_BUNDLE_ID));
-            return CommandLine::runProcess(argc, argv);
+            return runCommand(argc, argv);
         }
-        return CommandLine::runProcess(argc, argv);
+        return runCommand(argc, argv);
     }
     return runResident(argc, argv);
 }

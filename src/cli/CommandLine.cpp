@@ -8,8 +8,6 @@
 
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
-#include "platform/Platform.h"
-#include "platform/linux/LinuxVolumeService.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -38,7 +36,7 @@ void quietLog(QtMsgType type, const QMessageLogContext &, const QString &message
 
 } // namespace
 
-int CommandLine::runProcess(int argc, char **argv)
+int CommandLine::runProcess(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &desktopServices)
 {
     if (qEnvironmentVariableIntValue("QUAYDROP_VERBOSE") == 0)
         qInstallMessageHandler(quietLog);
@@ -48,10 +46,7 @@ int CommandLine::runProcess(int argc, char **argv)
     if (!QCoreApplication::instance())
         app.emplace(argc, argv);
     Texts::setLanguage(Texts::startupLanguage());
-    LinuxVolumeService volumes;
-    Platform services;
-    services.volumes = &volumes;
-    Platform::install(services);
+    const std::unique_ptr<QObject> services = desktopServices ? desktopServices() : nullptr;
     // Unbuffered: each line goes out whole and in order, and a path keeps its bytes.
     QFile out, err;
     out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);

@@ -60,6 +60,9 @@ struct Command
     const char *details; // more lines for "quaydrop COMMAND --help"; may be empty
     Handler run;
     bool needsDisplay = false; // opens a window: the program starts with a display
+    // Asks the desktop's services on the bus (the drives behind the volumes, the file manager): the
+    // full program runs it, the light command line links no bus library.
+    bool needsDesktopServices = false;
 };
 
 const std::vector<Command> &commands();

@@ -13,7 +13,6 @@
 #include "fileops/actions/UndoLog.h"
 #include "platform/Platform.h"
 #include "platform/freedesktop/FreedesktopTrash.h"
-#include "platform/freedesktop/FreedesktopWorkspace.h"
 #include "utils/Utils.h"
 
 #include <cstdio>
@@ -138,8 +137,12 @@ int runRevealCommand(const Invocation &invocation, Console &console)
     QStringList paths;
     if (!existingItems(invocation, console, paths, ""))
         return Cli::kFailed;
-    FreedesktopWorkspace workspace;
-    if (const Status s = workspace.revealItems(paths); !s.ok()) {
+    Workspace *workspace = Platform::current().workspace;
+    if (!workspace) {
+        console.fail(QStringLiteral("no file manager can be asked from here"));
+        return Cli::kFailed;
+    }
+    if (const Status s = workspace->revealItems(paths); !s.ok()) {
         console.fail(s.error());
         return Cli::kFailed;
     }

@@ -156,3 +156,6 @@ Status FreedesktopMail::launchDefaultClient()
         return mailError(NotStarted, QStringLiteral("the desktop file of %1 cannot be read").arg(app->name));
     return Spawn::detached(commands.first());
 }
+
+// Its meta-object code of its own (see SingleInstance.cpp).
+#include "moc_FreedesktopMail.cpp"

@@ -145,3 +145,6 @@ Status LinuxVolumeService::eject(const QString &mountPoint)
     }
     return Error{QStringLiteral("Volumes"), 2, QStringLiteral("%1 is not a mounted drive").arg(mountPoint)};
 }
+
+// Its meta-object code of its own (see SingleInstance.cpp).
+#include "moc_LinuxVolumeService.cpp"
