@@ -1,33 +1,46 @@
 #!/usr/bin/env bash
 # How light Quaydrop starts, against peers in the same run; prints the ratios.
-#   1. quaydrop --help, type FILE, size FILE against stat FILE (target <= 3 x) and cp --help
+#   1. quaydrop --help, type FILE, size FILE against stat FILE (target <= 3 x), cp --help and a bare
+#      QCoreApplication (the floor any Qt command pays here)
 #   2. quaydrop copy of one 512 MiB file against cp (target <= 1.1 x)
-#   3. the resident program at rest: resident memory (target <= 35 MiB) and no decoder
-#      library mapped; under Xvfb when there is no display
+#   3. the resident program at rest: resident memory (target <= 35 MiB) beside a bare QApplication
+#      with a tray icon and a hidden window (the floor), and no decoder library mapped; under Xvfb
+#      when there is no display
+# Every figure comes with the load average: on a loaded machine each grows, the ratios less so.
 set -euo pipefail
 
 BUILD=${1:-build}
 BIN=$(realpath "$BUILD/src/app/quaydrop")
+BARE_COMMAND=$(realpath "$BUILD/bench/bare_qt_command")
+BARE_RESIDENT=$(realpath "$BUILD/bench/bare_qt_resident")
 RUNS=${RUNS:-30}
 work=$(mktemp -d /tmp/quaydrop-startbench-XXXXXX)
 pid=
 trap '[ -n "$pid" ] && kill "$pid" 2>/dev/null && wait "$pid"; rm -rf "$work"' EXIT
+load() { cut -d' ' -f1-3 /proc/loadavg; }
 export HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$work/home/data"
 export XDG_CACHE_HOME="$work/home/cache" XDG_RUNTIME_DIR="$work/home/run" DBUS_SESSION_BUS_ADDRESS=disabled:
 mkdir -p -m 0700 "$XDG_RUNTIME_DIR"
 
+rss_kib() { # resident KiB of a program started with "$@" once it printed "running" and rested 3 s
+  "$@" 2>"$work/resident.log" &
+  pid=$!
+  for _ in $(seq 100); do grep -q ": running" "$work/resident.log" && break; sleep 0.1; done
+  sleep 3
+  awk '/^VmRSS/ { print $2 }' "/proc/$pid/status"
+}
+
 at_rest() {
   mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
-  printf '[General]\nkDontShowIntroSlider=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
-  "$BIN" 2>"$work/resident.log" &
-  pid=$!
-  for _ in $(seq 100); do grep -q "quaydrop: running" "$work/resident.log" && break; sleep 0.1; done
-  sleep 3
-  q=$(awk '/^VmRSS/ { print $2 }' "/proc/$pid/status")
+  printf '[General]\nkDontShowIntroSlider=true\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
+  b=$(rss_kib "$BARE_RESIDENT")
+  kill "$pid" && wait "$pid" 2>/dev/null || true
+  q=$(rss_kib "$BIN")
   p=$(awk '/^Pss:/ { print $2 }' "/proc/$pid/smaps_rollup")
   d=$(awk '/^Private_Dirty:/ { print $2 }' "/proc/$pid/smaps_rollup")
-  awk -v q="$q" -v p="$p" -v d="$d" 'BEGIN {
-    printf "resident RSS %.1f MiB (target <= 35 MiB); proportional %.1f MiB, its own %.1f MiB\n", q / 1024, p / 1024, d / 1024 }'
+  awk -v q="$q" -v b="$b" -v p="$p" -v d="$d" -v l="$(load)" 'BEGIN {
+    printf "resident RSS %.1f MiB (target <= 35 MiB)   bare Qt tray program %.1f MiB   ratio %.2f   (load %s)\n", q / 1024, b / 1024, q / b, l
+    printf "  proportional %.1f MiB, its own %.1f MiB\n", p / 1024, d / 1024 }'
   if grep -qE 'lib(vips|poppler|MagickCore|openjp2|turbojpeg)' "/proc/$pid/maps"; then
     echo "decoder libraries mapped: $(grep -oE '[^/ ]*lib(vips|poppler|MagickCore|openjp2|turbojpeg)[^ ]*' "/proc/$pid/maps" | sort -u | xargs)"
   else
@@ -39,22 +52,26 @@ if [ "${2:-}" = --at-rest ]; then
   exit
 fi
 
-mean_ms() { # mean milliseconds of a command
+mean_ms() { # median milliseconds of a command: on a shared machine the mean follows the other loads
   hyperfine -N --runs "$RUNS" --warmup 3 --export-json "$work/h.json" "$1" >/dev/null 2>&1
-  sed -n 's/.*"mean": *\([0-9.e-]*\).*/\1/p' "$work/h.json" | head -1 | awk '{ printf "%.2f", $1 * 1000 }'
+  sed -n 's/.*"median": *\([0-9.e-]*\).*/\1/p' "$work/h.json" | head -1 | awk '{ printf "%.2f", $1 * 1000 }'
 }
 
-echo "== start of a command"
+echo "== start of a command (load $(load))"
 printf 'some text\n' >"$work/note.txt"
 s=$(mean_ms "stat $work/note.txt")
 c=$(mean_ms "cp --help")
+b=$(mean_ms "$BARE_COMMAND")
+awk -v s="$s" -v c="$c" -v b="$b" 'BEGIN {
+  printf "peers: stat FILE %.2f ms   cp --help %.2f ms   bare QCoreApplication %.2f ms (ratio to stat %.2f: the floor)\n", s, c, b, b / s }'
 for cmd in --help type size; do
   arg=$([ "$cmd" = --help ] || echo "$work/note.txt")
   q=$(mean_ms "$BIN $cmd $arg")
-  awk -v n="quaydrop $cmd" -v q="$q" -v s="$s" -v c="$c" 'BEGIN {
-    printf "%-16s %6.2f ms   stat FILE %.2f ms  ratio %.2f (target <= 3)   cp --help %.2f ms  ratio %.2f\n",
-           n, q, s, q / s, c, q / c }'
+  awk -v n="quaydrop $cmd" -v q="$q" -v s="$s" -v c="$c" -v b="$b" 'BEGIN {
+    printf "%-16s %6.2f ms   ratio to stat %.2f (target <= 3)   to cp --help %.2f   to bare Qt %.2f\n",
+           n, q, q / s, q / c, q / b }'
 done
+echo "   (load $(load))"
 
 echo "== copy of one 512 MiB file"
 mkdir -p "$work/src" "$work/out"
