@@ -6,7 +6,6 @@
 #include <memory>
 #include <optional>
 
-class QLocalServer;
 class QLockFile;
 
 // One resident process per desktop session. The first start listens on a private socket; a later start
@@ -55,6 +54,6 @@ private:
 
     QString m_socketPath;
     QString m_error;
-    QLocalServer *m_server = nullptr;
+    int m_listener = -1;
     std::unique_ptr<QLockFile> m_lock;
 };
