@@ -33,6 +33,7 @@ inline std::unique_ptr<AppDelegate> launchedOn(const Platform &services)
     SettingsStore::shared().setBool(SettingsKey::ShowLoginAtLaunchBool, true); // no alert in the way
     auto app = std::make_unique<AppDelegate>(services);
     app->applicationDidFinishLaunching();
+    app->installOverlayCompletions(); // the tests reach into the overlays before any action built them
     return app;
 }
 

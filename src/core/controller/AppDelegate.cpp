@@ -57,8 +57,7 @@ void AppDelegate::applicationDidFinishLaunching()
         createStatusItem(1);
     // 10. Without a pointer monitor, only the hot key opens the window.
     installDragWatcher();
-    // 11.
-    installOverlayCompletions();
+    // 11. The overlays come with the first action that needs one (installOverlayCompletions).
     // 12.
     showSliderTutorial();
     // 13. Not on top of the slides: asked when they close.

@@ -69,6 +69,9 @@ public:
     void launchAtLogInAlertIfNeeded();
     // Whether the options hang from a tray icon; else a second start opens them.
     bool livesInTray() const;
+    // The overlays (resize, convert, move picker...) and their completions, built on first need: the
+    // program at rest holds none of their widgets. Once built they stay; a second call does nothing.
+    void installOverlayCompletions();
     QRect trayIconGeometry() const; // empty without a tray icon
     bool isThisaDoubleClick();
     CCNStatusItem *statusItem() const { return statusItemForYos; }
@@ -298,7 +301,6 @@ private:
     void createStatusItem(int presentationTransition);
     void registerObservers();
     void buildWindow();
-    void installOverlayCompletions();
     void endBusyView();
     void startDropIntake(const QStringList &paths); // the panel's frame and the busy view; what was dropped cleared
     bool takePromisedFiles(const QStringList &promisedPaths, bool quickMoveAction); // false: none promised

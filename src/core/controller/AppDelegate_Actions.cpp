@@ -64,6 +64,7 @@ bool AppDelegate::handlesAction(const QString &action)
 
 void AppDelegate::performAction(const QString &action, ActionButton *sender)
 {
+    installOverlayCompletions();
     if (const auto it = actionHandlers().constFind(action); it != actionHandlers().cend()) {
         (this->*it.value())(sender);
         return;

@@ -186,6 +186,7 @@ void AppDelegate::checkFilePaths(const QStringList &paths, bool quickMoveAction)
 
 void AppDelegate::showQuickMovePanel()
 {
+    installOverlayCompletions();
     loadMovePicker();
     oneofThePanelsIsShown = true;
     endBusyView();

@@ -32,6 +32,8 @@ void focusLater(QWidget *field)
 
 void AppDelegate::installOverlayCompletions()
 {
+    if (renameFlsVC)
+        return;
     renameFlsVC = new RenameFilesVC;
     moveFileVC = new MoveFileViewController;
     wpChangeVC = new WallpaperOverlayVC;
