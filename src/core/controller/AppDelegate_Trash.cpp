@@ -56,7 +56,8 @@ void AppDelegate::askToDeleteWhatHasNoTrash(const TrashItems::Outcome &out)
         // Never for good without asking.
         alertOrSaveOrOpenPanelIsShown = true;
         QMessageBox ask(QMessageBox::Warning, Texts::localized("noTrashTitle"),
-                        Texts::localized("noTrashText").arg(NativePath::forDisplay(path)), QMessageBox::NoButton, window);
+                        Texts::localized("noTrashText").arg(NativePath::forDisplay(path)),
+                        QMessageBox::NoButton, window);
         ask.setObjectName(QStringLiteral("deleteForGoodAlert"));
         QPushButton *remove = ask.addButton(Texts::localized("Delete"), QMessageBox::DestructiveRole);
         ask.setDefaultButton(ask.addButton(Texts::localized("Cancel"), QMessageBox::RejectRole));
@@ -69,12 +70,13 @@ void AppDelegate::askToDeleteWhatHasNoTrash(const TrashItems::Outcome &out)
         reportTrashed(out, {});
         return;
     }
-    runTrashJob(new TrashJob(confirmed, TrashJob::Work::DeleteForGood, m_platform.trash, m_platform.volumes, this),
-                "Deleting", [this, out](TrashJob *job) {
-                    for (const Error &e : job->outcome().failures)
-                        Utils::showBasicAlertwithTitle(Texts::localized("deleteFailedTitle"), e.message);
-                    reportTrashed(out, job->deleted());
-                });
+    runTrashJob(
+        new TrashJob(confirmed, TrashJob::Work::DeleteForGood, m_platform.trash, m_platform.volumes, this),
+        "Deleting", [this, out](TrashJob *job) {
+            for (const Error &e : job->outcome().failures)
+                Utils::showBasicAlertwithTitle(Texts::localized("deleteFailedTitle"), e.message);
+            reportTrashed(out, job->deleted());
+        });
 }
 
 void AppDelegate::reportTrashed(const TrashItems::Outcome &out, const QStringList &deleted)
@@ -88,8 +90,9 @@ void AppDelegate::reportTrashed(const TrashItems::Outcome &out, const QStringLis
         const QString body = out.trashed.size() == 1
                                  ? NativePath::forDisplay(PathParts::lastComponent(out.trashed.first().was))
                                  : Texts::localized("%1 items").arg(out.trashed.size());
-        Utils::postSimpleNotificationWithTitle(Texts::localized("trashDoneTitle"), body, Texts::localized("Show"),
-                                               {{QStringLiteral("filePaths"), where}, {QStringLiteral("undoID"), undoID}});
+        Utils::postSimpleNotificationWithTitle(
+            Texts::localized("trashDoneTitle"), body, Texts::localized("Show"),
+            {{QStringLiteral("filePaths"), where}, {QStringLiteral("undoID"), undoID}});
     }
     if (out.trashed.isEmpty() && out.ejected.isEmpty() && deleted.isEmpty() && !out.failures.isEmpty())
         Utils::showBasicAlertwithTitle(Texts::localized("trashFailedTitle"), out.failures.first().message);

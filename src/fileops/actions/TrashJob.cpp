@@ -29,10 +29,13 @@ void TrashJob::start()
     m_started = true;
     QThreadPool::globalInstance()->start([this] {
         run();
-        QMetaObject::invokeMethod(this, [this] {
-            m_finished = true;
-            Q_EMIT finished();
-        }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                m_finished = true;
+                Q_EMIT finished();
+            },
+            Qt::QueuedConnection);
         // Last: after this the job may be destroyed, and the queued call with it.
         m_workerDone.release();
     });
@@ -48,7 +51,8 @@ bool TrashJob::next(int done, const QString &path)
         m_lastReport = now;
         const int total = int(m_paths.size());
         const QString name = NativePath::forDisplay(PathParts::lastComponent(path));
-        QMetaObject::invokeMethod(this, [this, done, total, name] { Q_EMIT progress(done, total, name); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this, done, total, name] { Q_EMIT progress(done, total, name); }, Qt::QueuedConnection);
     }
     return true;
 }
@@ -56,7 +60,8 @@ bool TrashJob::next(int done, const QString &path)
 void TrashJob::run()
 {
     if (m_work == Work::Trash) {
-        m_outcome = TrashItems::trashFiles(m_paths, m_trash, m_volumes, [this](int done, const QString &path) { return next(done, path); });
+        m_outcome = TrashItems::trashFiles(
+            m_paths, m_trash, m_volumes, [this](int done, const QString &path) { return next(done, path); });
         return;
     }
     for (int i = 0; i < m_paths.size() && next(i, m_paths.at(i)); ++i) {

@@ -20,7 +20,8 @@ public:
         DeleteForGood, // only after the user said so for these very items
     };
 
-    TrashJob(QStringList paths, Work work, TrashService *trash, VolumeService *volumes, QObject *parent = nullptr);
+    TrashJob(QStringList paths, Work work, TrashService *trash, VolumeService *volumes,
+             QObject *parent = nullptr);
     ~TrashJob() override; // cancels, and waits for the item in hand
 
     void start();

@@ -63,7 +63,7 @@ PieceDeflate::Outcome PieceDeflate::run(int fd, QThreadPool &pool, int inFlight,
     std::mutex lock;
     std::condition_variable ready;
     std::deque<std::shared_ptr<Piece>> pieces; // in file order, read and not yet handed on
-    QByteArray before; // the last bytes read, to prime the next piece
+    QByteArray before;                         // the last bytes read, to prime the next piece
     bool atEnd = false;
     Outcome out;
     uLong crc = crc32(0, nullptr, 0);

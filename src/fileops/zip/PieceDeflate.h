@@ -20,7 +20,7 @@ enum class End { Done, ReadFailed, DeflateFailed, WriteFailed, Stopped };
 struct Outcome
 {
     End end = End::Done;
-    int error = 0; // errno of a failed read
+    int error = 0;    // errno of a failed read
     quint64 size = 0; // bytes read
     quint32 crc = 0;
 };
@@ -28,8 +28,8 @@ struct Outcome
 struct Calls
 {
     std::function<bool(const char *data, qint64 size)> write; // false: stop, the write failed
-    std::function<void(quint64 bytesDone)> progress; // after each piece handed on
-    std::function<bool()> stopped; // asked before each piece is read
+    std::function<void(quint64 bytesDone)> progress;          // after each piece handed on
+    std::function<bool()> stopped;                            // asked before each piece is read
 };
 
 Outcome run(int fd, QThreadPool &pool, int inFlight, const Calls &calls);
