@@ -4,6 +4,7 @@
 //   editor_probe save FILE        ms to save FILE (4000 x 3000) with 2,000 segments painted over it
 // Each prints one line "NAME VALUE ..." for the script to read.
 
+#include "core/texts/Texts.h"
 #include "editor/picture/EditedPicture.h"
 #include "editor/picture/PictureSaver.h"
 #include "editor/ui/AKPaintView.h"
@@ -132,6 +133,7 @@ int save(const QString &path)
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
+    Texts::setLanguage(QStringLiteral("en")); // as the program does before its first window
     const QString mode = argc > 1 ? QString::fromLatin1(argv[1]) : QString();
     const QString file = argc > 2 ? QString::fromLocal8Bit(argv[2]) : QString();
     if (mode == u"open" && !file.isEmpty())

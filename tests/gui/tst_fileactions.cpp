@@ -5,14 +5,17 @@
 
 #include "core/texts/Texts.h"
 #include "core/window/ActionPanelView.h"
+#include "core/window/BusyView.h"
 #include "core/window/DropWindow.h"
 #include "core/overlays/FileOverlays.h"
+#include "fileops/actions/TrashJob.h"
 #include "fileops/ui/ZipProgressWindow.h"
 #include "utils/Utils.h"
 #include "widgets/ActionButton.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
@@ -33,6 +36,7 @@ private Q_SLOTS:
     void zipButtonWritesTheArchiveAndCredits();
     void newItemFromTheOverlay_data();
     void newItemFromTheOverlay();
+    void busyViewCancelStopsTheTrashOnly();
     void undoableActions_data();
     void undoableActions();
     void revealShowsEveryItem();
@@ -142,6 +146,27 @@ void FileActionsTest::newItemFromTheOverlay()
     QCOMPARE(f.note().userInfo.value("OpenPath").toString(), path);
     f.fakes->notifications.click(0);
     QCOMPARE(f.fakes->workspace.opened, QStringList{path});
+}
+
+void FileActionsTest::busyViewCancelStopsTheTrashOnly()
+{
+    QStringList dropped;
+    for (int i = 0; i < 20; ++i)
+        dropped.append(make(QStringLiteral("f%1.jpg").arg(i)));
+    f.fakes->trash.delayMs = 100;
+    QVERIFY(f.dropAndPress(dropped, QStringLiteral("trashMultiBtn")));
+    auto *cancel = f.app->emptyContview->cancelProgressBtn;
+    QTRY_VERIFY(cancel->isVisible() && cancel->isEnabled());
+    cancel->click();
+    // The trash stops between items; the window does not speak of a drop import.
+    QTRY_VERIFY_WITH_TIMEOUT(!f.app->trashingTask || f.app->trashingTask->isFinished(), 10000);
+    f.fakes->trash.delayMs = 0;
+    QVERIFY(f.app->emptyContview->emptyContviewLbl->text() != Texts::localized("Data import canceled..."));
+    int left = 0;
+    for (const QString &p : dropped)
+        left += QFile::exists(p) ? 1 : 0;
+    QVERIFY2(left > 0, "the cancel did not stop the trash");
+    QCOMPARE(left + QDir(f.dir.path() + QStringLiteral("/.trash")).entryList(QDir::Files).size(), 20); // none lost
 }
 
 void FileActionsTest::undoableActions_data()

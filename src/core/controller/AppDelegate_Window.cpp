@@ -1,5 +1,6 @@
 #include "AppDelegate.h"
 
+#include "fileops/actions/TrashJob.h"
 #include "fileops/zip/ZipJob.h"
 
 #include "core/classification/WordCount.h"
@@ -45,9 +46,15 @@ void AppDelegate::buildWindow()
     connect(dropFilesHereView->createAliasDropView, &DropView::dropped, this, &AppDelegate::dropViewDidGetDrop);
     emptyContview = new BusyView(window);
     window->addView(emptyContview);
-    // The one cancel the busy view offers is that of a drop still being read.
-    connect(emptyContview, &BusyView::cancelRequested, this, &AppDelegate::cancelAllPromisedImportOperations);
-    connect(emptyContview, &BusyView::cancelRequested, this, &AppDelegate::cancelTaskAction);
+    // The busy view's one cancel stops what it shows: a zip or trash under way, else a drop being read.
+    connect(emptyContview, &BusyView::cancelRequested, this, [this] {
+        const bool taskRunning =
+            (zippingTask && zippingTask->isRunning()) || (trashingTask && trashingTask->isRunning());
+        if (taskRunning)
+            cancelTaskAction();
+        else
+            cancelAllPromisedImportOperations();
+    });
     for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
                                   DropPanelOtherAppImage, DropPanelMultiFiles}) {
         auto *view = new ActionPanelView(panel, window);

@@ -4,6 +4,7 @@
 #include <QTimer>
 
 #include <QDir>
+#include <QThread>
 #include <QFileInfo>
 
 namespace {
@@ -95,6 +96,8 @@ Status FakeWorkspace::openUrl(const QString &url)
 
 Result<QString> FakeTrash::moveToTrash(const QString &path)
 {
+    if (const int ms = delayMs.load())
+        QThread::msleep(ms);
     if (refuse)
         return Error{QStringLiteral("FakeTrash"), kNoTrashHere, QStringLiteral("no trash on this volume")};
     QDir().mkpath(m_folder);

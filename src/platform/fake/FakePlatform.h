@@ -1,5 +1,7 @@
 #pragma once
 
+#include <atomic>
+
 // In-memory stand-ins for the desktop services. They record what they are asked and let a test
 // play the desktop's part (start a drag, click a notification, plug in a drive).
 
@@ -113,6 +115,7 @@ public:
     Result<QString> moveToTrash(const QString &path) override;
     Result<QString> restore(const QString &trashedPath) override;
     bool refuse = false; // as on a volume without a trash
+    std::atomic<int> delayMs{0}; // per item, as a slow volume: long enough to press Cancel
 
 private:
     QString m_folder;
