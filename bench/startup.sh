@@ -22,20 +22,22 @@ export HOME="$work/home" XDG_CONFIG_HOME="$work/home/config" XDG_DATA_HOME="$wor
 export XDG_CACHE_HOME="$work/home/cache" XDG_RUNTIME_DIR="$work/home/run" DBUS_SESSION_BUS_ADDRESS=disabled:
 mkdir -p -m 0700 "$XDG_RUNTIME_DIR"
 
-rss_kib() { # resident KiB of a program started with "$@" once it printed "running" and rested 3 s
-  "$@" 2>"$work/resident.log" &
+rest() { # starts "$@" as pid, waits for its "running" line and 3 s more; its resident KiB in rss
+  "$@" >/dev/null 2>"$work/resident.log" &
   pid=$!
   for _ in $(seq 100); do grep -q ": running" "$work/resident.log" && break; sleep 0.1; done
   sleep 3
-  awk '/^VmRSS/ { print $2 }' "/proc/$pid/status"
+  rss=$(awk '/^VmRSS/ { print $2 }' "/proc/$pid/status")
 }
 
 at_rest() {
   mkdir -p "$XDG_CONFIG_HOME/com.velmora.Quaydrop"
   printf '[General]\nkDontShowIntroSlider=true\nshowLoginAtLaunchBoolKey=true\n' >"$XDG_CONFIG_HOME/com.velmora.Quaydrop/Quaydrop.conf"
-  b=$(rss_kib "$BARE_RESIDENT")
+  rest "$BARE_RESIDENT"
+  b=$rss
   kill "$pid" && wait "$pid" 2>/dev/null || true
-  q=$(rss_kib "$BIN")
+  rest "$BIN"
+  q=$rss
   p=$(awk '/^Pss:/ { print $2 }' "/proc/$pid/smaps_rollup")
   d=$(awk '/^Private_Dirty:/ { print $2 }' "/proc/$pid/smaps_rollup")
   awk -v q="$q" -v b="$b" -v p="$p" -v d="$d" -v l="$(load)" 'BEGIN {
