@@ -73,7 +73,10 @@ void AppDelegate::finishImageJob(ImageBatchJob *job, const char *doneTitleKey, c
     const QString body = Texts::localized("savedTostr /%@").arg(NativePath::forDisplay(PathParts::lastComponent(folder)));
     if (!reveal.isEmpty()) {
         QString text = body;
-        if (!job->failures().isEmpty())
+        // One failure is named with its reason; several are counted, each one in the log.
+        if (job->failures().size() == 1)
+            text += QStringLiteral("\n") + job->failures().first().message;
+        else if (!job->failures().isEmpty())
             text += QStringLiteral("\n") + Texts::localized("%1 could not be written").arg(job->failures().size());
         Utils::postSimpleNotificationWithTitle(Texts::localized(doneTitleKey), text,
                                                Texts::localized("revealShowFileBtn"),
