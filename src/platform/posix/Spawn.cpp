@@ -101,15 +101,29 @@ bool Spawn::fitsExecLimits(const Argv &argv)
     return limit <= 0 || total + 4096 < limit;
 }
 
-Result<Spawn::Finished> Spawn::run(const Argv &argv, const QByteArray &input, int timeoutMs)
+namespace {
+
+// The program's path for argv, or why it cannot be started.
+Result<QByteArray> startable(const Spawn::Argv &argv)
 {
     if (argv.isEmpty())
         return spawnError(QByteArray("(nothing)"), EINVAL);
-    const QByteArray program = findProgram(argv.first());
+    const QByteArray program = Spawn::findProgram(argv.first());
     if (program.isEmpty())
         return spawnError(argv.first(), ENOENT);
-    if (!fitsExecLimits(argv))
+    if (!Spawn::fitsExecLimits(argv))
         return spawnError(argv.first(), E2BIG);
+    return program;
+}
+
+} // namespace
+
+Result<Spawn::Finished> Spawn::run(const Argv &argv, const QByteArray &input, int timeoutMs)
+{
+    const Result<QByteArray> found = startable(argv);
+    if (!found.ok())
+        return found.error();
+    const QByteArray program = found.value();
     ignoreSigpipe();
 
     Pipe in, out, err;
@@ -202,13 +216,10 @@ Result<Spawn::Finished> Spawn::run(const Argv &argv, const QByteArray &input, in
 
 Status Spawn::detached(const Argv &argv)
 {
-    if (argv.isEmpty())
-        return spawnError(QByteArray("(nothing)"), EINVAL);
-    const QByteArray program = findProgram(argv.first());
-    if (program.isEmpty())
-        return spawnError(argv.first(), ENOENT);
-    if (!fitsExecLimits(argv))
-        return spawnError(argv.first(), E2BIG);
+    const Result<QByteArray> found = startable(argv);
+    if (!found.ok())
+        return found.error();
+    const QByteArray program = found.value();
     std::vector<char *> args = pointersOf(argv);
     Pipe report; // the grandchild's errno when its exec fails; closed by a successful exec
     if (!report.open())
