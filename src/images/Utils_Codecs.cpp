@@ -2,7 +2,6 @@
 #include "ImageTypeCode.h"
 #include "ImageWorker.h"
 
-#include "core/fs/AtomicFile.h"
 #include "utils/Utils.h"
 #include "worker/Jobs.h"
 #include "worker/Protocol.h"
@@ -49,14 +48,3 @@ QByteArray Utils::convertImg(const BitmapImageRep &image, quint64 code, float co
     return encoded.value().value(J::kData).toByteArray();
 }
 
-bool Utils::changePngCompression(const QString &source, const QString &destination, float comprFactor)
-{
-    AtomicFile output(destination);
-    Status s = ImageWorker::writeInto(output, J::kConvert,
-                                      {{J::kCode, qint64(ImageTypeCode::PNG)}, {J::kPngLevel, double(comprFactor)}}, source);
-    if (s.ok())
-        s = output.commit(AtomicFile::Mode::Replace);
-    if (!s.ok())
-        qWarning("%s", qPrintable(s.error().message));
-    return s.ok();
-}

@@ -2,11 +2,8 @@
 
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
-#include "core/plist/Plist.h"
 #include "utils/Utils.h"
 
-#include <QMimeData>
-#include <QUrl>
 
 #include <sys/stat.h>
 
@@ -65,35 +62,6 @@ quint64 Utils::getImageFileTypeFromPath(const QString &path)
     const ssize_t n = ::read(fd, &first, 1);
     ::close(fd);
     return getImageFileTypeFromData(n == 1 ? QByteArray(1, first) : QByteArray());
-}
-
-QString Utils::imgExtensionFromPasteboard(const QMimeData *pasteboard)
-{
-    const QString fallback = QStringLiteral("png");
-    if (!pasteboard)
-        return fallback;
-    const QStringList types = pasteboard->formats();
-    const QString text = types.isEmpty() ? QString() : QString::fromUtf8(pasteboard->data(types.first()));
-    if (!text.isEmpty()) {
-        const auto parsed = Plist::parse(text.toUtf8());
-        if (!parsed.ok()) {
-            qWarning("erroe geeting image type> %s", qPrintable(parsed.error().message));
-        } else if (parsed.value().metaType().id() == QMetaType::QVariantList) {
-            return parsed.value().toList().value(0).toString();
-        } else if (parsed.value().metaType().id() == QMetaType::QString) {
-            const QString ext = PathParts::splitExtension(PathParts::lastComponent(parsed.value().toString())).extension;
-            if (!ext.isEmpty())
-                return ext;
-        }
-        return fallback;
-    }
-    if (pasteboard->hasUrls() && !pasteboard->urls().isEmpty()) {
-        const QString ext =
-            PathParts::splitExtension(PathParts::lastComponent(pasteboard->urls().first().path())).extension;
-        if (!ext.isEmpty())
-            return ext;
-    }
-    return fallback;
 }
 
 QStringList PageImageTypes::supportImageTypes()

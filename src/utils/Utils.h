@@ -15,7 +15,6 @@
 #include <functional>
 #include <optional>
 
-class QMimeData;
 class QWindow;
 struct BitmapImageRep;
 
@@ -95,7 +94,6 @@ public:
     static quint64 getImageFileTypeFromExtension(const QString &extension); // exact; anything else is PNG
     static quint64 getImageFileTypeFromData(const QByteArray &data);         // by the first byte alone
     static quint64 getImageFileTypeFromPath(const QString &path);
-    static QString imgExtensionFromPasteboard(const QMimeData *pasteboard);
 
     // ---- image size (images/Utils_ImageSize.cpp), in pixels from the header ----
     // {"kImgWidth", "kImgHeight"}; both 0 for a file that is no readable image.
@@ -107,20 +105,13 @@ public:
     static QSizeF pixelSizeForImg(const BitmapImageRep &image);
     static QSizeF convertPixelSizeToPointSize(const QSizeF &pixels);
     static double getDisplScale();
-    static QString roundedFloat(float value);
-    static float getcurrentDPIForImg(const BitmapImageRep &image); // horizontal, rounded up
-    static BitmapImageRep &getBitmap(BitmapImageRep &bitmap, double dpi); // sets the point size only
-    static double currentScreenDPI();
     static double dpiForWindow(const QWindow *window);
-    static float roundToNearest5Des(float value);
 
     // ---- resampling, encoders and composition (images/) ----
     // Lanczos to `size` pixels; the resolution of the source survives. Invalid when it cannot.
     static BitmapImageRep scaleImage(const BitmapImageRep &image, const QSizeF &size);
     // Encoded bytes; empty for GIF (2) and codes above 5, or when the encoder fails.
     static QByteArray convertImg(const BitmapImageRep &image, quint64 code, float compressedBy);
-    static bool changePngCompression(const QString &source, const QString &destination, float comprFactor);
-    static BitmapImageRep imageWithAlpha(const BitmapImageRep &image, float alpha);
     static BitmapImageRep combineBgIm(const BitmapImageRep &background, const BitmapImageRep &foreground);
 
     // ---- PDF (images/pdf) ----

@@ -69,9 +69,4 @@ QRectF calculateFrameWithOldFrame(const QRectF &oldFrame, float dx, float dy, st
     return ensureInsideBoundsFrame(intersection(ensureInsideBoundsFrame(moved, limit), limit), limit);
 }
 
-QRectF nudged(const QRectF &frame, double dx, double dy, const QRectF &limit)
-{
-    return ensureInsideBoundsFrame(frame.translated(dx, dy), limit);
-}
-
 } // namespace CropFrame

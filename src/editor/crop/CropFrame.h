@@ -37,7 +37,4 @@ std::optional<int> clickedDotForPoint(const QPointF &point, const QSizeF &viewBo
 QRectF calculateFrameWithOldFrame(const QRectF &oldFrame, float dx, float dy, std::optional<int> movingDot,
                                   const QRectF &limit);
 
-// One arrow key: the origin moves by (dx, dy) points, then back inside the limit; the size stays.
-QRectF nudged(const QRectF &frame, double dx, double dy, const QRectF &limit);
-
 } // namespace CropFrame
