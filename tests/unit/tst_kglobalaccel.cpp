@@ -55,66 +55,60 @@ class KGlobalAccelTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void bindRegistersAndPressesComeBack();
+    void initTestCase()
+    {
+        if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") || qgetenv("DBUS_SESSION_BUS_ADDRESS") == "disabled:")
+            QSKIP("needs a session bus: run under dbus-run-session");
+        qDBusRegisterMetaType<QList<int>>();
+        QVERIFY(!KGlobalAccelBinder::available());
+        m_thread.start();
+        QDBusConnection daemonBus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake-kglobalaccel"));
+        m_daemon = new FakeKGlobalAccel;
+        m_component = new FakeComponent;
+        // Calls are answered in the stand-in's thread while the binder waits; signals leave from here.
+        m_daemon->moveToThread(&m_thread);
+        QVERIFY(daemonBus.registerObject(QStringLiteral("/kglobalaccel"), m_daemon, QDBusConnection::ExportAllSlots));
+        QVERIFY(daemonBus.registerObject(QStringLiteral("/component/quaydrop"), m_component, QDBusConnection::ExportAllSignals));
+        QVERIFY(daemonBus.registerService(QStringLiteral("org.kde.kglobalaccel")));
+        QVERIFY(KGlobalAccelBinder::available());
+    }
+    void cleanupTestCase()
+    {
+        m_thread.quit();
+        m_thread.wait();
+        delete m_daemon;
+        delete m_component;
+    }
+    void bindRegistersAndPressesComeBack()
+    {
+        KGlobalAccelBinder binder;
+        QSignalSpy pressed(&binder, &HotKeyBinder::activated);
+        QVERIFY(binder.bind(QStringLiteral("Ctrl+Alt+F")).ok());
+        QCOMPARE(m_daemon->registered, QStringList{QStringLiteral("quaydrop/toggle")});
+        const int ctrlAltF = QKeySequence(QStringLiteral("Ctrl+Alt+F"))[0].toCombined();
+        QCOMPARE(m_daemon->keys.value(QStringLiteral("toggle")), QList<int>{ctrlAltF});
+
+        Q_EMIT m_component->globalShortcutPressed(QStringLiteral("other"), QStringLiteral("toggle"), 1);
+        Q_EMIT m_component->globalShortcutPressed(QStringLiteral("quaydrop"), QStringLiteral("toggle"), 2);
+        QVERIFY(pressed.wait(3000));
+        QTest::qWait(200);
+        QCOMPARE(pressed.count(), 1);
+
+        // A key another global shortcut holds is refused with a reason.
+        m_daemon->heldByOthers = {QKeySequence(QStringLiteral("Ctrl+Alt+T"))[0].toCombined()};
+        const Status taken = binder.bind(QStringLiteral("Ctrl+Alt+T"));
+        QVERIFY(!taken.ok());
+        QVERIFY(taken.error().message.contains(QStringLiteral("held by another")));
+
+        binder.unbind();
+        QTRY_VERIFY(m_daemon->registered.isEmpty());
+    }
 
 private:
     QThread m_thread;
     FakeKGlobalAccel *m_daemon = nullptr;
     FakeComponent *m_component = nullptr;
 };
-
-void KGlobalAccelTest::initTestCase()
-{
-    if (qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS") || qgetenv("DBUS_SESSION_BUS_ADDRESS") == "disabled:")
-        QSKIP("needs a session bus: run under dbus-run-session");
-    qDBusRegisterMetaType<QList<int>>();
-    QVERIFY(!KGlobalAccelBinder::available());
-    m_thread.start();
-    QDBusConnection daemonBus = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("fake-kglobalaccel"));
-    m_daemon = new FakeKGlobalAccel;
-    m_component = new FakeComponent;
-    // Calls are answered in the stand-in's thread while the binder waits; signals leave from here.
-    m_daemon->moveToThread(&m_thread);
-    QVERIFY(daemonBus.registerObject(QStringLiteral("/kglobalaccel"), m_daemon, QDBusConnection::ExportAllSlots));
-    QVERIFY(daemonBus.registerObject(QStringLiteral("/component/quaydrop"), m_component, QDBusConnection::ExportAllSignals));
-    QVERIFY(daemonBus.registerService(QStringLiteral("org.kde.kglobalaccel")));
-    QVERIFY(KGlobalAccelBinder::available());
-}
-
-void KGlobalAccelTest::cleanupTestCase()
-{
-    m_thread.quit();
-    m_thread.wait();
-    delete m_daemon;
-    delete m_component;
-}
-
-void KGlobalAccelTest::bindRegistersAndPressesComeBack()
-{
-    KGlobalAccelBinder binder;
-    QSignalSpy pressed(&binder, &HotKeyBinder::activated);
-    QVERIFY(binder.bind(QStringLiteral("Ctrl+Alt+F")).ok());
-    QCOMPARE(m_daemon->registered, QStringList{QStringLiteral("quaydrop/toggle")});
-    const int ctrlAltF = QKeySequence(QStringLiteral("Ctrl+Alt+F"))[0].toCombined();
-    QCOMPARE(m_daemon->keys.value(QStringLiteral("toggle")), QList<int>{ctrlAltF});
-
-    Q_EMIT m_component->globalShortcutPressed(QStringLiteral("other"), QStringLiteral("toggle"), 1);
-    Q_EMIT m_component->globalShortcutPressed(QStringLiteral("quaydrop"), QStringLiteral("toggle"), 2);
-    QVERIFY(pressed.wait(3000));
-    QTest::qWait(200);
-    QCOMPARE(pressed.count(), 1);
-
-    // A key another global shortcut holds is refused with a reason.
-    m_daemon->heldByOthers = {QKeySequence(QStringLiteral("Ctrl+Alt+T"))[0].toCombined()};
-    const Status taken = binder.bind(QStringLiteral("Ctrl+Alt+T"));
-    QVERIFY(!taken.ok());
-    QVERIFY(taken.error().message.contains(QStringLiteral("held by another")));
-
-    binder.unbind();
-    QTRY_VERIFY(m_daemon->registered.isEmpty());
-}
 
 QTEST_GUILESS_MAIN(KGlobalAccelTest)
 #include "tst_kglobalaccel.moc"

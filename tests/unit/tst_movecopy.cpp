@@ -21,26 +21,267 @@ class MoveCopyTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void dropOnItsOwnFolderIsRefused();
-    void folderIntoItselfIsRefused();
-    void sameVolumeMoveRenames();
-    void conflictAnswers_data();
-    void conflictAnswers();
-    void allSkippedStartsNothing();
-    void answerCanComeLater();
-    void moveAcrossDevicesKeepsEverything();
-    void copyJobNeverDeletesSources();
-    void cancelledMoveKeepsEverySource();
-    void replaceAcrossDevicesKeepsOldUntilDone();
-    void runningJobGuards();
-    void sharedSourceWaitsForTheLastReader();
-    void failedMoveKeepsSources();
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        QVERIFY(Texts::setLanguage(QStringLiteral("en")));
+    }
+    void init()
+    {
+        m_tree = std::make_unique<TestTree>();
+        m_platform = std::make_unique<FakePlatform>(m_tree->path() + "/Trash");
+        Platform::install(m_platform->services());
+        m_resolver = FakeResolver();
+        m_alerts = FakeAlerts();
+        m_observer = FakeObserver();
+        m_engine = std::make_unique<MoveCopyOrchestrator>(&m_resolver, &m_alerts, &m_observer, &m_platform->trash);
+        m_tree->folder("src");
+        m_tree->folder("dest");
+    }
+    void cleanup()
+    {
+        m_engine.reset();
+        Platform::install({});
+    }
+    // Onto its own folder, or a folder into itself (moved or copied): refused, nothing touched.
+    void refusedDrops()
+    {
+        const QString file = s(m_tree->file("src/a.txt", "a"));
+        QSignalSpy closed(m_engine.get(), &MoveCopyOrchestrator::orderOutTheWindow);
+        QCOMPARE(m_engine->copyitemsForFileCopy({file}, m_tree->path() + "/src", true), MoveCopyOrchestrator::Outcome::Refused);
+        QCOMPARE(m_alerts.basic.size(), 1);
+        QCOMPARE(m_alerts.basic.first().first, QStringLiteral("a.txt cannot be moved or copied onto itself"));
+        QCOMPARE(closed.count(), 1);
+        QCOMPARE(readAll(file), QByteArray("a"));
+        const QString folder = s(m_tree->folder("src/outer"));
+        m_tree->folder("src/outer/inner");
+        for (bool copy : {false, true}) {
+            m_engine->isFileOperationCopy = copy;
+            QCOMPARE(m_engine->copyitemsForFileCopy({folder}, folder + "/inner", true), MoveCopyOrchestrator::Outcome::Refused);
+        }
+        QCOMPARE(entries(folder + "/inner"), QStringList());
+    }
+    void sameVolumeMoveRenames()
+    {
+        const QString a = s(m_tree->file("src/a.txt", "a"));
+        const QString b = s(m_tree->folder("src/b"));
+        m_tree->file("src/b/.hidden", "h");
+        QCOMPARE(m_engine->copyitemsForFileCopy({a, b}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::Moved);
+        QCOMPARE(entries(m_tree->path() + "/dest"), (QStringList{"a.txt", "b"}));
+        QCOMPARE(entries(m_tree->path() + "/src"), QStringList());
+        QCOMPARE(readAll(m_tree->path() + "/dest/b/.hidden"), QByteArray("h"));
+        QCOMPARE(m_platform->notifications.delivered.size(), 1);
+        QCOMPARE(m_platform->notifications.delivered.first().title, QStringLiteral("2 files have been moved!"));
+        QVERIFY(m_platform->notifications.delivered.first().body.endsWith(QStringLiteral("/.../dest")));
+        QVERIFY(m_resolver.askedAbout.isEmpty());
+    }
+    void conflictAnswers_data()
+    {
+        QTest::addColumn<bool>("sameVolume");
+        QTest::addColumn<QList<ConflictReply>>("answers");
+        QTest::addColumn<QStringList>("destAfter"); // name=content
+        QTest::addColumn<int>("questions");
+        QTest::addColumn<int>("trashed");
+        const QList<ConflictReply> skipAll{{ConflictAnswer::Skip, true}};
+        const QList<ConflictReply> keepAll{{ConflictAnswer::KeepBoth, true}};
+        const QList<ConflictReply> replaceAll{{ConflictAnswer::Replace, true}};
+        const QList<ConflictReply> oneByOne{{ConflictAnswer::Replace, false}, {ConflictAnswer::Skip, false},
+                                            {ConflictAnswer::KeepBoth, false}};
+        for (bool same : {true, false}) {
+            const QByteArray where = same ? "rename: " : "job: ";
+            QTest::newRow(where + "skip all on the first") << same << skipAll
+                                                            << QStringList{"1.txt=old1", "2.txt=old2", "3.txt=old3", "4.txt=new4"} << 1 << 0;
+            QTest::newRow(where + "keep both for all") << same << keepAll
+                                                       << QStringList{"1 1.txt=new1", "1.txt=old1", "2 1.txt=new2", "2.txt=old2",
+                                                                      "3 1.txt=new3", "3.txt=old3", "4.txt=new4"}
+                                                       << 1 << 0;
+            QTest::newRow(where + "replace all") << same << replaceAll
+                                                 << QStringList{"1.txt=new1", "2.txt=new2", "3.txt=new3", "4.txt=new4"} << 1 << 3;
+            QTest::newRow(where + "one answer each") << same << oneByOne
+                                                     << QStringList{"1.txt=new1", "2.txt=old2", "3 1.txt=new3", "3.txt=old3", "4.txt=new4"}
+                                                     << 3 << 1;
+        }
+    }
+    void conflictAnswers()
+    {
+        QFETCH(bool, sameVolume);
+        QFETCH(QList<ConflictReply>, answers);
+        QFETCH(QStringList, destAfter);
+        QFETCH(int, questions);
+        QFETCH(int, trashed);
+        QStringList sources;
+        for (int i = 1; i <= 4; ++i) {
+            sources.append(s(m_tree->file("src/" + QByteArray::number(i) + ".txt", "new" + QByteArray::number(i))));
+            if (i < 4)
+                m_tree->file("dest/" + QByteArray::number(i) + ".txt", "old" + QByteArray::number(i));
+        }
+        m_resolver.answers = answers;
+        m_engine->copyitemsForFileCopy(sources, m_tree->path() + "/dest", sameVolume);
+        QVERIFY(waitForJobs());
+        QStringList found;
+        for (const QString &name : entries(m_tree->path() + "/dest"))
+            found.append(name + '=' + readAll(m_tree->path() + "/dest/" + name));
+        QCOMPARE(found, destAfter);
+        QCOMPARE(m_resolver.askedAbout.size(), questions);
+        QCOMPARE(entries(m_tree->path() + "/Trash").size(), trashed);
+        for (const QString &old : entries(m_tree->path() + "/Trash"))
+            QVERIFY(readAll(m_tree->path() + "/Trash/" + old).startsWith("old"));
+    }
+    void allSkippedStartsNothing()
+    {
+        const QString a = s(m_tree->file("src/a.txt", "new"));
+        m_tree->file("dest/a.txt", "old");
+        m_resolver.answers = {{ConflictAnswer::Skip, false}};
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::NothingToDo);
+        QVERIFY(m_engine->runningJobs().isEmpty());
+        QVERIFY(m_platform->notifications.delivered.isEmpty());
+        QCOMPARE(readAll(a), QByteArray("new"));
+    }
+    void answerCanComeLater()
+    {
+        const QString a = s(m_tree->file("src/a.txt", "new"));
+        m_tree->file("dest/a.txt", "old");
+        m_resolver.deferred = true;
+        m_resolver.answers = {{ConflictAnswer::KeepBoth, false}};
+        QSignalSpy ended(m_engine.get(), &MoveCopyOrchestrator::operationEnded);
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", true),
+                 MoveCopyOrchestrator::Outcome::WaitingForAnswer);
+        // No second operation while the question is open.
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::Refused);
+        QVERIFY(m_engine->alertOrSaveOrOpenPanelIsShown);
+        m_resolver.answerPending();
+        QCOMPARE(ended.count(), 1);
+        QCOMPARE(ended.first().first().value<MoveCopyOrchestrator::Outcome>(), MoveCopyOrchestrator::Outcome::Moved);
+        QCOMPARE(entries(m_tree->path() + "/dest"), (QStringList{"a 1.txt", "a.txt"}));
+        QVERIFY(!m_engine->alertOrSaveOrOpenPanelIsShown);
+    }
+    void moveAcrossDevicesKeepsEverything()
+    {
+        ScratchMount other("64m");
+        REQUIRE_SCRATCH_MOUNT(other);
+        const QString project = s(m_tree->folder("src/project"));
+        m_tree->folder("src/project/.git");
+        m_tree->file("src/project/.git/config", "[core]\n");
+        m_tree->folder("src/project/empty");
+        const QByteArray script = m_tree->file("src/project/run.sh", "#!/bin/sh\n");
+        QVERIFY(::chmod(script.constData(), 0751) == 0);
+        QVERIFY(::setxattr(script.constData(), "user.origin", "qd", 2, 0) == 0);
+        m_tree->sparseFile("src/project/disk.img", 32 << 20, QByteArray(4096, 'd'));
+        const QString loose = s(m_tree->file("src/loose.txt", "loose"));
+
+        QVERIFY(!Utils::checkIfMoveToSameVolume(project, other.path()));
+        QCOMPARE(m_engine->copyitemsForFileCopy({project, loose}, other.path(), false), MoveCopyOrchestrator::Outcome::JobStarted);
+        QCOMPARE(m_observer.counts.last(), 1);
+        QVERIFY(waitForJobs());
+        QCOMPARE(m_observer.finished.size(), 1);
+        QVERIFY(!m_observer.finished.first().has_value());
+
+        const QString moved = other.path() + "/project";
+        QCOMPARE(entries(moved), (QStringList{".git", "disk.img", "empty", "run.sh"}));
+        QCOMPARE(readAll(moved + "/.git/config"), QByteArray("[core]\n"));
+        QCOMPARE(QFileInfo(moved + "/run.sh").permissions() & QFileDevice::ExeOwner, QFileDevice::ExeOwner);
+        char value[8] = {};
+        QCOMPARE(::getxattr((moved + "/run.sh").toUtf8().constData(), "user.origin", value, sizeof value), ssize_t(2));
+        QVERIFY(TestTree::allocated((moved + "/disk.img").toUtf8()) < (1 << 20));
+        QCOMPARE(readAll(other.path() + "/loose.txt"), QByteArray("loose"));
+        QCOMPARE(entries(m_tree->path() + "/src"), QStringList()); // the sources went, and only now
+        QVERIFY(m_engine->pathsBeingMovedToBeDeletedAfter.isEmpty());
+        QCOMPARE(m_platform->notifications.delivered.last().title, QStringLiteral("2 files have been copied!"));
+    }
+    void copyJobNeverDeletesSources()
+    {
+        const QString a = s(m_tree->file("src/a.txt", "a"));
+        m_engine->isFileOperationCopy = true;
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::JobStarted);
+        // A move started meanwhile must not change what the copy does with its sources.
+        m_engine->isFileOperationCopy = false;
+        QVERIFY(waitForJobs());
+        QCOMPARE(readAll(a), QByteArray("a"));
+        QCOMPARE(readAll(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
+    }
+    // A cancelled move across devices keeps every source; an item it was to replace stays too, since
+    // the answer itself removes nothing.
+    void cancelledMoveKeepsEverything_data()
+    {
+        QTest::addColumn<bool>("replacing");
+        QTest::newRow("new names") << false;
+        QTest::newRow("replacing an item") << true;
+    }
+    void cancelledMoveKeepsEverything()
+    {
+        QFETCH(bool, replacing);
+        const QString dest = m_tree->path() + "/dest";
+        const QString big = s(m_tree->file("src/big.bin", QByteArray(64 << 20, 'b')));
+        const QString small = s(m_tree->file("src/small.txt", "s"));
+        if (replacing) {
+            m_tree->file("dest/big.bin", "old");
+            m_resolver.answers = {{ConflictAnswer::Replace, false}};
+        }
+        QCOMPARE(m_engine->copyitemsForFileCopy({small, big}, dest, false), MoveCopyOrchestrator::Outcome::JobStarted);
+        QCOMPARE(QFileInfo::exists(dest + "/big.bin"), replacing);
+        m_engine->cancelCopyProgress(m_engine->runningJobs().first());
+        QVERIFY(waitForJobs());
+        QCOMPARE(m_observer.finished.last()->code, 1001);
+        QCOMPARE(QFileInfo(big).size(), qint64(64 << 20));
+        QCOMPARE(readAll(small), QByteArray("s"));
+        QCOMPARE(readAll(dest + "/big.bin"), replacing ? QByteArray("old") : QByteArray("<unreadable>"));
+        QCOMPARE(entries(m_tree->path() + "/Trash"), QStringList());
+        for (const QString &name : entries(dest))
+            QVERIFY2(!name.startsWith(".qd-"), qPrintable(name));
+    }
+    void runningJobGuards()
+    {
+        const QString a = s(m_tree->file("src/a.bin", QByteArray(1 << 20, 'a')));
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::JobStarted);
+        // The same item to the same folder while the job is listed.
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::Refused);
+        QCOMPARE(m_alerts.basic.last().first, QStringLiteral("Not possible: a.bin"));
+        // What the job is writing cannot be a source yet.
+        m_tree->file("dest/a.bin", "partial");
+        QCOMPARE(m_engine->copyitemsForFileCopy({m_tree->path() + "/dest/a.bin"}, m_tree->path() + "/src", false),
+                 MoveCopyOrchestrator::Outcome::Refused);
+        QCOMPARE(m_alerts.basic.last().second, Texts::localized("FilesStillbeingCopied"));
+        QVERIFY(waitForJobs());
+    }
+    void sharedSourceWaitsForTheLastReader()
+    {
+        m_tree->folder("dest2");
+        const QString a = s(m_tree->file("src/a.txt", "a"));
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::JobStarted);
+        QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest2", false), MoveCopyOrchestrator::Outcome::JobStarted);
+        QList<bool> sourceThereAtEnd;
+        m_observer.onFinished = [&](const FileCopyParamsPtr &) { sourceThereAtEnd.append(QFileInfo::exists(a)); };
+        QVERIFY(waitForJobs());
+        QCOMPARE(sourceThereAtEnd, (QList<bool>{true, false}));
+        QCOMPARE(readAll(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
+        QCOMPARE(readAll(m_tree->path() + "/dest2/a.txt"), QByteArray("a"));
+    }
+    void failedMoveKeepsSources()
+    {
+        // Large enough that the job is still on it when the second item disappears.
+        const QString good = s(m_tree->file("src/good.txt", QByteArray(48 << 20, 'g')));
+        const QString gone = m_tree->path() + "/src/vanished.txt";
+        m_tree->file("src/vanished.txt", "v");
+        QCOMPARE(m_engine->copyitemsForFileCopy({good, gone}, m_tree->path() + "/dest", false),
+                 MoveCopyOrchestrator::Outcome::JobStarted);
+        QFile::remove(gone); // vanishes before the job reaches it
+        QVERIFY(waitForJobs());
+        if (!m_observer.finished.last().has_value())
+            QSKIP("the job was faster than the removal");
+        QCOMPARE(m_observer.finished.last()->code, 1111);
+        QCOMPARE(m_alerts.critical.size(), 1);
+        QVERIFY(m_alerts.critical.first().first.startsWith(QStringLiteral("vanished.txt ,")));
+        QCOMPARE(QFileInfo(good).size(), qint64(48 << 20)); // copied, but the move failed: the source stays
+    }
 
 private:
-    bool waitForJobs();
+    bool waitForJobs()
+    {
+        if (m_engine->runningJobs().isEmpty())
+            return true;
+        QSignalSpy done(m_engine.get(), &MoveCopyOrchestrator::allJobsFinished);
+        return done.wait(20000);
+    }
     std::unique_ptr<TestTree> m_tree;
     std::unique_ptr<FakePlatform> m_platform;
     FakeResolver m_resolver;
@@ -48,282 +289,6 @@ private:
     FakeObserver m_observer;
     std::unique_ptr<MoveCopyOrchestrator> m_engine;
 };
-
-void MoveCopyTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    QVERIFY(Texts::setLanguage(QStringLiteral("en")));
-}
-
-void MoveCopyTest::init()
-{
-    m_tree = std::make_unique<TestTree>();
-    m_platform = std::make_unique<FakePlatform>(m_tree->path() + "/Trash");
-    Platform::install(m_platform->services());
-    m_resolver = FakeResolver();
-    m_alerts = FakeAlerts();
-    m_observer = FakeObserver();
-    m_engine = std::make_unique<MoveCopyOrchestrator>(&m_resolver, &m_alerts, &m_observer, &m_platform->trash);
-    m_tree->folder("src");
-    m_tree->folder("dest");
-}
-
-void MoveCopyTest::cleanup()
-{
-    m_engine.reset();
-    Platform::install({});
-}
-
-bool MoveCopyTest::waitForJobs()
-{
-    if (m_engine->runningJobs().isEmpty())
-        return true;
-    QSignalSpy done(m_engine.get(), &MoveCopyOrchestrator::allJobsFinished);
-    return done.wait(20000);
-}
-
-void MoveCopyTest::dropOnItsOwnFolderIsRefused()
-{
-    const QString file = s(m_tree->file("src/a.txt", "a"));
-    QSignalSpy closed(m_engine.get(), &MoveCopyOrchestrator::orderOutTheWindow);
-    QCOMPARE(m_engine->copyitemsForFileCopy({file}, m_tree->path() + "/src", true), MoveCopyOrchestrator::Outcome::Refused);
-    QCOMPARE(m_alerts.basic.size(), 1);
-    QCOMPARE(m_alerts.basic.first().first, QStringLiteral("a.txt cannot be moved or copied onto itself"));
-    QCOMPARE(closed.count(), 1);
-    QCOMPARE(readAll(file), QByteArray("a"));
-}
-
-void MoveCopyTest::folderIntoItselfIsRefused()
-{
-    const QString folder = s(m_tree->folder("src/outer"));
-    m_tree->folder("src/outer/inner");
-    for (bool copy : {false, true}) {
-        m_engine->isFileOperationCopy = copy;
-        QCOMPARE(m_engine->copyitemsForFileCopy({folder}, folder + "/inner", true), MoveCopyOrchestrator::Outcome::Refused);
-    }
-    QCOMPARE(entries(folder + "/inner"), QStringList());
-}
-
-void MoveCopyTest::sameVolumeMoveRenames()
-{
-    const QString a = s(m_tree->file("src/a.txt", "a"));
-    const QString b = s(m_tree->folder("src/b"));
-    m_tree->file("src/b/.hidden", "h");
-    QCOMPARE(m_engine->copyitemsForFileCopy({a, b}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::Moved);
-    QCOMPARE(entries(m_tree->path() + "/dest"), (QStringList{"a.txt", "b"}));
-    QCOMPARE(entries(m_tree->path() + "/src"), QStringList());
-    QCOMPARE(readAll(m_tree->path() + "/dest/b/.hidden"), QByteArray("h"));
-    QCOMPARE(m_platform->notifications.delivered.size(), 1);
-    QCOMPARE(m_platform->notifications.delivered.first().title, QStringLiteral("2 files have been moved!"));
-    QVERIFY(m_platform->notifications.delivered.first().body.endsWith(QStringLiteral("/.../dest")));
-    QVERIFY(m_resolver.askedAbout.isEmpty());
-}
-
-void MoveCopyTest::conflictAnswers_data()
-{
-    QTest::addColumn<bool>("sameVolume");
-    QTest::addColumn<QList<ConflictReply>>("answers");
-    QTest::addColumn<QStringList>("destAfter"); // name=content
-    QTest::addColumn<int>("questions");
-    QTest::addColumn<int>("trashed");
-    const QList<ConflictReply> skipAll{{ConflictAnswer::Skip, true}};
-    const QList<ConflictReply> keepAll{{ConflictAnswer::KeepBoth, true}};
-    const QList<ConflictReply> replaceAll{{ConflictAnswer::Replace, true}};
-    const QList<ConflictReply> oneByOne{{ConflictAnswer::Replace, false}, {ConflictAnswer::Skip, false},
-                                        {ConflictAnswer::KeepBoth, false}};
-    for (bool same : {true, false}) {
-        const QByteArray where = same ? "rename: " : "job: ";
-        QTest::newRow(where + "skip all on the first") << same << skipAll
-                                                        << QStringList{"1.txt=old1", "2.txt=old2", "3.txt=old3", "4.txt=new4"} << 1 << 0;
-        QTest::newRow(where + "keep both for all") << same << keepAll
-                                                   << QStringList{"1 1.txt=new1", "1.txt=old1", "2 1.txt=new2", "2.txt=old2",
-                                                                  "3 1.txt=new3", "3.txt=old3", "4.txt=new4"}
-                                                   << 1 << 0;
-        QTest::newRow(where + "replace all") << same << replaceAll
-                                             << QStringList{"1.txt=new1", "2.txt=new2", "3.txt=new3", "4.txt=new4"} << 1 << 3;
-        QTest::newRow(where + "one answer each") << same << oneByOne
-                                                 << QStringList{"1.txt=new1", "2.txt=old2", "3 1.txt=new3", "3.txt=old3", "4.txt=new4"}
-                                                 << 3 << 1;
-    }
-}
-
-void MoveCopyTest::conflictAnswers()
-{
-    QFETCH(bool, sameVolume);
-    QFETCH(QList<ConflictReply>, answers);
-    QFETCH(QStringList, destAfter);
-    QFETCH(int, questions);
-    QFETCH(int, trashed);
-    QStringList sources;
-    for (int i = 1; i <= 4; ++i) {
-        sources.append(s(m_tree->file("src/" + QByteArray::number(i) + ".txt", "new" + QByteArray::number(i))));
-        if (i < 4)
-            m_tree->file("dest/" + QByteArray::number(i) + ".txt", "old" + QByteArray::number(i));
-    }
-    m_resolver.answers = answers;
-    m_engine->copyitemsForFileCopy(sources, m_tree->path() + "/dest", sameVolume);
-    QVERIFY(waitForJobs());
-    QStringList found;
-    for (const QString &name : entries(m_tree->path() + "/dest"))
-        found.append(name + '=' + readAll(m_tree->path() + "/dest/" + name));
-    QCOMPARE(found, destAfter);
-    QCOMPARE(m_resolver.askedAbout.size(), questions);
-    QCOMPARE(entries(m_tree->path() + "/Trash").size(), trashed);
-    for (const QString &old : entries(m_tree->path() + "/Trash"))
-        QVERIFY(readAll(m_tree->path() + "/Trash/" + old).startsWith("old"));
-}
-
-void MoveCopyTest::allSkippedStartsNothing()
-{
-    const QString a = s(m_tree->file("src/a.txt", "new"));
-    m_tree->file("dest/a.txt", "old");
-    m_resolver.answers = {{ConflictAnswer::Skip, false}};
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::NothingToDo);
-    QVERIFY(m_engine->runningJobs().isEmpty());
-    QVERIFY(m_platform->notifications.delivered.isEmpty());
-    QCOMPARE(readAll(a), QByteArray("new"));
-}
-
-void MoveCopyTest::answerCanComeLater()
-{
-    const QString a = s(m_tree->file("src/a.txt", "new"));
-    m_tree->file("dest/a.txt", "old");
-    m_resolver.deferred = true;
-    m_resolver.answers = {{ConflictAnswer::KeepBoth, false}};
-    QSignalSpy ended(m_engine.get(), &MoveCopyOrchestrator::operationEnded);
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", true),
-             MoveCopyOrchestrator::Outcome::WaitingForAnswer);
-    // No second operation while the question is open.
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::Refused);
-    QVERIFY(m_engine->alertOrSaveOrOpenPanelIsShown);
-    m_resolver.answerPending();
-    QCOMPARE(ended.count(), 1);
-    QCOMPARE(ended.first().first().value<MoveCopyOrchestrator::Outcome>(), MoveCopyOrchestrator::Outcome::Moved);
-    QCOMPARE(entries(m_tree->path() + "/dest"), (QStringList{"a 1.txt", "a.txt"}));
-    QVERIFY(!m_engine->alertOrSaveOrOpenPanelIsShown);
-}
-
-void MoveCopyTest::moveAcrossDevicesKeepsEverything()
-{
-    ScratchMount other("64m");
-    REQUIRE_SCRATCH_MOUNT(other);
-    const QString project = s(m_tree->folder("src/project"));
-    m_tree->folder("src/project/.git");
-    m_tree->file("src/project/.git/config", "[core]\n");
-    m_tree->folder("src/project/empty");
-    const QByteArray script = m_tree->file("src/project/run.sh", "#!/bin/sh\n");
-    QVERIFY(::chmod(script.constData(), 0751) == 0);
-    QVERIFY(::setxattr(script.constData(), "user.origin", "qd", 2, 0) == 0);
-    m_tree->sparseFile("src/project/disk.img", 32 << 20, QByteArray(4096, 'd'));
-    const QString loose = s(m_tree->file("src/loose.txt", "loose"));
-
-    QVERIFY(!Utils::checkIfMoveToSameVolume(project, other.path()));
-    QCOMPARE(m_engine->copyitemsForFileCopy({project, loose}, other.path(), false), MoveCopyOrchestrator::Outcome::JobStarted);
-    QCOMPARE(m_observer.counts.last(), 1);
-    QVERIFY(waitForJobs());
-    QCOMPARE(m_observer.finished.size(), 1);
-    QVERIFY(!m_observer.finished.first().has_value());
-
-    const QString moved = other.path() + "/project";
-    QCOMPARE(entries(moved), (QStringList{".git", "disk.img", "empty", "run.sh"}));
-    QCOMPARE(readAll(moved + "/.git/config"), QByteArray("[core]\n"));
-    QCOMPARE(QFileInfo(moved + "/run.sh").permissions() & QFileDevice::ExeOwner, QFileDevice::ExeOwner);
-    char value[8] = {};
-    QCOMPARE(::getxattr((moved + "/run.sh").toUtf8().constData(), "user.origin", value, sizeof value), ssize_t(2));
-    QVERIFY(TestTree::allocated((moved + "/disk.img").toUtf8()) < (1 << 20));
-    QCOMPARE(readAll(other.path() + "/loose.txt"), QByteArray("loose"));
-    QCOMPARE(entries(m_tree->path() + "/src"), QStringList()); // the sources went, and only now
-    QVERIFY(m_engine->pathsBeingMovedToBeDeletedAfter.isEmpty());
-    QCOMPARE(m_platform->notifications.delivered.last().title, QStringLiteral("2 files have been copied!"));
-}
-
-void MoveCopyTest::copyJobNeverDeletesSources()
-{
-    const QString a = s(m_tree->file("src/a.txt", "a"));
-    m_engine->isFileOperationCopy = true;
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::JobStarted);
-    // A move started meanwhile must not change what the copy does with its sources.
-    m_engine->isFileOperationCopy = false;
-    QVERIFY(waitForJobs());
-    QCOMPARE(readAll(a), QByteArray("a"));
-    QCOMPARE(readAll(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
-}
-
-void MoveCopyTest::cancelledMoveKeepsEverySource()
-{
-    const QString big = s(m_tree->file("src/big.bin", QByteArray(64 << 20, 'b')));
-    const QString small = s(m_tree->file("src/small.txt", "s"));
-    QCOMPARE(m_engine->copyitemsForFileCopy({small, big}, m_tree->path() + "/dest", false),
-             MoveCopyOrchestrator::Outcome::JobStarted);
-    m_engine->cancelCopyProgress(m_engine->runningJobs().first());
-    QVERIFY(waitForJobs());
-    QCOMPARE(m_observer.finished.last()->code, 1001);
-    QCOMPARE(QFileInfo(big).size(), qint64(64 << 20));
-    QCOMPARE(readAll(small), QByteArray("s"));
-    for (const QString &name : entries(m_tree->path() + "/dest"))
-        QVERIFY2(!name.startsWith(".qd-"), qPrintable(name));
-}
-
-void MoveCopyTest::replaceAcrossDevicesKeepsOldUntilDone()
-{
-    const QString src = s(m_tree->file("src/doc.txt", QByteArray(48 << 20, 'n')));
-    m_tree->file("dest/doc.txt", "old");
-    m_resolver.answers = {{ConflictAnswer::Replace, false}};
-    QCOMPARE(m_engine->copyitemsForFileCopy({src}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::JobStarted);
-    QCOMPARE(readAll(m_tree->path() + "/dest/doc.txt"), QByteArray("old")); // the answer itself removed nothing
-    m_engine->cancelCopyProgress(m_engine->runningJobs().first());
-    QVERIFY(waitForJobs());
-    QCOMPARE(readAll(m_tree->path() + "/dest/doc.txt"), QByteArray("old"));
-    QCOMPARE(QFileInfo(src).size(), qint64(48 << 20));
-    QCOMPARE(entries(m_tree->path() + "/Trash"), QStringList());
-}
-
-void MoveCopyTest::runningJobGuards()
-{
-    const QString a = s(m_tree->file("src/a.bin", QByteArray(1 << 20, 'a')));
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::JobStarted);
-    // The same item to the same folder while the job is listed.
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::Refused);
-    QCOMPARE(m_alerts.basic.last().first, QStringLiteral("Not possible: a.bin"));
-    // What the job is writing cannot be a source yet.
-    m_tree->file("dest/a.bin", "partial");
-    QCOMPARE(m_engine->copyitemsForFileCopy({m_tree->path() + "/dest/a.bin"}, m_tree->path() + "/src", false),
-             MoveCopyOrchestrator::Outcome::Refused);
-    QCOMPARE(m_alerts.basic.last().second, Texts::localized("FilesStillbeingCopied"));
-    QVERIFY(waitForJobs());
-}
-
-void MoveCopyTest::sharedSourceWaitsForTheLastReader()
-{
-    m_tree->folder("dest2");
-    const QString a = s(m_tree->file("src/a.txt", "a"));
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::JobStarted);
-    QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest2", false), MoveCopyOrchestrator::Outcome::JobStarted);
-    QList<bool> sourceThereAtEnd;
-    m_observer.onFinished = [&](const FileCopyParamsPtr &) { sourceThereAtEnd.append(QFileInfo::exists(a)); };
-    QVERIFY(waitForJobs());
-    QCOMPARE(sourceThereAtEnd, (QList<bool>{true, false}));
-    QCOMPARE(readAll(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
-    QCOMPARE(readAll(m_tree->path() + "/dest2/a.txt"), QByteArray("a"));
-}
-
-void MoveCopyTest::failedMoveKeepsSources()
-{
-    // Large enough that the job is still on it when the second item disappears.
-    const QString good = s(m_tree->file("src/good.txt", QByteArray(48 << 20, 'g')));
-    const QString gone = m_tree->path() + "/src/vanished.txt";
-    m_tree->file("src/vanished.txt", "v");
-    QCOMPARE(m_engine->copyitemsForFileCopy({good, gone}, m_tree->path() + "/dest", false),
-             MoveCopyOrchestrator::Outcome::JobStarted);
-    QFile::remove(gone); // vanishes before the job reaches it
-    QVERIFY(waitForJobs());
-    if (!m_observer.finished.last().has_value())
-        QSKIP("the job was faster than the removal");
-    QCOMPARE(m_observer.finished.last()->code, 1111);
-    QCOMPARE(m_alerts.critical.size(), 1);
-    QVERIFY(m_alerts.critical.first().first.startsWith(QStringLiteral("vanished.txt ,")));
-    QCOMPARE(QFileInfo(good).size(), qint64(48 << 20)); // copied, but the move failed: the source stays
-}
 
 QTEST_GUILESS_MAIN(MoveCopyTest)
 #include "tst_movecopy.moc"

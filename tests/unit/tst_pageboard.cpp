@@ -61,6 +61,11 @@ QList<WrittenPage> writtenPages(const QByteArray &pdf)
     return pages;
 }
 
+std::unique_ptr<BoardExportJob> exported(BoardExportJob::Request request)
+{
+    return ImageFixtures::ranToEnd(std::make_unique<BoardExportJob>(std::move(request)));
+}
+
 } // namespace
 
 class PageBoardTest : public QObject
@@ -69,246 +74,210 @@ class PageBoardTest : public QObject
 private Q_SLOTS:
     void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
     void init() { Manager::shareImagesManager().cleanUpCache(); }
-    void storeRules_data();
-    void storeRules();
-    void blockMoveKeepsItsOrder_data();
-    void blockMoveKeepsItsOrder();
-    void identitiesChangeWithEachTransform();
-    void transformNumbers();
-    void onlyPageImagesAreTaken();
-    void exportInBoardOrderWithTurns();
-    void exportSkipsWhatIsGoneAndSaysWhich();
-    void exportThatCannotBeWrittenLeavesNothing();
-    void oneByOneSameFileGivesOnePdf();
-    void thumbnailsAreTurnedAndCachedByIdentity();
+    void storeRules_data()
+    {
+        QTest::addColumn<QString>("op");
+        QTest::addColumn<int>("index");
+        QTest::addColumn<QStringList>("after");
+        QTest::newRow("insert at count appends") << "insert" << 3 << QStringList{"0", "1", "2", "new"};
+        QTest::newRow("insert at 0") << "insert" << 0 << QStringList{"new", "0", "1", "2"};
+        QTest::newRow("insert above count ignored") << "insert" << 4 << QStringList{"0", "1", "2"};
+        QTest::newRow("insert below 0 ignored") << "insert" << -1 << QStringList{"0", "1", "2"};
+        QTest::newRow("insert nil ignored") << "insertNil" << 1 << QStringList{"0", "1", "2"};
+        QTest::newRow("remove 1") << "remove" << 1 << QStringList{"0", "2"};
+        QTest::newRow("remove out of range ignored") << "remove" << 3 << QStringList{"0", "1", "2"};
+        QTest::newRow("transform out of range ignored") << "transform" << 5 << QStringList{"0", "1", "2"};
+    }
+    void storeRules()
+    {
+        QFETCH(QString, op);
+        QFETCH(int, index);
+        QFETCH(QStringList, after);
+        Manager &m = Manager::shareImagesManager();
+        fill(m, 3);
+        if (op == QLatin1String("insert"))
+            m.insertPageItem(LRHMPageItem(QStringLiteral("/x/new.png")), index);
+        else if (op == QLatin1String("insertNil"))
+            m.insertPageItem(std::nullopt, index);
+        else if (op == QLatin1String("remove"))
+            m.removePageItemAt(index);
+        else
+            m.appendTransform(QTransform::fromScale(-1, 1), index);
+        QCOMPARE(names(m), after);
+        QVERIFY(!m.pageItemAt(-1) && !m.pageItemAt(m.pageImageCount()));
+    }
+    void blockMoveKeepsItsOrder_data()
+    {
+        QTest::addColumn<QList<qsizetype>>("moved");
+        QTest::addColumn<int>("destination");
+        QTest::addColumn<QStringList>("after");
+        QTest::newRow("0 and 2 to 4") << QList<qsizetype>{0, 2} << 4 << QStringList{"1", "3", "0", "2", "4"};
+        QTest::newRow("3 and 4 to the front") << QList<qsizetype>{4, 3} << 0 << QStringList{"3", "4", "0", "1", "2"};
+        QTest::newRow("1 to the end") << QList<qsizetype>{1} << 5 << QStringList{"0", "2", "3", "4", "1"};
+        QTest::newRow("onto itself") << QList<qsizetype>{2} << 2 << QStringList{"0", "1", "2", "3", "4"};
+    }
+    void blockMoveKeepsItsOrder()
+    {
+        QFETCH(QList<qsizetype>, moved);
+        QFETCH(int, destination);
+        QFETCH(QStringList, after);
+        Manager &m = Manager::shareImagesManager();
+        fill(m, 5);
+        m.moveItemsAtIndexes(moved, destination);
+        QCOMPARE(names(m), after);
+    }
+    void identitiesChangeWithEachTransform()
+    {
+        Manager &m = Manager::shareImagesManager();
+        m.addPageItemWith(QStringLiteral("/x/same.jpg"));
+        m.addPageItemWith(QStringLiteral("/x/same.jpg"));
+        QVERIFY(m.pageItemAt(0)->identify.startsWith(QLatin1String("same_")));
+        QVERIFY(m.pageItemAt(0)->identify != m.pageItemAt(1)->identify);
+        const QString first = m.pageItemAt(0)->identify;
+        for (const QTransform &t : {LRHMTransformManager::rotateTransformWith({}, 90), LRHMTransformManager::rotateTransformWith({}, -90),
+                                    LRHMTransformManager::horizontalFlipTransformWith(QRectF(0, 0, 10, 10))}) {
+            m.appendTransform(t, 0);
+            m.autoReloadPageItemIdentifyAt(0);
+        }
+        QCOMPARE(m.pageItemAt(0)->identify, first + QStringLiteral("_1_1_1"));
+    }
+    void transformNumbers()
+    {
+        const QTransform left = LRHMTransformManager::rotateTransformWith({}, 90.0);
+        const QPointF turned = left.map(QPointF(1, 0));
+        QVERIFY(qAbs(turned.x()) < 1e-12 && qFuzzyCompare(turned.y(), 1.0)); // anticlockwise, y up
+        const QTransform v = LRHMTransformManager::verticalFlipTransformWith(QRectF(0, 0, 100, 50));
+        QCOMPARE(v.map(QPointF(10, 20)), QPointF(10, 30)); // y becomes height - y
+        const QTransform h = LRHMTransformManager::horizontalFlipTransformWith(QRectF(0, 0, 100, 50));
+        QCOMPARE(h.map(QPointF(10, 20)), QPointF(90, 20)); // x becomes width - x
+        // Four quarter turns come close to the identity; the page then keeps the turned route.
+        LRHMPageItem item(QStringLiteral("/x/a.png"));
+        for (int i = 0; i < 4; ++i)
+            item.appendCGTransform(left);
+        QVERIFY(qAbs(item.transform.m11() - 1) < 1e-12 && qAbs(item.transform.m12()) < 1e-12);
+        QCOMPARE(PageGeometry::transformedSize(QSize(40, 20), left), QSize(20, 40));
+        // The newest transform is applied last.
+        LRHMPageItem flipped(QStringLiteral("/x/b.png"));
+        flipped.appendCGTransform(left);
+        flipped.appendCGTransform(h);
+        QCOMPARE(flipped.transform.map(QPointF(1, 0)).toPoint(), h.map(left.map(QPointF(1, 0))).toPoint());
+    }
+    void onlyPageImagesAreTaken()
+    {
+        TestTree tree;
+        const QByteArray png = ImageFixtures::encoded(ImageFixtures::picture(8, 8), "png");
+        QVERIFY(ImageFixtures::write(tree.path() + "/A.PNG", png));
+        QVERIFY(ImageFixtures::write(tree.path() + "/notes.txt", "text"));
+        QDir(tree.path()).mkdir(QStringLiteral("folder.png"));
+        Manager &m = Manager::shareImagesManager();
+        const QStringList taken = m.loadPageItemImagesWithPaths(
+            {tree.path() + "/A.PNG", tree.path() + "/notes.txt", tree.path() + "/folder.png", tree.path() + "/missing.jpg"});
+        QCOMPARE(taken, QStringList{tree.path() + "/A.PNG"});
+        QCOMPARE(m.pageImageCount(), 1);
+    }
+    void exportInBoardOrderWithTurns()
+    {
+        TestTree tree;
+        // 60 x 30 pixels at 72 dpi: red, green / blue, white quarters; one stored turned, asking a viewer
+        // (EXIF 6) to turn it upright.
+        const QByteArray plain = ImageFixtures::encoded(ImageFixtures::quarters(60, 30), "jpeg", 72, 92);
+        const QByteArray exif6 = ImageFixtures::withOrientation(plain, 6);
+        QVERIFY(ImageFixtures::write(tree.path() + "/a.jpg", plain));
+        QVERIFY(ImageFixtures::write(tree.path() + "/b.jpg", exif6));
+        QVERIFY(ImageFixtures::write(tree.path() + "/c.png", ImageFixtures::encoded(ImageFixtures::quarters(60, 30), "png")));
+        const QTransform left = LRHMTransformManager::rotateTransformWith({}, 90);
+        const QTransform flip = LRHMTransformManager::horizontalFlipTransformWith(QRectF(0, 0, 30, 60));
+        const QList<ImagesToPdf::Page> pages{{tree.path() + "/c.png", left},
+                                             {tree.path() + "/a.jpg", {}},
+                                             {tree.path() + "/b.jpg", flip},
+                                             {tree.path() + "/a.jpg", left * left}};
+        const QString pdf = tree.path() + "/board.pdf";
+        const auto job = exported({pages, true, pdf});
+        QVERIFY(job->failures().isEmpty());
+        QCOMPARE(job->written(), QStringList{pdf});
+
+        const QByteArray bytes = TestTree::contents(pdf);
+        QCOMPARE(bytes.count(plain), 2); // the JPEG data untouched, EXIF and all
+        QCOMPARE(bytes.count(exif6), 1);
+        const QList<WrittenPage> written = writtenPages(bytes);
+        QCOMPARE(written.size(), 4);
+        const QList<QSizeF> sizes{{30, 60}, {60, 30}, {30, 60}, {60, 30}};
+        // The drawing matrices: the PNG turned left (0 60 -30 0 30 0); a.jpg as it is; b.jpg upright by
+        // its EXIF 6, then mirrored; a.jpg turned twice, a half turn.
+        const QList<QList<double>> matrices{{0, 60, -30, 0, 30, 0}, {60, 0, 0, 30, 0, 0}, {0, -60, -30, 0, 30, 60}, {-60, 0, 0, -30, 60, 30}};
+        for (int i = 0; i < 4; ++i) {
+            QCOMPARE(written[i].mediaBox, sizes[i]);
+            QCOMPARE(written[i].matrix.size(), 6);
+            for (int k = 0; k < 6; ++k)
+                QVERIFY2(qAbs(written[i].matrix[k] - matrices[i][k]) < 1e-3, qPrintable(QStringLiteral("page %1 value %2").arg(i).arg(k)));
+        }
+        // And as a reader draws them: the upright picture turned as the board shows it.
+        const auto doc = Poppler::Document::load(pdf);
+        QVERIFY(doc);
+        for (int i = 0; i < 4; ++i) {
+            const QImage expected = ImageFixtures::seenByAViewer(pages[i].path).transformed(PageGeometry::forYDown(pages[i].turn));
+            QVERIFY2(ImageFixtures::sameQuarters(doc->page(i)->renderToImage(144, 144), expected), qPrintable(QString::number(i)));
+        }
+    }
+    void exportSkipsWhatIsGoneAndSaysWhich()
+    {
+        TestTree tree;
+        const QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::picture(20, 10), "jpeg");
+        QVERIFY(ImageFixtures::write(tree.path() + "/kept.jpg", jpeg));
+        QVERIFY(ImageFixtures::write(tree.path() + "/damaged.png", "\x89PNG\r\n\x1a\n broken"));
+        const auto job = exported({{{tree.path() + "/gone.jpg", {}}, {tree.path() + "/kept.jpg", {}}, {tree.path() + "/damaged.png", {}}},
+                            true, tree.path() + "/out.pdf"});
+        QCOMPARE(job->written().size(), 1);
+        QCOMPARE(job->failures().size(), 2);
+        QVERIFY(job->failures().at(0).message.contains(QLatin1String("gone.jpg")));
+        QVERIFY(job->failures().at(1).message.contains(QLatin1String("damaged.png")));
+        QCOMPARE(writtenPages(TestTree::contents(tree.path() + "/out.pdf")).size(), 1);
+    }
+    void exportThatCannotBeWrittenLeavesNothing()
+    {
+        TestTree tree;
+        QVERIFY(ImageFixtures::write(tree.path() + "/a.jpg", ImageFixtures::encoded(ImageFixtures::picture(20, 10), "jpeg")));
+        QVERIFY(ImageFixtures::write(tree.path() + "/blocker", "a file where a folder should be"));
+        const auto job = exported({{{tree.path() + "/a.jpg", {}}}, true, tree.path() + "/blocker/out.pdf"});
+        QVERIFY(job->written().isEmpty());
+        QCOMPARE(job->failures().size(), 1);
+        QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
+    }
+    void oneByOneSameFileGivesOnePdf()
+    {
+        TestTree tree;
+        QVERIFY(ImageFixtures::write(tree.path() + "/a.jpg", ImageFixtures::encoded(ImageFixtures::picture(20, 10), "jpeg")));
+        QVERIFY(ImageFixtures::write(tree.path() + "/b.png", ImageFixtures::encoded(ImageFixtures::picture(20, 10), "png")));
+        QDir(tree.path()).mkdir(QStringLiteral("out"));
+        const auto job = exported({{{tree.path() + "/a.jpg", {}}, {tree.path() + "/b.png", {}}, {tree.path() + "/a.jpg", {}}}, false, tree.path() + "/out"});
+        QCOMPARE(job->written().size(), 3);
+        QCOMPARE(QDir(tree.path() + "/out").entryList(QDir::Files), (QStringList{"a.pdf", "b.pdf"}));
+    }
+    void thumbnailsAreTurnedAndCachedByIdentity()
+    {
+        TestTree tree;
+        QVERIFY(ImageFixtures::write(tree.path() + "/q.jpg", ImageFixtures::encoded(ImageFixtures::quarters(400, 200), "jpeg", 72, 95)));
+        PageThumbnails thumbnails;
+        QSignalSpy ready(&thumbnails, &PageThumbnails::ready);
+        LRHMPageItem item(tree.path() + "/q.jpg");
+        QVERIFY(thumbnails.thumbnail(item).isNull());
+        QVERIFY(thumbnails.thumbnail(item).isNull()); // asked twice, made once
+        QVERIFY(ready.wait(10000));
+        QCOMPARE(ready.size(), 1);
+        QCOMPARE(thumbnails.thumbnail(item).size(), QSize(160, 80));
+        item.appendCGTransform(LRHMTransformManager::rotateTransformWith({}, 90));
+        item.autoReloadIdentify();
+        QVERIFY(thumbnails.thumbnail(item).isNull());
+        QVERIFY(ready.wait(10000));
+        const QImage turned = thumbnails.thumbnail(item);
+        QCOMPARE(turned.size(), QSize(80, 160));
+        QVERIFY(ImageFixtures::sameQuarters(turned, ImageFixtures::quarters(400, 200).transformed(QTransform().rotate(-90))));
+        LRHMPageItem gone(tree.path() + "/gone.jpg");
+        thumbnails.thumbnail(gone);
+        QVERIFY(ready.wait(10000));
+        QVERIFY(thumbnails.failed(gone.identify));
+    }
 };
-
-void PageBoardTest::storeRules_data()
-{
-    QTest::addColumn<QString>("op");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QStringList>("after");
-    QTest::newRow("insert at count appends") << "insert" << 3 << QStringList{"0", "1", "2", "new"};
-    QTest::newRow("insert at 0") << "insert" << 0 << QStringList{"new", "0", "1", "2"};
-    QTest::newRow("insert above count ignored") << "insert" << 4 << QStringList{"0", "1", "2"};
-    QTest::newRow("insert below 0 ignored") << "insert" << -1 << QStringList{"0", "1", "2"};
-    QTest::newRow("insert nil ignored") << "insertNil" << 1 << QStringList{"0", "1", "2"};
-    QTest::newRow("remove 1") << "remove" << 1 << QStringList{"0", "2"};
-    QTest::newRow("remove out of range ignored") << "remove" << 3 << QStringList{"0", "1", "2"};
-    QTest::newRow("transform out of range ignored") << "transform" << 5 << QStringList{"0", "1", "2"};
-}
-
-void PageBoardTest::storeRules()
-{
-    QFETCH(QString, op);
-    QFETCH(int, index);
-    QFETCH(QStringList, after);
-    Manager &m = Manager::shareImagesManager();
-    fill(m, 3);
-    if (op == QLatin1String("insert"))
-        m.insertPageItem(LRHMPageItem(QStringLiteral("/x/new.png")), index);
-    else if (op == QLatin1String("insertNil"))
-        m.insertPageItem(std::nullopt, index);
-    else if (op == QLatin1String("remove"))
-        m.removePageItemAt(index);
-    else
-        m.appendTransform(QTransform::fromScale(-1, 1), index);
-    QCOMPARE(names(m), after);
-    QVERIFY(!m.pageItemAt(-1) && !m.pageItemAt(m.pageImageCount()));
-}
-
-void PageBoardTest::blockMoveKeepsItsOrder_data()
-{
-    QTest::addColumn<QList<qsizetype>>("moved");
-    QTest::addColumn<int>("destination");
-    QTest::addColumn<QStringList>("after");
-    QTest::newRow("0 and 2 to 4") << QList<qsizetype>{0, 2} << 4 << QStringList{"1", "3", "0", "2", "4"};
-    QTest::newRow("3 and 4 to the front") << QList<qsizetype>{4, 3} << 0 << QStringList{"3", "4", "0", "1", "2"};
-    QTest::newRow("1 to the end") << QList<qsizetype>{1} << 5 << QStringList{"0", "2", "3", "4", "1"};
-    QTest::newRow("onto itself") << QList<qsizetype>{2} << 2 << QStringList{"0", "1", "2", "3", "4"};
-}
-
-void PageBoardTest::blockMoveKeepsItsOrder()
-{
-    QFETCH(QList<qsizetype>, moved);
-    QFETCH(int, destination);
-    QFETCH(QStringList, after);
-    Manager &m = Manager::shareImagesManager();
-    fill(m, 5);
-    m.moveItemsAtIndexes(moved, destination);
-    QCOMPARE(names(m), after);
-}
-
-void PageBoardTest::identitiesChangeWithEachTransform()
-{
-    Manager &m = Manager::shareImagesManager();
-    m.addPageItemWith(QStringLiteral("/x/same.jpg"));
-    m.addPageItemWith(QStringLiteral("/x/same.jpg"));
-    QVERIFY(m.pageItemAt(0)->identify.startsWith(QLatin1String("same_")));
-    QVERIFY(m.pageItemAt(0)->identify != m.pageItemAt(1)->identify);
-    const QString first = m.pageItemAt(0)->identify;
-    for (const QTransform &t : {LRHMTransformManager::rotateTransformWith({}, 90), LRHMTransformManager::rotateTransformWith({}, -90),
-                                LRHMTransformManager::horizontalFlipTransformWith(QRectF(0, 0, 10, 10))}) {
-        m.appendTransform(t, 0);
-        m.autoReloadPageItemIdentifyAt(0);
-    }
-    QCOMPARE(m.pageItemAt(0)->identify, first + QStringLiteral("_1_1_1"));
-}
-
-void PageBoardTest::transformNumbers()
-{
-    const QTransform left = LRHMTransformManager::rotateTransformWith({}, 90.0);
-    const QPointF turned = left.map(QPointF(1, 0));
-    QVERIFY(qAbs(turned.x()) < 1e-12 && qFuzzyCompare(turned.y(), 1.0)); // anticlockwise, y up
-    const QTransform v = LRHMTransformManager::verticalFlipTransformWith(QRectF(0, 0, 100, 50));
-    QCOMPARE(v.map(QPointF(10, 20)), QPointF(10, 30)); // y becomes height - y
-    const QTransform h = LRHMTransformManager::horizontalFlipTransformWith(QRectF(0, 0, 100, 50));
-    QCOMPARE(h.map(QPointF(10, 20)), QPointF(90, 20)); // x becomes width - x
-    // Four quarter turns come close to the identity; the page then keeps the turned route.
-    LRHMPageItem item(QStringLiteral("/x/a.png"));
-    for (int i = 0; i < 4; ++i)
-        item.appendCGTransform(left);
-    QVERIFY(qAbs(item.transform.m11() - 1) < 1e-12 && qAbs(item.transform.m12()) < 1e-12);
-    QCOMPARE(PageGeometry::transformedSize(QSize(40, 20), left), QSize(20, 40));
-    // The newest transform is applied last.
-    LRHMPageItem flipped(QStringLiteral("/x/b.png"));
-    flipped.appendCGTransform(left);
-    flipped.appendCGTransform(h);
-    QCOMPARE(flipped.transform.map(QPointF(1, 0)).toPoint(), h.map(left.map(QPointF(1, 0))).toPoint());
-}
-
-void PageBoardTest::onlyPageImagesAreTaken()
-{
-    TestTree tree;
-    const QByteArray png = ImageFixtures::encoded(ImageFixtures::picture(8, 8), "png");
-    QVERIFY(ImageFixtures::write(tree.path() + "/A.PNG", png));
-    QVERIFY(ImageFixtures::write(tree.path() + "/notes.txt", "text"));
-    QDir(tree.path()).mkdir(QStringLiteral("folder.png"));
-    Manager &m = Manager::shareImagesManager();
-    const QStringList taken = m.loadPageItemImagesWithPaths(
-        {tree.path() + "/A.PNG", tree.path() + "/notes.txt", tree.path() + "/folder.png", tree.path() + "/missing.jpg"});
-    QCOMPARE(taken, QStringList{tree.path() + "/A.PNG"});
-    QCOMPARE(m.pageImageCount(), 1);
-}
-
-void PageBoardTest::exportInBoardOrderWithTurns()
-{
-    TestTree tree;
-    // 60 x 30 pixels at 72 dpi: red, green / blue, white quarters; one stored turned, asking a viewer
-    // (EXIF 6) to turn it upright.
-    const QByteArray plain = ImageFixtures::encoded(ImageFixtures::quarters(60, 30), "jpeg", 72, 92);
-    const QByteArray exif6 = ImageFixtures::withOrientation(plain, 6);
-    QVERIFY(ImageFixtures::write(tree.path() + "/a.jpg", plain));
-    QVERIFY(ImageFixtures::write(tree.path() + "/b.jpg", exif6));
-    QVERIFY(ImageFixtures::write(tree.path() + "/c.png", ImageFixtures::encoded(ImageFixtures::quarters(60, 30), "png")));
-    const QTransform left = LRHMTransformManager::rotateTransformWith({}, 90);
-    const QTransform flip = LRHMTransformManager::horizontalFlipTransformWith(QRectF(0, 0, 30, 60));
-    const QList<ImagesToPdf::Page> pages{{tree.path() + "/c.png", left},
-                                         {tree.path() + "/a.jpg", {}},
-                                         {tree.path() + "/b.jpg", flip},
-                                         {tree.path() + "/a.jpg", left * left}};
-    const QString pdf = tree.path() + "/board.pdf";
-    BoardExportJob job({pages, true, pdf});
-    QSignalSpy finished(&job, &ImageBatchJob::finished);
-    job.start();
-    QVERIFY(finished.wait(20000));
-    QVERIFY(job.failures().isEmpty());
-    QCOMPARE(job.written(), QStringList{pdf});
-
-    const QByteArray bytes = TestTree::contents(pdf);
-    QCOMPARE(bytes.count(plain), 2); // the JPEG data untouched, EXIF and all
-    QCOMPARE(bytes.count(exif6), 1);
-    const QList<WrittenPage> written = writtenPages(bytes);
-    QCOMPARE(written.size(), 4);
-    const QList<QSizeF> sizes{{30, 60}, {60, 30}, {30, 60}, {60, 30}};
-    // The drawing matrices: the PNG turned left (0 60 -30 0 30 0); a.jpg as it is; b.jpg upright by
-    // its EXIF 6, then mirrored; a.jpg turned twice, a half turn.
-    const QList<QList<double>> matrices{{0, 60, -30, 0, 30, 0}, {60, 0, 0, 30, 0, 0}, {0, -60, -30, 0, 30, 60}, {-60, 0, 0, -30, 60, 30}};
-    for (int i = 0; i < 4; ++i) {
-        QCOMPARE(written[i].mediaBox, sizes[i]);
-        QCOMPARE(written[i].matrix.size(), 6);
-        for (int k = 0; k < 6; ++k)
-            QVERIFY2(qAbs(written[i].matrix[k] - matrices[i][k]) < 1e-3, qPrintable(QStringLiteral("page %1 value %2").arg(i).arg(k)));
-    }
-    // And as a reader draws them: the upright picture turned as the board shows it.
-    const auto doc = Poppler::Document::load(pdf);
-    QVERIFY(doc);
-    for (int i = 0; i < 4; ++i) {
-        const QImage expected = ImageFixtures::seenByAViewer(pages[i].path).transformed(PageGeometry::forYDown(pages[i].turn));
-        QVERIFY2(ImageFixtures::sameQuarters(doc->page(i)->renderToImage(144, 144), expected), qPrintable(QString::number(i)));
-    }
-}
-
-void PageBoardTest::exportSkipsWhatIsGoneAndSaysWhich()
-{
-    TestTree tree;
-    const QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::picture(20, 10), "jpeg");
-    QVERIFY(ImageFixtures::write(tree.path() + "/kept.jpg", jpeg));
-    QVERIFY(ImageFixtures::write(tree.path() + "/damaged.png", "\x89PNG\r\n\x1a\n broken"));
-    BoardExportJob job({{{tree.path() + "/gone.jpg", {}}, {tree.path() + "/kept.jpg", {}}, {tree.path() + "/damaged.png", {}}},
-                        true, tree.path() + "/out.pdf"});
-    QSignalSpy finished(&job, &ImageBatchJob::finished);
-    job.start();
-    QVERIFY(finished.wait(20000));
-    QCOMPARE(job.written().size(), 1);
-    QCOMPARE(job.failures().size(), 2);
-    QVERIFY(job.failures().at(0).message.contains(QLatin1String("gone.jpg")));
-    QVERIFY(job.failures().at(1).message.contains(QLatin1String("damaged.png")));
-    QCOMPARE(writtenPages(TestTree::contents(tree.path() + "/out.pdf")).size(), 1);
-}
-
-void PageBoardTest::exportThatCannotBeWrittenLeavesNothing()
-{
-    TestTree tree;
-    QVERIFY(ImageFixtures::write(tree.path() + "/a.jpg", ImageFixtures::encoded(ImageFixtures::picture(20, 10), "jpeg")));
-    QVERIFY(ImageFixtures::write(tree.path() + "/blocker", "a file where a folder should be"));
-    BoardExportJob job({{{tree.path() + "/a.jpg", {}}}, true, tree.path() + "/blocker/out.pdf"});
-    QSignalSpy finished(&job, &ImageBatchJob::finished);
-    job.start();
-    QVERIFY(finished.wait(20000));
-    QVERIFY(job.written().isEmpty());
-    QCOMPARE(job.failures().size(), 1);
-    QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden).size(), 2);
-}
-
-void PageBoardTest::oneByOneSameFileGivesOnePdf()
-{
-    TestTree tree;
-    QVERIFY(ImageFixtures::write(tree.path() + "/a.jpg", ImageFixtures::encoded(ImageFixtures::picture(20, 10), "jpeg")));
-    QVERIFY(ImageFixtures::write(tree.path() + "/b.png", ImageFixtures::encoded(ImageFixtures::picture(20, 10), "png")));
-    QDir(tree.path()).mkdir(QStringLiteral("out"));
-    BoardExportJob job({{{tree.path() + "/a.jpg", {}}, {tree.path() + "/b.png", {}}, {tree.path() + "/a.jpg", {}}}, false, tree.path() + "/out"});
-    QSignalSpy finished(&job, &ImageBatchJob::finished);
-    job.start();
-    QVERIFY(finished.wait(20000));
-    QCOMPARE(job.written().size(), 3);
-    QCOMPARE(QDir(tree.path() + "/out").entryList(QDir::Files), (QStringList{"a.pdf", "b.pdf"}));
-}
-
-void PageBoardTest::thumbnailsAreTurnedAndCachedByIdentity()
-{
-    TestTree tree;
-    QVERIFY(ImageFixtures::write(tree.path() + "/q.jpg", ImageFixtures::encoded(ImageFixtures::quarters(400, 200), "jpeg", 72, 95)));
-    PageThumbnails thumbnails;
-    QSignalSpy ready(&thumbnails, &PageThumbnails::ready);
-    LRHMPageItem item(tree.path() + "/q.jpg");
-    QVERIFY(thumbnails.thumbnail(item).isNull());
-    QVERIFY(thumbnails.thumbnail(item).isNull()); // asked twice, made once
-    QVERIFY(ready.wait(10000));
-    QCOMPARE(ready.size(), 1);
-    QCOMPARE(thumbnails.thumbnail(item).size(), QSize(160, 80));
-    item.appendCGTransform(LRHMTransformManager::rotateTransformWith({}, 90));
-    item.autoReloadIdentify();
-    QVERIFY(thumbnails.thumbnail(item).isNull());
-    QVERIFY(ready.wait(10000));
-    const QImage turned = thumbnails.thumbnail(item);
-    QCOMPARE(turned.size(), QSize(80, 160));
-    QVERIFY(ImageFixtures::sameQuarters(turned, ImageFixtures::quarters(400, 200).transformed(QTransform().rotate(-90))));
-    LRHMPageItem gone(tree.path() + "/gone.jpg");
-    thumbnails.thumbnail(gone);
-    QVERIFY(ready.wait(10000));
-    QVERIFY(thumbnails.failed(gone.identify));
-}
 
 QTEST_GUILESS_MAIN(PageBoardTest)
 #include "tst_pageboard.moc"

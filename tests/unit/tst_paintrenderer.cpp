@@ -158,203 +158,159 @@ class PaintRendererTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void sizesFromTheLineWidth_data();
-    void sizesFromTheLineWidth();
-    void brushFiles_data();
-    void brushFiles();
-    void dabPlacement();
-    void bufferDoublesFromSixtyFour();
-    void matchesTheReference_data();
-    void matchesTheReference();
-    void eraserOnAnEmptyLayerLeavesItEmpty();
-    void sameSessionSamePixelsWhateverTheTool();
-    void toolFollowsTheLastStep();
-    void cachedLayerEqualsAWholeRedraw();
-};
-
-void PaintRendererTest::sizesFromTheLineWidth_data()
-{
-    QTest::addColumn<float>("hardness");
-    QTest::addColumn<float>("width");
-    QTest::addColumn<float>("pointSize");
-    QTest::newRow("defaults") << 1.0f << 5.0f << 5.1f;
-    QTest::newRow("soft") << 0.0f << 10.0f << 16.2f;
-    QTest::newRow("half") << 0.5f << 20.0f << 26.4f;
-}
-
-void PaintRendererTest::sizesFromTheLineWidth()
-{
-    QFETCH(float, hardness);
-    QFETCH(float, width);
-    QFETCH(float, pointSize);
-    PaintTool tool;
-    AKPaintControl control(tool);
-    QCOMPARE(tool.pointSize, 5.1f); // the defaults: width 5, hard
-    QCOMPARE(tool.brushPixelStep, 0.51f);
-    QCOMPARE(tool.brushColor, (PaintColor{0, 1, 0, 1}));
-    control.setHardness(hardness);
-    control.setLineWidth(width);
-    QCOMPARE(tool.pointSize, pointSize);
-    QCOMPARE(tool.brushPixelStep, float(double(pointSize) * 0.1));
-}
-
-void PaintRendererTest::brushFiles_data()
-{
-    QTest::addColumn<float>("hardness");
-    QTest::addColumn<QString>("file");
-    QTest::newRow("1.0 is the hard one") << 1.0f << ":/Brushes/Brush_hardness_100.png";
-    QTest::newRow("0.99 cuts to the soft one") << 0.99f << ":/Brushes/Brush_hardness_0.png";
-    QTest::newRow("0 is the soft one") << 0.0f << ":/Brushes/Brush_hardness_0.png";
-}
-
-void PaintRendererTest::brushFiles()
-{
-    QFETCH(float, hardness);
-    QFETCH(QString, file);
-    QCOMPARE(BrushImages::resourceName(hardness), file);
-    const QImage stamp = BrushImages::brushImageWithHardness(hardness, false, 1.0f);
-    QVERIFY(!stamp.isNull());
-    QCOMPARE(stamp.pixelColor(stamp.width() / 2, stamp.height() / 2).alpha(), 255);
-    QCOMPARE(stamp.pixelColor(0, 0).alpha(), 0);
-    // A faded brush is a copy at that alpha.
-    const QImage faded = BrushImages::brushImageWithHardness(hardness, false, 0.5f);
-    QVERIFY(std::abs(faded.pixelColor(faded.width() / 2, faded.height() / 2).alpha() - 128) <= 1);
-}
-
-void PaintRendererTest::dabPlacement()
-{
-    DabBuffer buffer;
-    // A zero-length segment lays exactly one dab, at its start (y up: row 30 of 100 is 70).
-    QCOMPARE(PaintRenderer::dabsAlongSegment({-0.3, -0.2}, {-0.3, -0.2}, QSizeF(100, 100), 1.0f, buffer), 1);
-    QCOMPARE(buffer.data()[0], 20.0f);
-    QCOMPARE(buffer.data()[1], 70.0f);
-    // 10 pixels at a step of 3: ceil(10 / 3) = 4 dabs at t = 0, 1/4, 1/2, 3/4; the end has none.
-    QCOMPARE(PaintRenderer::dabsAlongSegment({-0.5, 0}, {-0.4, 0}, QSizeF(100, 100), 3.0f, buffer), 4);
-    for (int i = 0; i < 4; ++i)
-        QCOMPARE(buffer.data()[2 * i], float(i * 2.5));
-}
-
-void PaintRendererTest::bufferDoublesFromSixtyFour()
-{
-    DabBuffer buffer;
-    QCOMPARE(buffer.capacity(), 0);
-    PaintRenderer::dabsAlongSegment({0, 0}, {0, 0}, QSizeF(10, 10), 1.0f, buffer);
-    QCOMPARE(buffer.capacity(), 64);
-    // 130 pixels at a step of 1: 130 dabs; the list doubles to 128 and then to 256.
-    QCOMPARE(PaintRenderer::dabsAlongSegment({-0.5, 0}, {0.15, 0}, QSizeF(200, 10), 1.0f, buffer), 130);
-    QCOMPARE(buffer.capacity(), 256);
-    PaintRenderer::dabsAlongSegment({0, 0}, {0, 0}, QSizeF(10, 10), 1.0f, buffer);
-    QCOMPARE(buffer.capacity(), 256); // never shrunk
-}
-
-void PaintRendererTest::matchesTheReference_data()
-{
-    QTest::addColumn<StepList>("steps");
-    QTest::addColumn<QSize>("size");
-    QTest::newRow("hard stroke") << zigzag(6.1f, 1, {0.9, 0.2, 0.1, 1}) << QSize(120, 90);
-    QTest::newRow("soft wide stroke") << zigzag(17.3f, 0, {0.1, 0.4, 0.95, 1}) << QSize(120, 90);
-    QTest::newRow("translucent colour") << zigzag(9.0f, 1, {1, 1, 0, 0.4}) << QSize(120, 90);
-    // Drawn at 2.5 times the size it was painted at, as when saving: bigger dabs, the same spacing.
-    QTest::newRow("scaled to a larger surface") << zigzag(5.1f, 1, {0.2, 0.8, 0.3, 1}) << QSize(300, 225);
-    QTest::newRow("stretched surface") << zigzag(7.0f, 0, {0.5, 0.5, 0.5, 1}) << QSize(200, 90);
-    StepList erased = zigzag(12.0f, 1, {0.9, 0.2, 0.1, 1});
-    erased.append(step({-0.45, 0.0}, {0.45, 0.0}, 8.0f, 0, true, {0.3, 0.3, 0.3, 1}, 0.8f));
-    QTest::newRow("eraser across a stroke") << erased << QSize(120, 90);
-    StepList tiny;
-    tiny.append(step({-0.2, -0.2}, {0.3, 0.25}, 0.6f, 1, false, {0, 0, 1, 1}, 0.3f));
-    QTest::newRow("dabs under a pixel") << tiny << QSize(120, 90);
-    StepList noBacking;
-    noBacking.append(step({-0.3, 0.1}, {0.2, -0.1}, 6.0f, 1, false, {0, 1, 0, 1}, 0.6f, QSizeF(0.5, 0.5)));
-    QTest::newRow("backing under one pixel counts as scale 1") << noBacking << QSize(120, 90);
-    StepList faded;
-    faded.append(step({-0.3, 0.1}, {0.2, -0.1}, 11.0f, 1, false, {1, 0, 1, 1}, 1.1f, QSizeF(120, 90), 0.5f));
-    QTest::newRow("brush alpha below 1") << faded << QSize(120, 90);
-    StepList offSurface;
-    offSurface.append(step({-0.7, -0.6}, {0.8, 0.65}, 9.0f, 0, false, {1, 0.5, 0, 1}, 0.9f));
-    QTest::newRow("beyond the edges is clipped") << offSurface << QSize(120, 90);
-}
-
-void PaintRendererTest::matchesTheReference()
-{
-    QFETCH(StepList, steps);
-    QFETCH(QSize, size);
-    PaintRenderer renderer;
-    PaintTool tool;
-    const QImage drawn = renderer.snapshotWithSize(steps, size, tool);
-    const QImage expected = reference(steps, size);
-    QVERIFY(!isEmpty(expected));
-    const int difference = maxDifference(drawn, expected);
-    QVERIFY2(difference <= 1, qPrintable(QStringLiteral("differs by %1").arg(difference)));
-}
-
-void PaintRendererTest::eraserOnAnEmptyLayerLeavesItEmpty()
-{
-    PaintRenderer renderer;
-    PaintTool tool;
-    const QImage layer = renderer.snapshotWithSize({step({-0.4, 0}, {0.4, 0}, 20, 1, true)}, QSize(100, 80), tool);
-    QVERIFY(!layer.isNull());
-    QVERIFY(isEmpty(layer));
-}
-
-void PaintRendererTest::sameSessionSamePixelsWhateverTheTool()
-{
-    const StepList steps = zigzag(8.0f, 0, {0.3, 0.6, 0.9, 1}) + zigzag(5.0f, 1, {1, 0, 0, 1});
-    PaintRenderer renderer;
-    PaintTool fresh;
-    const QImage first = renderer.snapshotWithSize(steps, QSize(120, 90), fresh);
-    PaintTool odd;
-    odd.hardness = 0.3f;
-    odd.pointAlpha = 0.2f;
-    odd.eraser = true;
-    odd.pointSize = 99;
-    odd.brush = BrushImages::brushImageWithHardness(0.3f, true, 0.2f);
-    PaintRenderer other;
-    QCOMPARE(other.snapshotWithSize(steps, QSize(120, 90), odd), first);
-    QCOMPARE(renderer.snapshotWithSize(steps, QSize(120, 90), fresh), first);
-}
-
-void PaintRendererTest::toolFollowsTheLastStep()
-{
-    // Drawn at twice the backing size: the size left behind is scaled, the spacing is not.
-    PaintTool tool;
-    PaintRenderer renderer;
-    const StepList steps{step({0, 0}, {0.1, 0.1}, 5, 1, false, {1, 0, 0, 1}, 0.5f),
-                         step({0.1, 0.1}, {0.2, 0.1}, 7, 0.5f, true, {0, 0, 1, 1}, 0.7f, QSizeF(120, 90), 0.8f)};
-    renderer.snapshotWithSize(steps, QSize(240, 180), tool);
-    QCOMPARE(tool.pointSize, 14.0f);
-    QCOMPARE(tool.brushPixelStep, 0.7f);
-    QCOMPARE(tool.brushColor, (PaintColor{0, 0, 1, 1}));
-    QCOMPARE(tool.eraser, true);
-    QCOMPARE(tool.hardness, 0.5f);
-    QCOMPARE(tool.pointAlpha, 0.8f);
-}
-
-void PaintRendererTest::cachedLayerEqualsAWholeRedraw()
-{
-    AKPaintSession session;
-    const StepList steps = zigzag(9.0f, 1, {0.8, 0.1, 0.5, 1});
-    PaintTool tool;
-    StrokeLayer layer;
-    for (const AKPaintStep &s : steps) {
-        session.addStep(s);
-        QVERIFY(layer.sync(session, QSize(120, 90), tool));
+    void sizesFromTheLineWidth_data()
+    {
+        QTest::addColumn<float>("hardness");
+        QTest::addColumn<float>("width");
+        QTest::addColumn<float>("pointSize");
+        QTest::newRow("defaults") << 1.0f << 5.0f << 5.1f;
+        QTest::newRow("soft") << 0.0f << 10.0f << 16.2f;
+        QTest::newRow("half") << 0.5f << 20.0f << 26.4f;
     }
-    PaintRenderer renderer;
-    QCOMPARE(layer.image(), renderer.snapshotWithSize(session.steps(), QSize(120, 90), tool));
-    QVERIFY(!layer.sync(session, QSize(120, 90), tool)); // nothing new: nothing drawn
-    // An undo replaces the list: the layer is redrawn whole, without the undone segments.
-    const QVariantList fewer = QVariantList(session.dataArray().mid(0, 2));
-    session.setDataArray(fewer);
-    QVERIFY(layer.sync(session, QSize(120, 90), tool));
-    QCOMPARE(layer.image(), renderer.snapshotWithSize(session.steps(), QSize(120, 90), tool));
-    // A new size redraws too.
-    QVERIFY(layer.sync(session, QSize(60, 45), tool));
-    QCOMPARE(layer.image().size(), QSize(60, 45));
-    QCOMPARE(layer.image(), renderer.snapshotWithSize(session.steps(), QSize(60, 45), tool));
-    session.clear();
-    QVERIFY(layer.sync(session, QSize(60, 45), tool));
-    QVERIFY(isEmpty(layer.image()));
-}
+    void sizesFromTheLineWidth()
+    {
+        QFETCH(float, hardness);
+        QFETCH(float, width);
+        QFETCH(float, pointSize);
+        PaintTool tool;
+        AKPaintControl control(tool);
+        QCOMPARE(tool.pointSize, 5.1f); // the defaults: width 5, hard
+        QCOMPARE(tool.brushPixelStep, 0.51f);
+        QCOMPARE(tool.brushColor, (PaintColor{0, 1, 0, 1}));
+        control.setHardness(hardness);
+        control.setLineWidth(width);
+        QCOMPARE(tool.pointSize, pointSize);
+        QCOMPARE(tool.brushPixelStep, float(double(pointSize) * 0.1));
+    }
+    void brushFiles_data()
+    {
+        QTest::addColumn<float>("hardness");
+        QTest::addColumn<QString>("file");
+        QTest::newRow("1.0 is the hard one") << 1.0f << ":/Brushes/Brush_hardness_100.png";
+        QTest::newRow("0.99 cuts to the soft one") << 0.99f << ":/Brushes/Brush_hardness_0.png";
+        QTest::newRow("0 is the soft one") << 0.0f << ":/Brushes/Brush_hardness_0.png";
+    }
+    void brushFiles()
+    {
+        QFETCH(float, hardness);
+        QFETCH(QString, file);
+        QCOMPARE(BrushImages::resourceName(hardness), file);
+        const QImage stamp = BrushImages::brushImageWithHardness(hardness, false, 1.0f);
+        QVERIFY(!stamp.isNull());
+        QCOMPARE(stamp.pixelColor(stamp.width() / 2, stamp.height() / 2).alpha(), 255);
+        QCOMPARE(stamp.pixelColor(0, 0).alpha(), 0);
+        // A faded brush is a copy at that alpha.
+        const QImage faded = BrushImages::brushImageWithHardness(hardness, false, 0.5f);
+        QVERIFY(std::abs(faded.pixelColor(faded.width() / 2, faded.height() / 2).alpha() - 128) <= 1);
+    }
+    void dabPlacement()
+    {
+        DabBuffer buffer;
+        // A zero-length segment lays exactly one dab, at its start (y up: row 30 of 100 is 70).
+        QCOMPARE(PaintRenderer::dabsAlongSegment({-0.3, -0.2}, {-0.3, -0.2}, QSizeF(100, 100), 1.0f, buffer), 1);
+        QCOMPARE(buffer.data()[0], 20.0f);
+        QCOMPARE(buffer.data()[1], 70.0f);
+        // 10 pixels at a step of 3: ceil(10 / 3) = 4 dabs at t = 0, 1/4, 1/2, 3/4; the end has none.
+        QCOMPARE(PaintRenderer::dabsAlongSegment({-0.5, 0}, {-0.4, 0}, QSizeF(100, 100), 3.0f, buffer), 4);
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(buffer.data()[2 * i], float(i * 2.5));
+    }
+    void matchesTheReference_data()
+    {
+        QTest::addColumn<StepList>("steps");
+        QTest::addColumn<QSize>("size");
+        QTest::newRow("hard stroke") << zigzag(6.1f, 1, {0.9, 0.2, 0.1, 1}) << QSize(120, 90);
+        QTest::newRow("soft wide stroke") << zigzag(17.3f, 0, {0.1, 0.4, 0.95, 1}) << QSize(120, 90);
+        QTest::newRow("translucent colour") << zigzag(9.0f, 1, {1, 1, 0, 0.4}) << QSize(120, 90);
+        // Drawn at 2.5 times the size it was painted at, as when saving: bigger dabs, the same spacing.
+        QTest::newRow("scaled to a larger surface") << zigzag(5.1f, 1, {0.2, 0.8, 0.3, 1}) << QSize(300, 225);
+        QTest::newRow("stretched surface") << zigzag(7.0f, 0, {0.5, 0.5, 0.5, 1}) << QSize(200, 90);
+        StepList erased = zigzag(12.0f, 1, {0.9, 0.2, 0.1, 1});
+        erased.append(step({-0.45, 0.0}, {0.45, 0.0}, 8.0f, 0, true, {0.3, 0.3, 0.3, 1}, 0.8f));
+        QTest::newRow("eraser across a stroke") << erased << QSize(120, 90);
+        StepList tiny;
+        tiny.append(step({-0.2, -0.2}, {0.3, 0.25}, 0.6f, 1, false, {0, 0, 1, 1}, 0.3f));
+        QTest::newRow("dabs under a pixel") << tiny << QSize(120, 90);
+        StepList noBacking;
+        noBacking.append(step({-0.3, 0.1}, {0.2, -0.1}, 6.0f, 1, false, {0, 1, 0, 1}, 0.6f, QSizeF(0.5, 0.5)));
+        QTest::newRow("backing under one pixel counts as scale 1") << noBacking << QSize(120, 90);
+        StepList faded;
+        faded.append(step({-0.3, 0.1}, {0.2, -0.1}, 11.0f, 1, false, {1, 0, 1, 1}, 1.1f, QSizeF(120, 90), 0.5f));
+        QTest::newRow("brush alpha below 1") << faded << QSize(120, 90);
+        StepList offSurface;
+        offSurface.append(step({-0.7, -0.6}, {0.8, 0.65}, 9.0f, 0, false, {1, 0.5, 0, 1}, 0.9f));
+        QTest::newRow("beyond the edges is clipped") << offSurface << QSize(120, 90);
+    }
+    void matchesTheReference()
+    {
+        QFETCH(StepList, steps);
+        QFETCH(QSize, size);
+        PaintRenderer renderer;
+        PaintTool tool;
+        const QImage drawn = renderer.snapshotWithSize(steps, size, tool);
+        const QImage expected = reference(steps, size);
+        QVERIFY(!isEmpty(expected));
+        const int difference = maxDifference(drawn, expected);
+        QVERIFY2(difference <= 1, qPrintable(QStringLiteral("differs by %1").arg(difference)));
+    }
+    void sameSessionSamePixelsWhateverTheTool()
+    {
+        const StepList steps = zigzag(8.0f, 0, {0.3, 0.6, 0.9, 1}) + zigzag(5.0f, 1, {1, 0, 0, 1});
+        PaintRenderer renderer;
+        PaintTool fresh;
+        const QImage first = renderer.snapshotWithSize(steps, QSize(120, 90), fresh);
+        PaintTool odd;
+        odd.hardness = 0.3f;
+        odd.pointAlpha = 0.2f;
+        odd.eraser = true;
+        odd.pointSize = 99;
+        odd.brush = BrushImages::brushImageWithHardness(0.3f, true, 0.2f);
+        PaintRenderer other;
+        QCOMPARE(other.snapshotWithSize(steps, QSize(120, 90), odd), first);
+        QCOMPARE(renderer.snapshotWithSize(steps, QSize(120, 90), fresh), first);
+    }
+    void toolFollowsTheLastStep()
+    {
+        // Drawn at twice the backing size: the size left behind is scaled, the spacing is not.
+        PaintTool tool;
+        PaintRenderer renderer;
+        const StepList steps{step({0, 0}, {0.1, 0.1}, 5, 1, false, {1, 0, 0, 1}, 0.5f),
+                             step({0.1, 0.1}, {0.2, 0.1}, 7, 0.5f, true, {0, 0, 1, 1}, 0.7f, QSizeF(120, 90), 0.8f)};
+        renderer.snapshotWithSize(steps, QSize(240, 180), tool);
+        QCOMPARE(tool.pointSize, 14.0f);
+        QCOMPARE(tool.brushPixelStep, 0.7f);
+        QCOMPARE(tool.brushColor, (PaintColor{0, 0, 1, 1}));
+        QCOMPARE(tool.eraser, true);
+        QCOMPARE(tool.hardness, 0.5f);
+        QCOMPARE(tool.pointAlpha, 0.8f);
+    }
+    void cachedLayerEqualsAWholeRedraw()
+    {
+        AKPaintSession session;
+        const StepList steps = zigzag(9.0f, 1, {0.8, 0.1, 0.5, 1});
+        PaintTool tool;
+        StrokeLayer layer;
+        for (const AKPaintStep &s : steps) {
+            session.addStep(s);
+            QVERIFY(layer.sync(session, QSize(120, 90), tool));
+        }
+        PaintRenderer renderer;
+        QCOMPARE(layer.image(), renderer.snapshotWithSize(session.steps(), QSize(120, 90), tool));
+        QVERIFY(!layer.sync(session, QSize(120, 90), tool)); // nothing new: nothing drawn
+        // An undo replaces the list: the layer is redrawn whole, without the undone segments.
+        const QVariantList fewer = QVariantList(session.dataArray().mid(0, 2));
+        session.setDataArray(fewer);
+        QVERIFY(layer.sync(session, QSize(120, 90), tool));
+        QCOMPARE(layer.image(), renderer.snapshotWithSize(session.steps(), QSize(120, 90), tool));
+        // A new size redraws too.
+        QVERIFY(layer.sync(session, QSize(60, 45), tool));
+        QCOMPARE(layer.image().size(), QSize(60, 45));
+        QCOMPARE(layer.image(), renderer.snapshotWithSize(session.steps(), QSize(60, 45), tool));
+        session.clear();
+        QVERIFY(layer.sync(session, QSize(60, 45), tool));
+        QVERIFY(isEmpty(layer.image()));
+    }
+};
 
 QTEST_MAIN(PaintRendererTest)
 #include "tst_paintrenderer.moc"

@@ -1,3 +1,4 @@
+#include "UnitSupport.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
 #include "utils/Utils.h"
@@ -8,70 +9,53 @@ class SettingsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void notificationSwitchIsWrittenYesOnFirstRead();
-    void loginAlertFlagAnswersNoOnlyOnce();
-    void onlyTheTwoHotKeyDefaultsAreRegistered();
-    void garbledFileReadsAsDefaultsAndIsRewritten();
-};
-
-void SettingsTest::initTestCase() { QStandardPaths::setTestModeEnabled(true); }
-
-void SettingsTest::init()
-{
-    SettingsStore::shared().resetAll();
-    QVERIFY(!SettingsStore::shared().contains(SettingsKey::EnableUserNotifWhenDoneSwitch));
-}
-
-void SettingsTest::notificationSwitchIsWrittenYesOnFirstRead()
-{
-    QVERIFY(Utils::enableUserNotifWhenDoneSwitchValue());
-    SettingsStore reread(SettingsStore::shared().filePath());
-    QVERIFY(reread.contains(SettingsKey::EnableUserNotifWhenDoneSwitch));
-    QVERIFY(reread.boolValue(SettingsKey::EnableUserNotifWhenDoneSwitch));
-}
-
-void SettingsTest::loginAlertFlagAnswersNoOnlyOnce()
-{
-    QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), false);
-    QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), true);
-    Utils::showLoginAtLaunchSetUserDefVal(false);
-    QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), false);
-}
-
-void SettingsTest::onlyTheTwoHotKeyDefaultsAreRegistered()
-{
-    // A reset forgets a recorded key: the default is back, and off.
-    SettingsStore::shared().setString(SettingsKey::ShowPanelHK, QStringLiteral("Meta+X"));
-    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
-    SettingsStore::shared().resetAll();
-    SettingsStore::shared().registerHotKeyDefaults();
-    QVERIFY(!Utils::isShortcutEnabled());
-    QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Alt+F"));
-    // Registered values are not stored.
-    QVERIFY(!SettingsStore::shared().contains(SettingsKey::ShowPanelHK));
-}
-
-void SettingsTest::garbledFileReadsAsDefaultsAndIsRewritten()
-{
-    QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("Quaydrop.conf"));
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+    void init()
     {
-        QFile f(path);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        static const char garbage[] = "\x00\xff\xfe[[[General\nkQuaydropIsOffKey";
-        f.write(garbage, sizeof garbage - 1);
+        SettingsStore::shared().resetAll();
+        QVERIFY(!SettingsStore::shared().contains(SettingsKey::EnableUserNotifWhenDoneSwitch));
     }
-    SettingsStore garbled(path);
-    QCOMPARE(garbled.boolValue(SettingsKey::QuaydropIsOff), false);
-    QCOMPARE(garbled.integerValue(SettingsKey::DropHereWindowShowAlignment), qint64(0));
-    garbled.setBool(SettingsKey::QuaydropIsOff, true);
-    garbled.synchronize();
+    void notificationSwitchIsWrittenYesOnFirstRead()
+    {
+        QVERIFY(Utils::enableUserNotifWhenDoneSwitchValue());
+        SettingsStore reread(SettingsStore::shared().filePath());
+        QVERIFY(reread.contains(SettingsKey::EnableUserNotifWhenDoneSwitch));
+        QVERIFY(reread.boolValue(SettingsKey::EnableUserNotifWhenDoneSwitch));
+    }
+    void loginAlertFlagAnswersNoOnlyOnce()
+    {
+        QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), false);
+        QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), true);
+        Utils::showLoginAtLaunchSetUserDefVal(false);
+        QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), false);
+    }
+    void onlyTheTwoHotKeyDefaultsAreRegistered()
+    {
+        // A reset forgets a recorded key: the default is back, and off.
+        SettingsStore::shared().setString(SettingsKey::ShowPanelHK, QStringLiteral("Meta+X"));
+        SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
+        SettingsStore::shared().resetAll();
+        SettingsStore::shared().registerHotKeyDefaults();
+        QVERIFY(!Utils::isShortcutEnabled());
+        QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Alt+F"));
+        // Registered values are not stored.
+        QVERIFY(!SettingsStore::shared().contains(SettingsKey::ShowPanelHK));
+    }
+    void garbledFileReadsAsDefaultsAndIsRewritten()
+    {
+        QTemporaryDir dir;
+        const QString path = dir.filePath(QStringLiteral("Quaydrop.conf"));
+        QVERIFY(writeFile(path, QByteArray("\x00\xff\xfe[[[General\nkQuaydropIsOffKey", 31)));
+        SettingsStore garbled(path);
+        QCOMPARE(garbled.boolValue(SettingsKey::QuaydropIsOff), false);
+        QCOMPARE(garbled.integerValue(SettingsKey::DropHereWindowShowAlignment), qint64(0));
+        garbled.setBool(SettingsKey::QuaydropIsOff, true);
+        garbled.synchronize();
 
-    SettingsStore reread(path);
-    QCOMPARE(reread.boolValue(SettingsKey::QuaydropIsOff), true);
-}
+        SettingsStore reread(path);
+        QCOMPARE(reread.boolValue(SettingsKey::QuaydropIsOff), true);
+    }
+};
 
 QTEST_GUILESS_MAIN(SettingsTest)
 #include "tst_settings.moc"

@@ -8,6 +8,8 @@
 #include "utils/Utils.h"
 
 #include "ImageFixtures.h"
+#include "TestTree.h"
+#include "UnitSupport.h"
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
@@ -27,10 +29,7 @@ namespace {
 
 QString run(const QString &program, const QStringList &arguments)
 {
-    QProcess p;
-    p.start(program, arguments);
-    p.waitForFinished(10000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+    return QString::fromUtf8(runProgram(program, arguments).out).trimmed();
 }
 
 // Plasma's shell: keeps the picture that a script writes and prints it back to a script that reads it.
@@ -90,26 +89,236 @@ class WallpaperTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void cleanupTestCase();
-    void init();
-    void detection_data();
-    void detection();
-    void gsettingsDesktops_data();
-    void gsettingsDesktops();
-    void xfceEveryMonitorAndWorkspace();
-    void plasmaEveryDesktop();
-    void portalGetsTheFile();
-    void unknownDesktopIsNamed();
-    void historyRotates();
-    void sameNameKeepsHistory();
-    void damagedListAndVanishedFiles();
-    void refusedPictures_data();
-    void refusedPictures();
-    void failedCopySetsTheDroppedFile();
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        if (!QDBusConnection::sessionBus().isConnected())
+            QSKIP("no session bus: run under dbus-run-session");
+        const QString schemas = m_dir.filePath(QStringLiteral("schemas"));
+        QDir().mkpath(schemas);
+        ImageFixtures::write(schemas + QStringLiteral("/quaydrop-test.gschema.xml"), kTestSchemas);
+        QCOMPARE(QProcess::execute(QStringLiteral("glib-compile-schemas"), {schemas}), 0);
+        qputenv("GSETTINGS_SCHEMA_DIR", schemas.toUtf8());
+        qputenv("GSETTINGS_BACKEND", "dconf");
+
+        // The stand-ins answer from a thread of their own: the setters wait for their replies.
+        m_services = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("services"));
+        m_plasma = new PlasmaShell;
+        m_portal = new WallpaperPortal;
+        m_plasma->moveToThread(&m_serviceThread);
+        m_portal->moveToThread(&m_serviceThread);
+        m_serviceThread.start();
+        QVERIFY(m_services.registerService(QStringLiteral("org.kde.plasmashell")));
+        QVERIFY(m_services.registerObject(QStringLiteral("/PlasmaShell"), m_plasma, QDBusConnection::ExportAllSlots));
+        QVERIFY(m_services.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+        QVERIFY(m_services.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), m_portal,
+                                          QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties));
+    }
+    void cleanupTestCase()
+    {
+        m_serviceThread.quit();
+        m_serviceThread.wait();
+        delete m_plasma;
+        delete m_portal;
+    }
+    void init()
+    {
+        QDir(Utils::QDappSupportPath()).removeRecursively();
+    }
+    void detection_data()
+    {
+        QTest::addColumn<QString>("xdg");
+        QTest::addColumn<int>("desktop");
+        using D = DesktopWallpaper::Desktop;
+        QTest::newRow("gnome") << "GNOME" << int(D::Gnome);
+        QTest::newRow("ubuntu") << "ubuntu:GNOME" << int(D::Gnome);
+        QTest::newRow("cinnamon") << "X-Cinnamon" << int(D::Cinnamon);
+        QTest::newRow("mate") << "MATE" << int(D::Mate);
+        QTest::newRow("kde") << "KDE" << int(D::Kde);
+        QTest::newRow("xfce") << "XFCE" << int(D::Xfce);
+        QTest::newRow("unset") << "" << int(D::Other);
+    }
+    void detection()
+    {
+        QFETCH(QString, xdg);
+        QFETCH(int, desktop);
+        QCOMPARE(int(DesktopWallpaper::detect(xdg)), desktop);
+    }
+    void gsettingsDesktops_data()
+    {
+        QTest::addColumn<QString>("xdg");
+        QTest::addColumn<QStringList>("keys"); // dconf keys that must hold the picture
+        QTest::addColumn<bool>("uri");
+        QTest::newRow("gnome") << "GNOME"
+                               << QStringList{"/org/gnome/desktop/background/picture-uri", "/org/gnome/desktop/background/picture-uri-dark"}
+                               << true;
+        QTest::newRow("cinnamon") << "X-Cinnamon" << QStringList{"/org/cinnamon/desktop/background/picture-uri"} << true;
+        QTest::newRow("mate") << "MATE" << QStringList{"/org/mate/desktop/background/picture-filename"} << false;
+    }
+    void gsettingsDesktops()
+    {
+        QFETCH(QString, xdg);
+        QFETCH(QStringList, keys);
+        QFETCH(bool, uri);
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), xdg);
+        const QString path = picture(QStringLiteral("it's a harbour.png"));
+        const Status set = desktop.setWallpaper(path);
+        QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
+        const QString expected = uri ? QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) : path;
+        for (const QString &key : keys) {
+            QString stored = run(QStringLiteral("dconf"), {QStringLiteral("read"), key});
+            QCOMPARE(stored.mid(1, stored.size() - 2).replace(QLatin1String("\\'"), QLatin1String("'")), expected);
+        }
+        QCOMPARE(desktop.currentWallpaper(), path);
+    }
+    void xfceEveryMonitorAndWorkspace()
+    {
+        const QStringList properties{QStringLiteral("/backdrop/screen0/monitorVirtual1/workspace0/last-image"),
+                                     QStringLiteral("/backdrop/screen0/monitorVirtual1/workspace1/last-image"),
+                                     QStringLiteral("/backdrop/screen0/monitor1/workspace0/last-image")};
+        for (const QString &p : properties)
+            QProcess::execute(QStringLiteral("xfconf-query"),
+                              {"-c", "xfce4-desktop", "-p", p, "-n", "-t", "string", "-s", "/old.png"});
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("XFCE"));
+        const QString path = picture(QStringLiteral("xfce.png"));
+        const Status set = desktop.setWallpaper(path);
+        QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
+        for (const QString &p : properties)
+            QCOMPARE(run(QStringLiteral("xfconf-query"), {"-c", "xfce4-desktop", "-p", p}), path);
+        QCOMPARE(desktop.currentWallpaper(), path);
+    }
+    void plasmaEveryDesktop()
+    {
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("KDE"));
+        const QString path = picture(QStringLiteral("plasma \"quoted\".png"));
+        const Status set = desktop.setWallpaper(path);
+        QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
+        QVERIFY(m_plasma->scripts.size() >= 2);
+        QVERIFY(m_plasma->scripts.first().contains(QLatin1String("for (var i = 0; i < all.length; ++i)")));
+        QVERIFY(m_plasma->scripts.first().contains(QLatin1String("d.wallpaperPlugin = \"org.kde.image\"")));
+        QCOMPARE(m_plasma->image, QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
+        QCOMPARE(desktop.currentWallpaper(), path);
+    }
+    void portalGetsTheFile()
+    {
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("sway"));
+        const QString path = picture(QStringLiteral("portal.png"), Qt::blue);
+        const Status set = desktop.setWallpaper(path);
+        QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
+        QCOMPARE(m_portal->received, TestTree::contents(path));
+        QCOMPARE(m_portal->options.value(QStringLiteral("show-preview")).toBool(), false);
+    }
+    void unknownDesktopIsNamed()
+    {
+        // No portal on this connection's bus, and no feh on the PATH.
+        QDBusConnection other = QDBusConnection::connectToBus(QStringLiteral("disabled:"), QStringLiteral("none"));
+        const QByteArray path = qgetenv("PATH");
+        qputenv("PATH", m_dir.path().toUtf8());
+        DesktopWallpaper desktop(other, QStringLiteral("Hyprland"));
+        const Status set = desktop.setWallpaper(picture(QStringLiteral("x.png")));
+        qputenv("PATH", path);
+        QVERIFY(!set.ok());
+        QVERIFY2(set.error().message.contains(QLatin1String("Hyprland")), qPrintable(set.error().message));
+    }
+    void historyRotates()
+    {
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
+        const QString first = picture(QStringLiteral("first.png"));
+        QVERIFY(desktop.setWallpaper(first).ok());
+        // First use: the present picture stands in slot 1 and is kept as "curWP".
+        QCOMPARE(WallpaperHistory::slotsToShow(desktop).slot1, first);
+        QCOMPARE(WallpaperHistory::read().curWP, first);
+
+        const QString folder = Utils::pathForWPFolder() + QLatin1Char('/');
+        const QStringList names{"A.png", "B.png", "C.png", "D.png"};
+        for (const QString &n : names)
+            QVERIFY(WallpaperHistory::setDroppedPicture(picture(n), desktop).ok());
+        const WallpaperHistory::Entries list = WallpaperHistory::read();
+        QCOMPARE(list.curWP, folder + "D.png");
+        QCOMPARE(list.oldWP1, folder + "C.png");
+        QCOMPARE(list.oldWP2, folder + "B.png");
+        QCOMPARE(desktop.currentWallpaper(), folder + "D.png");
+        QVERIFY(!QFile::exists(folder + "A.png")); // fell out of the history
+        QVERIFY(QFile::exists(first));             // the user's own picture is never removed
+        QCOMPARE(WallpaperHistory::slotsToShow(desktop).slot2, folder + "B.png");
+
+        // Back to the one before; the history stays.
+        QVERIFY(WallpaperHistory::setSlot(1, desktop).ok());
+        QCOMPARE(desktop.currentWallpaper(), folder + "C.png");
+        QCOMPARE(WallpaperHistory::read().curWP, folder + "D.png");
+    }
+    void sameNameKeepsHistory()
+    {
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
+        for (const char *n : {"A.png", "B.png"})
+            QVERIFY(WallpaperHistory::setDroppedPicture(picture(QString::fromLatin1(n)), desktop).ok());
+        // A picture named as one in the history, from another folder: the copy is replaced, no shift.
+        QDir().mkpath(m_dir.filePath(QStringLiteral("elsewhere")));
+        const QString other = m_dir.filePath(QStringLiteral("elsewhere/A.png"));
+        QImage green(10, 10, QImage::Format_RGB32);
+        green.fill(Qt::green);
+        QVERIFY(ImageFixtures::write(other, ImageFixtures::encoded(green, "png")));
+        QVERIFY(WallpaperHistory::setDroppedPicture(other, desktop).ok());
+        const QString folder = Utils::pathForWPFolder() + QLatin1Char('/');
+        QCOMPARE(WallpaperHistory::read().curWP, folder + "B.png");
+        QCOMPARE(WallpaperHistory::read().oldWP1, folder + "A.png");
+        QCOMPARE(QImage(folder + "A.png").pixelColor(0, 0), QColor(Qt::green));
+        QCOMPARE(desktop.currentWallpaper(), folder + "A.png");
+    }
+    void damagedListAndVanishedFiles()
+    {
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
+        QVERIFY(ImageFixtures::write(Utils::getWallpapersPlistPath(), "<plist>not a list"));
+        QVERIFY(!Utils::getWallpapersPlistDictionaryValues());
+        QVERIFY(Utils::saveChangesToWPPlist("/gone/now.png", "/gone/old1.png", "/gone/old2.png").ok());
+        const WallpaperHistory::Shown shown = WallpaperHistory::slotsToShow(desktop);
+        QVERIFY(shown.slot1.isEmpty() && shown.slot2.isEmpty());
+        QVERIFY(!WallpaperHistory::setSlot(1, desktop).ok());
+        // The next change writes a whole list again.
+        QVERIFY(ImageFixtures::write(Utils::getWallpapersPlistPath(), "garbage"));
+        QVERIFY(WallpaperHistory::setDroppedPicture(picture(QStringLiteral("E.png")), desktop).ok());
+        QCOMPARE(WallpaperHistory::read().curWP, Utils::pathForWPFolder() + QStringLiteral("/E.png"));
+    }
+    void refusedPictures_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<int>("code");
+        QTest::newRow("30000x20000") << ImageFixtures::pngClaiming(30000, 20000) << int(WallpaperHistory::kTooLarge);
+        QTest::newRow("not a picture") << QByteArray("just text") << int(WallpaperHistory::kNotAPicture);
+    }
+    void refusedPictures()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(int, code);
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
+        const QString before = desktop.currentWallpaper();
+        const QString path = m_dir.filePath(QStringLiteral("huge.png"));
+        QVERIFY(ImageFixtures::write(path, bytes));
+        const Status set = WallpaperHistory::setDroppedPicture(path, desktop);
+        QVERIFY(!set.ok());
+        QCOMPARE(set.error().code, code);
+        QCOMPARE(desktop.currentWallpaper(), before);
+    }
+    void failedCopySetsTheDroppedFile()
+    {
+        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
+        QDir().mkpath(Utils::QDappSupportPath());
+        QVERIFY(ImageFixtures::write(Utils::QDappSupportPath() + QStringLiteral("/QD_WP"), "a file in the folder's place"));
+        const QString dropped = picture(QStringLiteral("F.png"));
+        QVERIFY(WallpaperHistory::setDroppedPicture(dropped, desktop).ok());
+        QCOMPARE(desktop.currentWallpaper(), dropped);
+    }
 
 private:
-    QString picture(const QString &name, const QColor &colour = Qt::red);
+    QString picture(const QString &name, const QColor &colour = Qt::red)
+    {
+        QDir().mkpath(m_dir.filePath(QStringLiteral("pictures")));
+        const QString path = m_dir.filePath(QStringLiteral("pictures/") + name);
+        QImage image(64, 40, QImage::Format_RGB32);
+        image.fill(colour);
+        ImageFixtures::write(path, ImageFixtures::encoded(image, "png"));
+        return path;
+    }
 
     QTemporaryDir m_dir;
     QDBusConnection m_services{QString()};
@@ -117,256 +326,6 @@ private:
     PlasmaShell *m_plasma = nullptr;
     WallpaperPortal *m_portal = nullptr;
 };
-
-void WallpaperTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    if (!QDBusConnection::sessionBus().isConnected())
-        QSKIP("no session bus: run under dbus-run-session");
-    const QString schemas = m_dir.filePath(QStringLiteral("schemas"));
-    QDir().mkpath(schemas);
-    ImageFixtures::write(schemas + QStringLiteral("/quaydrop-test.gschema.xml"), kTestSchemas);
-    QCOMPARE(QProcess::execute(QStringLiteral("glib-compile-schemas"), {schemas}), 0);
-    qputenv("GSETTINGS_SCHEMA_DIR", schemas.toUtf8());
-    qputenv("GSETTINGS_BACKEND", "dconf");
-
-    // The stand-ins answer from a thread of their own: the setters wait for their replies.
-    m_services = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("services"));
-    m_plasma = new PlasmaShell;
-    m_portal = new WallpaperPortal;
-    m_plasma->moveToThread(&m_serviceThread);
-    m_portal->moveToThread(&m_serviceThread);
-    m_serviceThread.start();
-    QVERIFY(m_services.registerService(QStringLiteral("org.kde.plasmashell")));
-    QVERIFY(m_services.registerObject(QStringLiteral("/PlasmaShell"), m_plasma, QDBusConnection::ExportAllSlots));
-    QVERIFY(m_services.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
-    QVERIFY(m_services.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), m_portal,
-                                      QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllProperties));
-}
-
-void WallpaperTest::cleanupTestCase()
-{
-    m_serviceThread.quit();
-    m_serviceThread.wait();
-    delete m_plasma;
-    delete m_portal;
-}
-
-void WallpaperTest::init()
-{
-    QDir(Utils::QDappSupportPath()).removeRecursively();
-}
-
-QString WallpaperTest::picture(const QString &name, const QColor &colour)
-{
-    QDir().mkpath(m_dir.filePath(QStringLiteral("pictures")));
-    const QString path = m_dir.filePath(QStringLiteral("pictures/") + name);
-    QImage image(64, 40, QImage::Format_RGB32);
-    image.fill(colour);
-    ImageFixtures::write(path, ImageFixtures::encoded(image, "png"));
-    return path;
-}
-
-void WallpaperTest::detection_data()
-{
-    QTest::addColumn<QString>("xdg");
-    QTest::addColumn<int>("desktop");
-    using D = DesktopWallpaper::Desktop;
-    QTest::newRow("gnome") << "GNOME" << int(D::Gnome);
-    QTest::newRow("ubuntu") << "ubuntu:GNOME" << int(D::Gnome);
-    QTest::newRow("unity") << "Unity" << int(D::Gnome);
-    QTest::newRow("cinnamon") << "X-Cinnamon" << int(D::Cinnamon);
-    QTest::newRow("mate") << "MATE" << int(D::Mate);
-    QTest::newRow("kde") << "KDE" << int(D::Kde);
-    QTest::newRow("xfce") << "XFCE" << int(D::Xfce);
-    QTest::newRow("i3") << "i3" << int(D::Other);
-    QTest::newRow("unset") << "" << int(D::Other);
-}
-
-void WallpaperTest::detection()
-{
-    QFETCH(QString, xdg);
-    QFETCH(int, desktop);
-    QCOMPARE(int(DesktopWallpaper::detect(xdg)), desktop);
-}
-
-void WallpaperTest::gsettingsDesktops_data()
-{
-    QTest::addColumn<QString>("xdg");
-    QTest::addColumn<QStringList>("keys"); // dconf keys that must hold the picture
-    QTest::addColumn<bool>("uri");
-    QTest::newRow("gnome") << "GNOME"
-                           << QStringList{"/org/gnome/desktop/background/picture-uri", "/org/gnome/desktop/background/picture-uri-dark"}
-                           << true;
-    QTest::newRow("cinnamon") << "X-Cinnamon" << QStringList{"/org/cinnamon/desktop/background/picture-uri"} << true;
-    QTest::newRow("mate") << "MATE" << QStringList{"/org/mate/desktop/background/picture-filename"} << false;
-}
-
-void WallpaperTest::gsettingsDesktops()
-{
-    QFETCH(QString, xdg);
-    QFETCH(QStringList, keys);
-    QFETCH(bool, uri);
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), xdg);
-    const QString path = picture(QStringLiteral("it's a harbour.png"));
-    const Status set = desktop.setWallpaper(path);
-    QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
-    const QString expected = uri ? QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) : path;
-    for (const QString &key : keys) {
-        QString stored = run(QStringLiteral("dconf"), {QStringLiteral("read"), key});
-        QCOMPARE(stored.mid(1, stored.size() - 2).replace(QLatin1String("\\'"), QLatin1String("'")), expected);
-    }
-    QCOMPARE(desktop.currentWallpaper(), path);
-}
-
-void WallpaperTest::xfceEveryMonitorAndWorkspace()
-{
-    const QStringList properties{QStringLiteral("/backdrop/screen0/monitorVirtual1/workspace0/last-image"),
-                                 QStringLiteral("/backdrop/screen0/monitorVirtual1/workspace1/last-image"),
-                                 QStringLiteral("/backdrop/screen0/monitor1/workspace0/last-image")};
-    for (const QString &p : properties)
-        QProcess::execute(QStringLiteral("xfconf-query"),
-                          {"-c", "xfce4-desktop", "-p", p, "-n", "-t", "string", "-s", "/old.png"});
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("XFCE"));
-    const QString path = picture(QStringLiteral("xfce.png"));
-    const Status set = desktop.setWallpaper(path);
-    QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
-    for (const QString &p : properties)
-        QCOMPARE(run(QStringLiteral("xfconf-query"), {"-c", "xfce4-desktop", "-p", p}), path);
-    QCOMPARE(desktop.currentWallpaper(), path);
-}
-
-void WallpaperTest::plasmaEveryDesktop()
-{
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("KDE"));
-    const QString path = picture(QStringLiteral("plasma \"quoted\".png"));
-    const Status set = desktop.setWallpaper(path);
-    QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
-    QVERIFY(m_plasma->scripts.size() >= 2);
-    QVERIFY(m_plasma->scripts.first().contains(QLatin1String("for (var i = 0; i < all.length; ++i)")));
-    QVERIFY(m_plasma->scripts.first().contains(QLatin1String("d.wallpaperPlugin = \"org.kde.image\"")));
-    QCOMPARE(m_plasma->image, QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
-    QCOMPARE(desktop.currentWallpaper(), path);
-}
-
-void WallpaperTest::portalGetsTheFile()
-{
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("sway"));
-    const QString path = picture(QStringLiteral("portal.png"), Qt::blue);
-    const Status set = desktop.setWallpaper(path);
-    QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
-    QFile f(path);
-    QVERIFY(f.open(QIODevice::ReadOnly));
-    QCOMPARE(m_portal->received, f.readAll());
-    QCOMPARE(m_portal->options.value(QStringLiteral("show-preview")).toBool(), false);
-}
-
-void WallpaperTest::unknownDesktopIsNamed()
-{
-    // No portal on this connection's bus, and no feh on the PATH.
-    QDBusConnection other = QDBusConnection::connectToBus(QStringLiteral("disabled:"), QStringLiteral("none"));
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", m_dir.path().toUtf8());
-    DesktopWallpaper desktop(other, QStringLiteral("Hyprland"));
-    const Status set = desktop.setWallpaper(picture(QStringLiteral("x.png")));
-    qputenv("PATH", path);
-    QVERIFY(!set.ok());
-    QVERIFY2(set.error().message.contains(QLatin1String("Hyprland")), qPrintable(set.error().message));
-}
-
-void WallpaperTest::historyRotates()
-{
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
-    const QString first = picture(QStringLiteral("first.png"));
-    QVERIFY(desktop.setWallpaper(first).ok());
-    // First use: the present picture stands in slot 1 and is kept as "curWP".
-    QCOMPARE(WallpaperHistory::slotsToShow(desktop).slot1, first);
-    QCOMPARE(WallpaperHistory::read().curWP, first);
-
-    const QString folder = Utils::pathForWPFolder() + QLatin1Char('/');
-    const QStringList names{"A.png", "B.png", "C.png", "D.png"};
-    for (const QString &n : names)
-        QVERIFY(WallpaperHistory::setDroppedPicture(picture(n), desktop).ok());
-    const WallpaperHistory::Entries list = WallpaperHistory::read();
-    QCOMPARE(list.curWP, folder + "D.png");
-    QCOMPARE(list.oldWP1, folder + "C.png");
-    QCOMPARE(list.oldWP2, folder + "B.png");
-    QCOMPARE(desktop.currentWallpaper(), folder + "D.png");
-    QVERIFY(!QFile::exists(folder + "A.png")); // fell out of the history
-    QVERIFY(QFile::exists(first));             // the user's own picture is never removed
-    QCOMPARE(WallpaperHistory::slotsToShow(desktop).slot2, folder + "B.png");
-
-    // Back to the one before; the history stays.
-    QVERIFY(WallpaperHistory::setSlot(1, desktop).ok());
-    QCOMPARE(desktop.currentWallpaper(), folder + "C.png");
-    QCOMPARE(WallpaperHistory::read().curWP, folder + "D.png");
-}
-
-void WallpaperTest::sameNameKeepsHistory()
-{
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
-    for (const char *n : {"A.png", "B.png"})
-        QVERIFY(WallpaperHistory::setDroppedPicture(picture(QString::fromLatin1(n)), desktop).ok());
-    // A picture named as one in the history, from another folder: the copy is replaced, no shift.
-    QDir().mkpath(m_dir.filePath(QStringLiteral("elsewhere")));
-    const QString other = m_dir.filePath(QStringLiteral("elsewhere/A.png"));
-    QImage green(10, 10, QImage::Format_RGB32);
-    green.fill(Qt::green);
-    QVERIFY(ImageFixtures::write(other, ImageFixtures::encoded(green, "png")));
-    QVERIFY(WallpaperHistory::setDroppedPicture(other, desktop).ok());
-    const QString folder = Utils::pathForWPFolder() + QLatin1Char('/');
-    QCOMPARE(WallpaperHistory::read().curWP, folder + "B.png");
-    QCOMPARE(WallpaperHistory::read().oldWP1, folder + "A.png");
-    QCOMPARE(QImage(folder + "A.png").pixelColor(0, 0), QColor(Qt::green));
-    QCOMPARE(desktop.currentWallpaper(), folder + "A.png");
-}
-
-void WallpaperTest::damagedListAndVanishedFiles()
-{
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
-    QVERIFY(ImageFixtures::write(Utils::getWallpapersPlistPath(), "<plist>not a list"));
-    QVERIFY(!Utils::getWallpapersPlistDictionaryValues());
-    QVERIFY(Utils::saveChangesToWPPlist("/gone/now.png", "/gone/old1.png", "/gone/old2.png").ok());
-    const WallpaperHistory::Shown shown = WallpaperHistory::slotsToShow(desktop);
-    QVERIFY(shown.slot1.isEmpty() && shown.slot2.isEmpty());
-    QVERIFY(!WallpaperHistory::setSlot(1, desktop).ok());
-    // The next change writes a whole list again.
-    QVERIFY(ImageFixtures::write(Utils::getWallpapersPlistPath(), "garbage"));
-    QVERIFY(WallpaperHistory::setDroppedPicture(picture(QStringLiteral("E.png")), desktop).ok());
-    QCOMPARE(WallpaperHistory::read().curWP, Utils::pathForWPFolder() + QStringLiteral("/E.png"));
-}
-
-void WallpaperTest::refusedPictures_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("code");
-    QTest::newRow("30000x20000") << ImageFixtures::pngClaiming(30000, 20000) << int(WallpaperHistory::kTooLarge);
-    QTest::newRow("not a picture") << QByteArray("just text") << int(WallpaperHistory::kNotAPicture);
-}
-
-void WallpaperTest::refusedPictures()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, code);
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
-    const QString before = desktop.currentWallpaper();
-    const QString path = m_dir.filePath(QStringLiteral("huge.png"));
-    QVERIFY(ImageFixtures::write(path, bytes));
-    const Status set = WallpaperHistory::setDroppedPicture(path, desktop);
-    QVERIFY(!set.ok());
-    QCOMPARE(set.error().code, code);
-    QCOMPARE(desktop.currentWallpaper(), before);
-}
-
-void WallpaperTest::failedCopySetsTheDroppedFile()
-{
-    DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
-    QDir().mkpath(Utils::QDappSupportPath());
-    QVERIFY(ImageFixtures::write(Utils::QDappSupportPath() + QStringLiteral("/QD_WP"), "a file in the folder's place"));
-    const QString dropped = picture(QStringLiteral("F.png"));
-    QVERIFY(WallpaperHistory::setDroppedPicture(dropped, desktop).ok());
-    QCOMPARE(desktop.currentWallpaper(), dropped);
-}
 
 QTEST_GUILESS_MAIN(WallpaperTest)
 #include "tst_wallpaper.moc"

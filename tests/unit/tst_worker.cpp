@@ -67,23 +67,300 @@ private Q_SLOTS:
     void init() { useWorker(kRealWorker); }
     void cleanupTestCase() { useWorker(kRealWorker); }
 
-    void framesRoundTrip_data();
-    void framesRoundTrip();
-    void brokenFrames_data();
-    void brokenFrames();
-    void mismatchesAreAnswered();
-    void aBadItemFailsAloneAndTheBatchGoesOn_data();
-    void aBadItemFailsAloneAndTheBatchGoesOn();
-    void aHangingWorkerIsKilledAtTheTimeLimit();
-    void cancelWhileBusyKillsTheWorker();
-    void idleWorkersGo();
-    void aWorkerThatLeftIsReplaced();
-    void aMissingWorkerIsToldAtTheFirstImageAction_data();
-    void aMissingWorkerIsToldAtTheFirstImageAction();
-    void damagedFilesFailEveryTimeWhileStreaming_data();
-    void damagedFilesFailEveryTimeWhileStreaming();
-    void hostileFilesFailCleanly_data();
-    void hostileFilesFailCleanly();
+    void framesRoundTrip_data()
+    {
+        QTest::addColumn<QCborMap>("message");
+        QTest::newRow("hello") << WorkerProtocol::hello();
+        QTest::newRow("request with a path of bytes")
+            << WorkerProtocol::request(7, QStringLiteral("probe"), {{WorkerJobs::kSource, QCborValue(QByteArray("/tmp/caf\xe9.png"))}});
+        QTest::newRow("pixels") << QCborMap{{WorkerJobs::kImage, WorkerProtocol::image(ImageFixtures::picture(33, 7, true))}};
+    }
+    void framesRoundTrip()
+    {
+        QFETCH(QCborMap, message);
+        QByteArray stream = WorkerProtocol::frame(message) + WorkerProtocol::frame(WorkerProtocol::bye());
+        // Byte by byte, as a socket may hand them over: nothing is taken before a frame is whole.
+        QByteArray buffer;
+        QList<QCborMap> got;
+        for (char c : std::as_const(stream)) {
+            buffer.append(c);
+            const auto parsed = WorkerProtocol::takeFrame(buffer);
+            QVERIFY(parsed.state != WorkerProtocol::Parse::Bad);
+            if (parsed.state == WorkerProtocol::Parse::Ok)
+                got.append(parsed.message);
+        }
+        QCOMPARE(got.size(), 2);
+        QCOMPARE(got.first(), message);
+        QVERIFY(WorkerProtocol::isBye(got.last()));
+        QVERIFY(buffer.isEmpty());
+        if (message.contains(WorkerJobs::kImage))
+            QCOMPARE(WorkerProtocol::imageFrom(got.first().value(WorkerJobs::kImage)), ImageFixtures::picture(33, 7, true));
+    }
+    void brokenFrames_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<int>("state");
+        const QByteArray whole = WorkerProtocol::frame(WorkerProtocol::hello());
+        QTest::newRow("a truncated frame waits") << whole.left(whole.size() - 1) << int(WorkerProtocol::Parse::Incomplete);
+        QTest::newRow("half a length waits") << whole.left(2) << int(WorkerProtocol::Parse::Incomplete);
+        QTest::newRow("a length past any message") << QByteArray("\x7f\xff\xff\xff", 4) << int(WorkerProtocol::Parse::Bad);
+        QTest::newRow("no CBOR") << QByteArray("\x00\x00\x00\x02\xff\xff", 6) << int(WorkerProtocol::Parse::Bad);
+        QTest::newRow("CBOR but no map") << QByteArray("\x00\x00\x00\x01\x05", 5) << int(WorkerProtocol::Parse::Bad);
+    }
+    void brokenFrames()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(int, state);
+        QByteArray buffer = bytes;
+        QCOMPARE(int(WorkerProtocol::takeFrame(buffer).state), state);
+        if (state == int(WorkerProtocol::Parse::Incomplete))
+            QCOMPARE(buffer, bytes);
+    }
+    void mismatchesAreAnswered()
+    {
+        // The test worker's hello names the version it is told to.
+        qputenv("QUAYDROP_TEST_WORKER_VERSION", "99");
+        const auto other = WorkerConnection::start(kTestWorker, WorkerLimits());
+        qunsetenv("QUAYDROP_TEST_WORKER_VERSION");
+        QVERIFY(!other.ok());
+        QCOMPARE(other.error().message, QStringLiteral("the image worker speaks version 99; this program needs 1"));
+        QVERIFY(WorkerConnection::start(kTestWorker, WorkerLimits()).ok());
+        // A job the worker does not know is answered as such.
+        const auto reply = WorkerPool::shared().call(QStringLiteral("paint a sunset"), {});
+        QVERIFY(reply.ok());
+        QVERIFY(!WorkerProtocol::succeeded(reply.value()));
+        QCOMPARE(WorkerProtocol::errorOf(reply.value()).message, QStringLiteral("unknown job: paint a sunset"));
+        // The worker stays and takes the next request.
+        const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("after-unknown.png")), ImageFixtures::picture(12, 9));
+        const auto probed = WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}});
+        QVERIFY(probed.ok() && WorkerProtocol::succeeded(probed.value()));
+        QCOMPARE(probed.value().value(WorkerJobs::kWidth).toInteger(), 12);
+    }
+    void aBadItemFailsAloneAndTheBatchGoesOn_data()
+    {
+        QTest::addColumn<bool>("testWorker");
+        QTest::addColumn<qint64>("memoryBytes"); // 0: no limit of the test's own
+        QTest::addColumn<int>("seconds"); // per item, 0: the usual limit
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("expected"); // in the failure, after the file's path
+        QTest::newRow("the worker crashes") << true << qint64(0) << 0 << "b.png" << markedPng("QUAYDROP-TEST-ABORT")
+                                            << "could not be read: the decoder stopped";
+        QTest::newRow("a hanging worker is killed at the time limit")
+            << true << qint64(0) << 1 << "hang.png" << markedPng("QUAYDROP-TEST-HANG") << "took longer than 1 seconds";
+        // A photo turned by its EXIF tag is decoded whole: 12,000 x 12,000 pixels need 432 MB, from a file
+        // of a few hundred kilobytes.
+        VipsSupport::ensureStarted();
+        const QByteArray black = VipsSupport::takeBlob(vips::VImage::black(12000, 12000, vips::VImage::option()->set("bands", 3))
+                                                            .jpegsave_buffer(vips::VImage::option()->set("Q", 50)));
+        QTest::newRow("a bomb within the memory limit") << false << (qint64(256) << 20) << 0 << "bomb.jpg"
+                                                        << ImageFixtures::withOrientation(black, 6) << "";
+    }
+    void aBadItemFailsAloneAndTheBatchGoesOn()
+    {
+        QFETCH(bool, testWorker);
+        QFETCH(qint64, memoryBytes);
+        QFETCH(int, seconds);
+        QFETCH(QString, name);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, expected);
+        WorkerLimits limits;
+        if (memoryBytes)
+            limits.memoryBytes = memoryBytes;
+        if (seconds)
+            limits.secondsPerItem = seconds;
+        useWorker(testWorker ? kTestWorker : kRealWorker, limits);
+        TestTree tree;
+        const QString bad = tree.at(name);
+        QVERIFY(ImageFixtures::write(bad, content));
+        const QStringList paths{ImageFixtures::imageFile(tree.at(QStringLiteral("a.png")), ImageFixtures::picture(30, 20)), bad,
+                                ImageFixtures::imageFile(tree.at(QStringLiteral("c.png")), ImageFixtures::picture(40, 30))};
+        ConvertJob job(toJpeg(paths, tree.path()));
+        runToEnd(job);
+        QCOMPARE(job.written(), QStringList({tree.at(QStringLiteral("a.jpg")), tree.at(QStringLiteral("c.jpg"))}));
+        QCOMPARE(job.failures().size(), 1);
+        const QString message = job.failures().first().message;
+        QVERIFY2(message.startsWith(bad + ": ") && message.contains(expected), qPrintable(message));
+        // Nothing of the bad item, no temporary file.
+        QStringList expectedEntries{"a.jpg", "a.png", name, "c.jpg", "c.png"};
+        expectedEntries.sort();
+        QCOMPARE(TestTree::entries(tree.path()), expectedEntries);
+        // The next batch works with a fresh worker.
+        ConvertJob again(toJpeg({paths.at(0)}, tree.path()));
+        runToEnd(again);
+        QCOMPARE(again.written().size(), 1);
+    }
+    void cancelWhileBusyKillsTheWorker()
+    {
+        useWorker(kTestWorker);
+        TestTree tree;
+        const QString hang = tree.at(QStringLiteral("hang.png"));
+        const QString after = tree.at(QStringLiteral("after.png"));
+        QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
+        QVERIFY(ImageFixtures::write(after, markedPng("")));
+        ConvertJob job(toJpeg({hang, after}, tree.path()));
+        QSignalSpy finished(&job, &ImageBatchJob::finished);
+        job.start();
+        QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
+        const qint64 pid = WorkerPool::shared().workerPids().first();
+        QTest::qWait(300);
+        QElapsedTimer clock;
+        clock.start();
+        job.cancel();
+        QVERIFY(finished.wait(5000));
+        // 200 ms for the worker to answer, then it is killed; the job ends at once after that.
+        QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
+        QCOMPARE(finished.size(), 1);
+        QVERIFY(job.written().isEmpty());
+        QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
+        QTRY_VERIFY(!processExists(pid));
+        ConvertJob next(toJpeg({after}, tree.path()));
+        runToEnd(next);
+        QCOMPARE(next.written().size(), 1);
+    }
+    void idleWorkersGo()
+    {
+        WorkerLimits brief;
+        brief.idleSeconds = 3;
+        useWorker(kRealWorker, brief);
+        // One started ahead of need takes the next job.
+        WorkerPool::shared().prestart();
+        QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
+        const qint64 pid = WorkerPool::shared().workerPids().first();
+        const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("idle.png")), ImageFixtures::picture(5, 5));
+        QVERIFY(WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}}).ok());
+        QCOMPARE(WorkerPool::shared().workerPids(), QList<qint64>{pid});
+        QVERIFY(processExists(pid));
+        QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().liveWorkers(), 0, 8000);
+        // Closed and reaped: no process, not even a zombie (it is given a second to leave on its own).
+        QTRY_VERIFY_WITH_TIMEOUT(!processExists(pid), 3000);
+    }
+    void aWorkerThatLeftIsReplaced()
+    {
+        // A worker that says bye on its own (its idle time is shorter than the program's) is replaced and
+        // the request goes to the new one.
+        WorkerLimits limits;
+        limits.idleSeconds = -4; // the worker's own is this plus five seconds: one
+        WorkerPool pool({kRealWorker, limits, 1});
+        const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("left.png")), ImageFixtures::picture(6, 4));
+        const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(png)}};
+        QVERIFY(pool.call(QString(WorkerJobs::kProbe), args).ok());
+        QTest::qWait(1600);
+        const auto again = pool.call(QString(WorkerJobs::kProbe), args);
+        QVERIFY2(again.ok(), qPrintable(again.ok() ? QString() : again.error().message));
+        QCOMPARE(again.value().value(WorkerJobs::kHeight).toInteger(), 4);
+    }
+    void aMissingWorkerIsToldAtTheFirstImageAction_data()
+    {
+        QTest::addColumn<bool>("exists");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << false << QStringLiteral("No such file or directory");
+        QTest::newRow("not executable") << true << QStringLiteral("Permission denied");
+    }
+    void aMissingWorkerIsToldAtTheFirstImageAction()
+    {
+        QFETCH(bool, exists);
+        QFETCH(QString, reason);
+        const QString program = m_tree.at(QStringLiteral("no-worker"));
+        QFile::remove(program);
+        if (exists)
+            QVERIFY(ImageFixtures::write(program, "#!/bin/false\n")); // mode 0644: not executable
+        useWorker(program);
+        TestTree tree;
+        const QString png = ImageFixtures::imageFile(tree.at(QStringLiteral("p.png")), ImageFixtures::picture(20, 20));
+        ResizeJob job({{png, "10", "10", tree.at(QStringLiteral("p_10x10.png")), {}}});
+        runToEnd(job);
+        QCOMPARE(job.failures().size(), 1);
+        const QString message = job.failures().first().message;
+        QVERIFY2(message.contains(QStringLiteral("the image worker cannot be started")) && message.contains(reason), qPrintable(message));
+        QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
+    }
+    void damagedFilesFailEveryTimeWhileStreaming_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("name");
+        // Large enough that the decoder streams it in many strips across its threads.
+        const QImage big = ImageFixtures::picture(1600, 1200);
+        const QByteArray png = ImageFixtures::encoded(big, "png");
+        const QByteArray jpeg = ImageFixtures::encoded(big, "jpeg");
+        QTest::newRow("PNG cut in half") << png.left(png.size() / 2) << "cut.png";
+        QTest::newRow("PNG with damaged data") << ImageFixtures::damagedPng(big) << "damaged.png";
+        QByteArray late = png;
+        for (qsizetype i = late.size() * 3 / 4; i < late.size() * 3 / 4 + 64; ++i)
+            late[i] = char(late[i] ^ 0x5A);
+        QTest::newRow("PNG damaged near its end") << late << "late.png";
+        QTest::newRow("JPEG cut in half") << jpeg.left(jpeg.size() / 2) << "cut.jpg";
+        VipsSupport::ensureStarted();
+        const auto v = VipsSupport::fromQImage(big);
+        const QByteArray jp2 = VipsSupport::takeBlob(v.value().jp2ksave_buffer());
+        QTest::newRow("JPEG 2000 cut in half") << jp2.left(jp2.size() / 2) << "cut.jp2";
+    }
+    void damagedFilesFailEveryTimeWhileStreaming()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, name);
+        TestTree tree;
+        const QString bad = tree.path() + QChar('/') + name;
+        QVERIFY(ImageFixtures::write(bad, content));
+        for (int run = 0; run < 10; ++run) {
+            ConvertJob convert(toJpeg({bad}, tree.path()));
+            runToEnd(convert);
+            QVERIFY2(convert.written().isEmpty(), qPrintable(QStringLiteral("run %1 wrote %2").arg(run).arg(convert.written().join(' '))));
+            QCOMPARE(convert.failures().size(), 1);
+            ResizeJob resize({{bad, "160", "120", tree.at(QStringLiteral("small.png")), {}}});
+            runToEnd(resize);
+            QVERIFY2(resize.written().isEmpty(), qPrintable(QStringLiteral("run %1").arg(run)));
+            QVERIFY(resize.failures().first().message.startsWith(bad + QStringLiteral(": ")));
+        }
+        QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden), QStringList{name});
+    }
+    void hostileFilesFailCleanly_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("expected"); // in the failure; empty: the item may also be written
+        QTest::newRow("PNG header of 65,535 x 65,535") << ImageFixtures::pngClaiming(65535, 65535) << "claims.png"
+                                                      << "too large (65535 x 65535 pixels";
+        QTest::newRow("valid PNG of 30,000 x 30,000") << ImageFixtures::blackPng(30000, 30000) << "vast.png"
+                                                     << "too large (30000 x 30000 pixels";
+        QTest::newRow("PDF with a 10,000-deep page tree") << ImageFixtures::pdfWithDeepPageTree(10000) << "deep.pdf" << QString();
+        // The largest page a PDF may have: 200,000 pixels square at 1000 dpi.
+        const QString poster = m_tree.at(QStringLiteral("poster-source.pdf"));
+        QVERIFY(ImageFixtures::pdfWithPages(poster, {QSizeF(14400, 14400)}));
+        QTest::newRow("PDF page too large at 1000 dpi") << TestTree::contents(poster) << "poster.pdf" << "too large";
+    }
+    void hostileFilesFailCleanly()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, name);
+        QFETCH(QString, expected);
+        TestTree tree;
+        const QString path = tree.path() + QChar('/') + name;
+        QVERIFY(ImageFixtures::write(path, content));
+        const bool pdf = name.endsWith(QLatin1String(".pdf"));
+        std::unique_ptr<ImageBatchJob> job;
+        if (pdf)
+            job = std::make_unique<PdfToImagesJob>(PdfToImagesJob::Request{path, {}, tree.path(), 1, 1000.0f});
+        else
+            job = std::make_unique<ConvertJob>(toJpeg({path}, tree.path()));
+        runToEnd(*job, 120000);
+        const QStringList there = QDir(tree.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+        if (job->failures().isEmpty()) {
+            QVERIFY2(expected.isEmpty(), "a file that should fail was written");
+            QCOMPARE(job->written().size(), 1);
+        } else {
+            QCOMPARE(job->failures().size(), 1);
+            const QString message = job->failures().first().message;
+            QVERIFY2(message.startsWith(path + QStringLiteral(": ")) && message.contains(expected), qPrintable(message));
+            QVERIFY(job->written().isEmpty());
+            QCOMPARE(there, QStringList{name}); // no output, no temporary, no empty folder
+        }
+        // The worker is in order for what follows.
+        const QString fine = ImageFixtures::imageFile(tree.at(QStringLiteral("fine.png")), ImageFixtures::picture(20, 20));
+        ConvertJob next(toJpeg({fine}, tree.path()));
+        runToEnd(next);
+        QCOMPARE(next.written().size(), 1);
+    }
 
 private:
     static void useWorker(const QString &program, WorkerLimits limits = {})
@@ -93,330 +370,6 @@ private:
     }
     TestTree m_tree;
 };
-
-void WorkerTest::framesRoundTrip_data()
-{
-    QTest::addColumn<QCborMap>("message");
-    QTest::newRow("hello") << WorkerProtocol::hello();
-    QTest::newRow("request with a path of bytes")
-        << WorkerProtocol::request(7, QStringLiteral("probe"), {{WorkerJobs::kSource, QCborValue(QByteArray("/tmp/caf\xe9.png"))}});
-    QTest::newRow("pixels") << QCborMap{{WorkerJobs::kImage, WorkerProtocol::image(ImageFixtures::picture(33, 7, true))}};
-}
-
-void WorkerTest::framesRoundTrip()
-{
-    QFETCH(QCborMap, message);
-    QByteArray stream = WorkerProtocol::frame(message) + WorkerProtocol::frame(WorkerProtocol::bye());
-    // Byte by byte, as a socket may hand them over: nothing is taken before a frame is whole.
-    QByteArray buffer;
-    QList<QCborMap> got;
-    for (char c : std::as_const(stream)) {
-        buffer.append(c);
-        const auto parsed = WorkerProtocol::takeFrame(buffer);
-        QVERIFY(parsed.state != WorkerProtocol::Parse::Bad);
-        if (parsed.state == WorkerProtocol::Parse::Ok)
-            got.append(parsed.message);
-    }
-    QCOMPARE(got.size(), 2);
-    QCOMPARE(got.first(), message);
-    QVERIFY(WorkerProtocol::isBye(got.last()));
-    QVERIFY(buffer.isEmpty());
-    if (message.contains(WorkerJobs::kImage)) {
-        const QImage back = WorkerProtocol::imageFrom(got.first().value(WorkerJobs::kImage));
-        QCOMPARE(back, ImageFixtures::picture(33, 7, true));
-    }
-    if (message.contains(QStringLiteral("args")))
-        QCOMPARE(WorkerProtocol::pathFrom(WorkerProtocol::argumentsOf(got.first()).value(WorkerJobs::kSource)).toUtf8().size() > 0,
-                 true);
-}
-
-void WorkerTest::brokenFrames_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("state");
-    const QByteArray whole = WorkerProtocol::frame(WorkerProtocol::hello());
-    QTest::newRow("a truncated frame waits") << whole.left(whole.size() - 1) << int(WorkerProtocol::Parse::Incomplete);
-    QTest::newRow("half a length waits") << whole.left(2) << int(WorkerProtocol::Parse::Incomplete);
-    QTest::newRow("a length past any message") << QByteArray("\x7f\xff\xff\xff", 4) << int(WorkerProtocol::Parse::Bad);
-    QTest::newRow("no CBOR") << QByteArray("\x00\x00\x00\x02\xff\xff", 6) << int(WorkerProtocol::Parse::Bad);
-    QTest::newRow("CBOR but no map") << QByteArray("\x00\x00\x00\x01\x05", 5) << int(WorkerProtocol::Parse::Bad);
-}
-
-void WorkerTest::brokenFrames()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, state);
-    QByteArray buffer = bytes;
-    QCOMPARE(int(WorkerProtocol::takeFrame(buffer).state), state);
-    if (state == int(WorkerProtocol::Parse::Incomplete))
-        QCOMPARE(buffer, bytes);
-}
-
-void WorkerTest::mismatchesAreAnswered()
-{
-    // The test worker's hello names the version it is told to.
-    qputenv("QUAYDROP_TEST_WORKER_VERSION", "99");
-    const auto other = WorkerConnection::start(kTestWorker, WorkerLimits());
-    qunsetenv("QUAYDROP_TEST_WORKER_VERSION");
-    QVERIFY(!other.ok());
-    QCOMPARE(other.error().message, QStringLiteral("the image worker speaks version 99; this program needs 1"));
-    QVERIFY(WorkerConnection::start(kTestWorker, WorkerLimits()).ok());
-    // A job the worker does not know is answered as such.
-    const auto reply = WorkerPool::shared().call(QStringLiteral("paint a sunset"), {});
-    QVERIFY(reply.ok());
-    QVERIFY(!WorkerProtocol::succeeded(reply.value()));
-    QCOMPARE(WorkerProtocol::errorOf(reply.value()).message, QStringLiteral("unknown job: paint a sunset"));
-    // The worker stays and takes the next request.
-    const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("after-unknown.png")), ImageFixtures::picture(12, 9));
-    const auto probed = WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}});
-    QVERIFY(probed.ok() && WorkerProtocol::succeeded(probed.value()));
-    QCOMPARE(probed.value().value(WorkerJobs::kWidth).toInteger(), 12);
-}
-
-void WorkerTest::aBadItemFailsAloneAndTheBatchGoesOn_data()
-{
-    QTest::addColumn<bool>("testWorker");
-    QTest::addColumn<qint64>("memoryBytes"); // 0: no limit of the test's own
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("expected"); // the failure, after the file's path
-    QTest::newRow("the worker crashes") << true << qint64(0) << "b.png" << markedPng("QUAYDROP-TEST-ABORT")
-                                        << ": could not be read: the decoder stopped";
-    // A photo turned by its EXIF tag is decoded whole: 12,000 x 12,000 pixels need 432 MB, from a file
-    // of a few hundred kilobytes.
-    VipsSupport::ensureStarted();
-    const QByteArray black = VipsSupport::takeBlob(vips::VImage::black(12000, 12000, vips::VImage::option()->set("bands", 3))
-                                                        .jpegsave_buffer(vips::VImage::option()->set("Q", 50)));
-    QTest::newRow("a bomb within the memory limit") << false << (qint64(256) << 20) << "bomb.jpg"
-                                                    << ImageFixtures::withOrientation(black, 6) << ": ";
-}
-
-void WorkerTest::aBadItemFailsAloneAndTheBatchGoesOn()
-{
-    QFETCH(bool, testWorker);
-    QFETCH(qint64, memoryBytes);
-    QFETCH(QString, name);
-    QFETCH(QByteArray, content);
-    QFETCH(QString, expected);
-    WorkerLimits limits;
-    if (memoryBytes)
-        limits.memoryBytes = memoryBytes;
-    useWorker(testWorker ? kTestWorker : kRealWorker, limits);
-    TestTree tree;
-    const QString bad = tree.at(name);
-    QVERIFY(ImageFixtures::write(bad, content));
-    const QStringList paths{ImageFixtures::imageFile(tree.at(QStringLiteral("a.png")), ImageFixtures::picture(30, 20)), bad,
-                            ImageFixtures::imageFile(tree.at(QStringLiteral("c.png")), ImageFixtures::picture(40, 30))};
-    ConvertJob job(toJpeg(paths, tree.path()));
-    runToEnd(job);
-    QCOMPARE(job.written(), QStringList({tree.at(QStringLiteral("a.jpg")), tree.at(QStringLiteral("c.jpg"))}));
-    QCOMPARE(job.failures().size(), 1);
-    QVERIFY2(job.failures().first().message.startsWith(bad + expected), qPrintable(job.failures().first().message));
-    // Nothing of the bad item, no temporary file.
-    QCOMPARE(TestTree::entries(tree.path()), QStringList({"a.jpg", "a.png", name, "c.jpg", "c.png"}));
-    // The next batch works with a fresh worker.
-    ConvertJob again(toJpeg({paths.at(0)}, tree.path()));
-    runToEnd(again);
-    QCOMPARE(again.written().size(), 1);
-}
-
-void WorkerTest::aHangingWorkerIsKilledAtTheTimeLimit()
-{
-    WorkerLimits quick;
-    quick.secondsPerItem = 1;
-    useWorker(kTestWorker, quick);
-    TestTree tree;
-    const QString hang = tree.at(QStringLiteral("hang.png"));
-    QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
-    ConvertJob job(toJpeg({hang}, tree.path()));
-    runToEnd(job);
-    QCOMPARE(job.failures().size(), 1);
-    QVERIFY2(job.failures().first().message.contains(QStringLiteral("took longer than 1 seconds")),
-             qPrintable(job.failures().first().message));
-    QVERIFY(job.written().isEmpty());
-    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
-    QCOMPARE(WorkerPool::shared().liveWorkers(), 0);
-}
-
-void WorkerTest::cancelWhileBusyKillsTheWorker()
-{
-    useWorker(kTestWorker);
-    TestTree tree;
-    const QString hang = tree.at(QStringLiteral("hang.png"));
-    const QString after = tree.at(QStringLiteral("after.png"));
-    QVERIFY(ImageFixtures::write(hang, markedPng("QUAYDROP-TEST-HANG")));
-    QVERIFY(ImageFixtures::write(after, markedPng("")));
-    ConvertJob job(toJpeg({hang, after}, tree.path()));
-    QSignalSpy finished(&job, &ImageBatchJob::finished);
-    job.start();
-    QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
-    const qint64 pid = WorkerPool::shared().workerPids().first();
-    QTest::qWait(300);
-    QElapsedTimer clock;
-    clock.start();
-    job.cancel();
-    QVERIFY(finished.wait(5000));
-    // 200 ms for the worker to answer, then it is killed; the job ends at once after that.
-    QVERIFY2(clock.elapsed() < 1500, qPrintable(QString::number(clock.elapsed())));
-    QCOMPARE(finished.size(), 1);
-    QVERIFY(job.written().isEmpty());
-    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
-    QTRY_VERIFY(!processExists(pid));
-    ConvertJob next(toJpeg({after}, tree.path()));
-    runToEnd(next);
-    QCOMPARE(next.written().size(), 1);
-}
-
-void WorkerTest::idleWorkersGo()
-{
-    WorkerLimits brief;
-    brief.idleSeconds = 3;
-    useWorker(kRealWorker, brief);
-    // One started ahead of need takes the next job.
-    WorkerPool::shared().prestart();
-    QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
-    const qint64 pid = WorkerPool::shared().workerPids().first();
-    const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("idle.png")), ImageFixtures::picture(5, 5));
-    QVERIFY(WorkerPool::shared().call(QString(WorkerJobs::kProbe), {{WorkerJobs::kSource, WorkerProtocol::path(png)}}).ok());
-    QCOMPARE(WorkerPool::shared().workerPids(), QList<qint64>{pid});
-    QVERIFY(processExists(pid));
-    QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().liveWorkers(), 0, 8000);
-    // Closed and reaped: no process, not even a zombie (it is given a second to leave on its own).
-    QTRY_VERIFY_WITH_TIMEOUT(!processExists(pid), 3000);
-}
-
-void WorkerTest::aWorkerThatLeftIsReplaced()
-{
-    // A worker that says bye on its own (its idle time is shorter than the program's) is replaced and
-    // the request goes to the new one.
-    WorkerLimits limits;
-    limits.idleSeconds = -4; // the worker's own is this plus five seconds: one
-    WorkerPool pool({kRealWorker, limits, 1});
-    const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("left.png")), ImageFixtures::picture(6, 4));
-    const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(png)}};
-    QVERIFY(pool.call(QString(WorkerJobs::kProbe), args).ok());
-    QTest::qWait(1600);
-    const auto again = pool.call(QString(WorkerJobs::kProbe), args);
-    QVERIFY2(again.ok(), qPrintable(again.ok() ? QString() : again.error().message));
-    QCOMPARE(again.value().value(WorkerJobs::kHeight).toInteger(), 4);
-}
-
-void WorkerTest::aMissingWorkerIsToldAtTheFirstImageAction_data()
-{
-    QTest::addColumn<bool>("exists");
-    QTest::addColumn<QString>("reason");
-    QTest::newRow("missing") << false << QStringLiteral("No such file or directory");
-    QTest::newRow("not executable") << true << QStringLiteral("Permission denied");
-}
-
-void WorkerTest::aMissingWorkerIsToldAtTheFirstImageAction()
-{
-    QFETCH(bool, exists);
-    QFETCH(QString, reason);
-    const QString program = m_tree.at(QStringLiteral("no-worker"));
-    QFile::remove(program);
-    if (exists)
-        QVERIFY(ImageFixtures::write(program, "#!/bin/false\n")); // mode 0644: not executable
-    useWorker(program);
-    TestTree tree;
-    const QString png = ImageFixtures::imageFile(tree.at(QStringLiteral("p.png")), ImageFixtures::picture(20, 20));
-    ResizeJob job({{png, "10", "10", tree.at(QStringLiteral("p_10x10.png")), {}}});
-    runToEnd(job);
-    QCOMPARE(job.failures().size(), 1);
-    const QString message = job.failures().first().message;
-    QVERIFY2(message.contains(QStringLiteral("the image worker cannot be started")) && message.contains(reason), qPrintable(message));
-    QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
-}
-
-void WorkerTest::damagedFilesFailEveryTimeWhileStreaming_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("name");
-    // Large enough that the decoder streams it in many strips across its threads.
-    const QImage big = ImageFixtures::picture(1600, 1200);
-    const QByteArray png = ImageFixtures::encoded(big, "png");
-    const QByteArray jpeg = ImageFixtures::encoded(big, "jpeg");
-    QTest::newRow("PNG cut in half") << png.left(png.size() / 2) << "cut.png";
-    QTest::newRow("PNG with damaged data") << ImageFixtures::damagedPng(big) << "damaged.png";
-    QByteArray late = png;
-    for (qsizetype i = late.size() * 3 / 4; i < late.size() * 3 / 4 + 64; ++i)
-        late[i] = char(late[i] ^ 0x5A);
-    QTest::newRow("PNG damaged near its end") << late << "late.png";
-    QTest::newRow("JPEG cut in half") << jpeg.left(jpeg.size() / 2) << "cut.jpg";
-    VipsSupport::ensureStarted();
-    const auto v = VipsSupport::fromQImage(big);
-    const QByteArray jp2 = VipsSupport::takeBlob(v.value().jp2ksave_buffer());
-    QTest::newRow("JPEG 2000 cut in half") << jp2.left(jp2.size() / 2) << "cut.jp2";
-}
-
-void WorkerTest::damagedFilesFailEveryTimeWhileStreaming()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, name);
-    TestTree tree;
-    const QString bad = tree.path() + QChar('/') + name;
-    QVERIFY(ImageFixtures::write(bad, content));
-    for (int run = 0; run < 10; ++run) {
-        ConvertJob convert(toJpeg({bad}, tree.path()));
-        runToEnd(convert);
-        QVERIFY2(convert.written().isEmpty(), qPrintable(QStringLiteral("run %1 wrote %2").arg(run).arg(convert.written().join(' '))));
-        QCOMPARE(convert.failures().size(), 1);
-        ResizeJob resize({{bad, "160", "120", tree.at(QStringLiteral("small.png")), {}}});
-        runToEnd(resize);
-        QVERIFY2(resize.written().isEmpty(), qPrintable(QStringLiteral("run %1").arg(run)));
-        QVERIFY(resize.failures().first().message.startsWith(bad + QStringLiteral(": ")));
-    }
-    QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden), QStringList{name});
-}
-
-void WorkerTest::hostileFilesFailCleanly_data()
-{
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("expected"); // in the failure; empty: the item may also be written
-    QTest::newRow("PNG header of 65,535 x 65,535") << ImageFixtures::pngClaiming(65535, 65535) << "claims.png"
-                                                  << "too large (65535 x 65535 pixels";
-    QTest::newRow("valid PNG of 30,000 x 30,000") << ImageFixtures::blackPng(30000, 30000) << "vast.png"
-                                                 << "too large (30000 x 30000 pixels";
-    QTest::newRow("PDF with a 10,000-deep page tree") << ImageFixtures::pdfWithDeepPageTree(10000) << "deep.pdf" << QString();
-    // The largest page a PDF may have: 200,000 pixels square at 1000 dpi.
-    const QString poster = m_tree.at(QStringLiteral("poster-source.pdf"));
-    QVERIFY(ImageFixtures::pdfWithPages(poster, {QSizeF(14400, 14400)}));
-    QTest::newRow("PDF page too large at 1000 dpi") << TestTree::contents(poster) << "poster.pdf" << "too large";
-}
-
-void WorkerTest::hostileFilesFailCleanly()
-{
-    QFETCH(QByteArray, content);
-    QFETCH(QString, name);
-    QFETCH(QString, expected);
-    TestTree tree;
-    const QString path = tree.path() + QChar('/') + name;
-    QVERIFY(ImageFixtures::write(path, content));
-    const bool pdf = name.endsWith(QLatin1String(".pdf"));
-    std::unique_ptr<ImageBatchJob> job;
-    if (pdf)
-        job = std::make_unique<PdfToImagesJob>(PdfToImagesJob::Request{path, {}, tree.path(), 1, 1000.0f});
-    else
-        job = std::make_unique<ConvertJob>(toJpeg({path}, tree.path()));
-    runToEnd(*job, 120000);
-    const QStringList there = QDir(tree.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    if (job->failures().isEmpty()) {
-        QVERIFY2(expected.isEmpty(), "a file that should fail was written");
-        QCOMPARE(job->written().size(), 1);
-    } else {
-        QCOMPARE(job->failures().size(), 1);
-        const QString message = job->failures().first().message;
-        QVERIFY2(message.startsWith(path + QStringLiteral(": ")) && message.contains(expected), qPrintable(message));
-        QVERIFY(job->written().isEmpty());
-        QCOMPARE(there, QStringList{name}); // no output, no temporary, no empty folder
-    }
-    // The worker is in order for what follows.
-    const QString fine = ImageFixtures::imageFile(tree.at(QStringLiteral("fine.png")), ImageFixtures::picture(20, 20));
-    ConvertJob next(toJpeg({fine}, tree.path()));
-    runToEnd(next);
-    QCOMPARE(next.written().size(), 1);
-}
 
 QTEST_MAIN(WorkerTest)
 #include "tst_worker.moc"
