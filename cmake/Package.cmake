@@ -17,8 +17,9 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://velmora.com/quaydrop")
-# Qt loads TIFF and WebP through plugins, which shlibdeps cannot see.
-set(CPACK_DEBIAN_PACKAGE_DEPENDS "xdg-utils, qt6-image-formats-plugins")
+# Qt loads TIFF and WebP through plugins, and Quaydrop opens libcups and GSettings when first needed:
+# shlibdeps sees none of them.
+set(CPACK_DEBIAN_PACKAGE_DEPENDS "xdg-utils, qt6-image-formats-plugins, libcups2, libglib2.0-0")
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "dbus-user-session")
 set(CPACK_DEBIAN_COMPRESSION_TYPE gzip)
 

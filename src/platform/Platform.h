@@ -270,7 +270,7 @@ struct PrintOptions
 class PrintService
 {
 public:
-    enum ErrorCode { NoPrinter = 1, PrinterGone, Refused };
+    enum ErrorCode { NoPrinter = 1, PrinterGone, Refused, NoPrintingSystem };
     virtual ~PrintService() = default;
     virtual QList<PrinterInfo> printers() const = 0;
     virtual QString defaultPrinter() const = 0; // empty when there is none

@@ -25,7 +25,10 @@ kill -0 "$pid" 2>/dev/null || fail "did not stay resident"
 decoders=$(grep -oE '/[^ ]*lib(vips|poppler|MagickCore|openjp2|turbojpeg|heif)[^ /]*\.so[^ ]*' "/proc/$pid/maps" | sort -u || true)
 [ -z "$decoders" ] || fail "decoder libraries mapped in the resident program: $decoders"
 pgrep -f "quaydrop-worker" -P "$pid" >/dev/null && fail "a worker was started before any image action"
-pass "no decoder library mapped and no worker running at rest"
+# The printing system and GSettings are opened when a print or a GNOME shortcut first needs them.
+ondemand=$(grep -oE '/[^ ]*lib(cups|gio-2\.0|gnutls)[^ /]*\.so[^ ]*' "/proc/$pid/maps" | sort -u || true)
+[ -z "$ondemand" ] || fail "libraries mapped at rest that only printing or GNOME shortcuts need: $ondemand"
+pass "no decoder, printing or GSettings library mapped and no worker running at rest"
 
 second_log="$E2E_HOME/second.log"
 timeout 10 "$BIN" 2>"$second_log" || fail "second start failed: $(cat "$second_log")"

@@ -16,9 +16,9 @@ field() { sed -n "s/^ $1: //p" "$work/info"; }
 [ "$(field Package)" = quaydrop ] || fail "package name"
 [ "$(field Version)" = "$version" ] || fail "package version"
 depends=$(field Depends)
-# From shlibdeps: the C library and each Qt library the binary links; named here: xdg-utils and
-# the image plugins.
-for lib in libc6 libqt6core6 libqt6gui6 libqt6widgets6 libqt6dbus6 libvips42 libpoppler-qt6 libxcb-xinput0 xdg-utils qt6-image-formats-plugins; do
+# From shlibdeps: the C library and each Qt library the binary links; named here: xdg-utils, the
+# image plugins and the libraries opened on first use.
+for lib in libc6 libqt6core6 libqt6gui6 libqt6widgets6 libqt6dbus6 libvips42 libpoppler-qt6 libxcb-xinput0 xdg-utils qt6-image-formats-plugins libcups2 libglib2.0-0; do
   [[ $depends == *"$lib"* ]] || fail "Depends lacks $lib: $depends"
 done
 # The long description: each line indented, as the control file's format wants, and no list separators.

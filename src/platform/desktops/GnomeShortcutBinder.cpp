@@ -1,5 +1,7 @@
 #include "GnomeShortcutBinder.h"
 
+#include "platform/posix/OnDemandLibrary.h"
+
 #include <gio/gio.h>
 
 #include <QKeySequence>
@@ -12,22 +14,60 @@ constexpr const char *kListKey = "custom-keybindings";
 
 Error gnomeError(const QString &message) { return Error{QStringLiteral("GnomeShortcut"), 1, message}; }
 
+// GSettings's calls, opened when a GNOME shortcut is first looked at: most sessions never need them,
+// and linked they would stay mapped in the resident program.
+struct Gio
+{
+    decltype(&g_settings_schema_source_get_default) schemaSource = nullptr;
+    decltype(&g_settings_schema_source_lookup) lookupSchema = nullptr;
+    decltype(&g_settings_schema_unref) unrefSchema = nullptr;
+    decltype(&g_settings_new) open = nullptr;
+    decltype(&g_settings_new_with_path) openAt = nullptr;
+    decltype(&g_settings_get_strv) getStrv = nullptr;
+    decltype(&g_settings_set_strv) setStrv = nullptr;
+    decltype(&g_settings_set_string) setString = nullptr;
+    decltype(&g_settings_reset) reset = nullptr;
+    decltype(&g_settings_sync) sync = nullptr;
+    decltype(&g_strfreev) freeStrv = nullptr;
+    decltype(&g_object_unref) unref = nullptr;
+    bool usable = false;
+};
+
+const Gio &gio()
+{
+    static const Gio calls = [] {
+        Gio g;
+        OnDemandLibrary library("gio-2.0", 0);
+        g.usable = library.resolve(g.schemaSource, "g_settings_schema_source_get_default")
+            && library.resolve(g.lookupSchema, "g_settings_schema_source_lookup")
+            && library.resolve(g.unrefSchema, "g_settings_schema_unref") && library.resolve(g.open, "g_settings_new")
+            && library.resolve(g.openAt, "g_settings_new_with_path") && library.resolve(g.getStrv, "g_settings_get_strv")
+            && library.resolve(g.setStrv, "g_settings_set_strv") && library.resolve(g.setString, "g_settings_set_string")
+            && library.resolve(g.reset, "g_settings_reset") && library.resolve(g.sync, "g_settings_sync")
+            && library.resolve(g.freeStrv, "g_strfreev") && library.resolve(g.unref, "g_object_unref");
+        if (!g.usable)
+            qInfo("no GSettings for GNOME shortcuts: %s", qPrintable(library.errorString()));
+        return g;
+    }();
+    return calls;
+}
+
 bool hasSchema(const char *id)
 {
-    GSettingsSchemaSource *source = g_settings_schema_source_get_default();
-    GSettingsSchema *schema = source ? g_settings_schema_source_lookup(source, id, TRUE) : nullptr;
+    GSettingsSchemaSource *source = gio().schemaSource();
+    GSettingsSchema *schema = source ? gio().lookupSchema(source, id, TRUE) : nullptr;
     if (schema)
-        g_settings_schema_unref(schema);
+        gio().unrefSchema(schema);
     return schema != nullptr;
 }
 
 QStringList customPaths(GSettings *list)
 {
     QStringList paths;
-    gchar **values = g_settings_get_strv(list, kListKey);
+    gchar **values = gio().getStrv(list, kListKey);
     for (gchar **v = values; v && *v; ++v)
         paths << QString::fromUtf8(*v);
-    g_strfreev(values);
+    gio().freeStrv(values);
     return paths;
 }
 
@@ -40,7 +80,7 @@ void setCustomPaths(GSettings *list, const QStringList &paths)
     for (const QByteArray &b : bytes)
         values.push_back(b.constData());
     values.push_back(nullptr);
-    g_settings_set_strv(list, kListKey, values.data());
+    gio().setStrv(list, kListKey, values.data());
 }
 
 // Qt's key names where GNOME (GDK) names them otherwise.
@@ -67,7 +107,7 @@ QString gdkKeyName(const QString &qtName)
 
 } // namespace
 
-bool GnomeShortcutBinder::available() { return hasSchema(kListSchema) && hasSchema(kEntrySchema); }
+bool GnomeShortcutBinder::available() { return gio().usable && hasSchema(kListSchema) && hasSchema(kEntrySchema); }
 
 QString GnomeShortcutBinder::accelerator(const QString &portableKeys)
 {
@@ -102,12 +142,12 @@ Status GnomeShortcutBinder::bind(const QString &portableKeys)
     if (accel.isEmpty())
         return gnomeError(QStringLiteral("%1 cannot be a GNOME keyboard shortcut").arg(portableKeys));
     // The entry is complete before the list names it, so GNOME never sees half of it.
-    GSettings *entry = g_settings_new_with_path(kEntrySchema, kPath);
-    g_settings_set_string(entry, "name", "Quaydrop");
-    g_settings_set_string(entry, "command", m_command.toUtf8().constData());
-    g_settings_set_string(entry, "binding", accel.toUtf8().constData());
-    g_object_unref(entry);
-    GSettings *list = g_settings_new(kListSchema);
+    GSettings *entry = gio().openAt(kEntrySchema, kPath);
+    gio().setString(entry, "name", "Quaydrop");
+    gio().setString(entry, "command", m_command.toUtf8().constData());
+    gio().setString(entry, "binding", accel.toUtf8().constData());
+    gio().unref(entry);
+    GSettings *list = gio().open(kListSchema);
     const QStringList before = customPaths(list);
     // Ours once, where it stood (a list that already named it twice is mended), else at the end.
     QStringList paths = before;
@@ -116,8 +156,8 @@ Status GnomeShortcutBinder::bind(const QString &portableKeys)
     paths.insert(at < 0 ? paths.size() : at, QLatin1String(kPath));
     if (paths != before)
         setCustomPaths(list, paths);
-    g_object_unref(list);
-    g_settings_sync();
+    gio().unref(list);
+    gio().sync();
     return success();
 }
 
@@ -125,14 +165,14 @@ void GnomeShortcutBinder::unbind()
 {
     if (!available())
         return;
-    GSettings *list = g_settings_new(kListSchema);
+    GSettings *list = gio().open(kListSchema);
     QStringList paths = customPaths(list);
     if (paths.removeAll(QLatin1String(kPath)) > 0)
         setCustomPaths(list, paths);
-    g_object_unref(list);
-    GSettings *entry = g_settings_new_with_path(kEntrySchema, kPath);
+    gio().unref(list);
+    GSettings *entry = gio().openAt(kEntrySchema, kPath);
     for (const char *key : {"name", "command", "binding"})
-        g_settings_reset(entry, key);
-    g_object_unref(entry);
-    g_settings_sync();
+        gio().reset(entry, key);
+    gio().unref(entry);
+    gio().sync();
 }
