@@ -273,7 +273,7 @@ public:
     // ---- views and overlay controllers ----
     DropFilesHereView *dropFilesHereView = nullptr;
     BusyView *emptyContview = nullptr;
-    ActionPanelView *panelView(DropPanel panel) const;
+    ActionPanelView *panelView(DropPanel panel);
     JMModalOverlay *modalOverlay = nullptr;
     RenameFilesVC *renameFlsVC = nullptr;
     MoveFileViewController *moveFileVC = nullptr;
@@ -325,7 +325,7 @@ private:
     Platform m_platform;
     bool m_terminated = false;
     CropImgWC *m_cropEditor = nullptr;
-    QHash<QString, ActionPanelView *> m_panels; // by content view name: 333 and 777 share one
+    QHash<QString, ActionPanelView *> m_panels; // by content view name (folder and default share one); built on first use
     MoveCopyOrchestrator *m_moveCopy = nullptr;
     ProgressPanel *moveFilesProgress = nullptr;
     WidgetConflictResolver *m_conflicts = nullptr;

@@ -55,13 +55,6 @@ void AppDelegate::buildWindow()
         else
             cancelAllPromisedImportOperations();
     });
-    for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
-                                  DropPanelOtherAppImage, DropPanelMultiFiles}) {
-        auto *view = new ActionPanelView(panel, window);
-        window->addView(view);
-        connect(view, &ActionPanelView::actionTriggered, this, &AppDelegate::performAction);
-        m_panels.insert(PanelCatalog::contentViewName(panel), view);
-    }
     window->setContentView(dropFilesHereView);
     window->setFrameYUp(QRectF(0, 0, PanelCatalog::kDropTargetSide, PanelCatalog::kDropTargetSide));
     window->prepareFirstShow();
@@ -83,9 +76,17 @@ void AppDelegate::buildWindow()
     connect(this, &QObject::destroyed, moveFilesProgress, &QObject::deleteLater);
 }
 
-ActionPanelView *AppDelegate::panelView(DropPanel panel) const
+ActionPanelView *AppDelegate::panelView(DropPanel panel)
 {
-    return m_panels.value(PanelCatalog::contentViewName(panel));
+    // Each panel is built when it first shows: built at start, the six would keep their widgets and
+    // icons resident in sessions that never drop that kind of thing.
+    ActionPanelView *&view = m_panels[PanelCatalog::contentViewName(panel)];
+    if (!view) {
+        view = new ActionPanelView(panel == DropPanelFolder ? DropPanelDefault : panel, window);
+        window->addView(view);
+        connect(view, &ActionPanelView::actionTriggered, this, &AppDelegate::performAction);
+    }
+    return view;
 }
 
 bool AppDelegate::windowIsVsbl() const
