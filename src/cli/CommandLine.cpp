@@ -45,7 +45,7 @@ int CommandLine::runProcess(int argc, char **argv, const std::function<std::uniq
     std::optional<QCoreApplication> app;
     if (!QCoreApplication::instance())
         app.emplace(argc, argv);
-    Texts::setLanguage(Texts::startupLanguage());
+    Texts::setStartupLanguageOnFirstUse();
     const std::unique_ptr<QObject> services = desktopServices ? desktopServices() : nullptr;
     // Unbuffered: each line goes out whole and in order, and a path keeps its bytes.
     QFile out, err;

@@ -7,6 +7,7 @@
 #include <QMutex>
 #include <QTranslator>
 
+#include <atomic>
 #include <memory>
 
 namespace {
@@ -16,6 +17,7 @@ struct State
     QMutex mutex;
     QString language = QStringLiteral("en");
     std::unique_ptr<QTranslator> translator;
+    std::atomic<bool> startupLanguagePending = false;
 };
 
 State &state()
@@ -24,9 +26,28 @@ State &state()
     return s;
 }
 
+void settleLanguage()
+{
+    State &s = state();
+    if (!s.startupLanguagePending.load(std::memory_order_acquire))
+        return;
+    static QMutex settling; // not s.mutex: setLanguage takes that one
+    QMutexLocker lock(&settling);
+    if (s.startupLanguagePending.load(std::memory_order_acquire)) {
+        Texts::setLanguage(Texts::startupLanguage());
+        s.startupLanguagePending.store(false, std::memory_order_release);
+    }
+}
+
 } // namespace
 
-QString Texts::localized(const char *key) { return QCoreApplication::translate("Quaydrop", key); }
+QString Texts::localized(const char *key)
+{
+    settleLanguage();
+    return QCoreApplication::translate("Quaydrop", key);
+}
+
+void Texts::setStartupLanguageOnFirstUse() { state().startupLanguagePending.store(true, std::memory_order_release); }
 
 bool Texts::setLanguage(const QString &language)
 {
@@ -38,6 +59,7 @@ bool Texts::setLanguage(const QString &language)
         return false;
     }
     State &s = state();
+    s.startupLanguagePending.store(false, std::memory_order_release);
     QMutexLocker lock(&s.mutex);
     if (s.translator)
         QCoreApplication::removeTranslator(s.translator.get());
@@ -49,6 +71,7 @@ bool Texts::setLanguage(const QString &language)
 
 QString Texts::language()
 {
+    settleLanguage();
     QMutexLocker lock(&state().mutex);
     return state().language;
 }

@@ -18,6 +18,9 @@ QString preferredLanguage();
 bool chooseLanguage(const QString &language);
 // What chooseLanguage last kept, else the system's language.
 QString startupLanguage();
+// The startup language, set when a text, the language or the locale is first asked for: a command
+// that prints none of them neither reads the settings nor unpacks a table.
+void setStartupLanguageOnFirstUse();
 // Numbers are written the way the chosen language writes them.
 QLocale locale();
 
