@@ -8,22 +8,10 @@
 #include <QFormLayout>
 #include <QIcon>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 
 #include <cmath>
-
-namespace {
-
-QLineEdit *lineEdit(QWidget *parent, const char *name)
-{
-    auto *edit = new QLineEdit(parent);
-    edit->setObjectName(QString::fromLatin1(name));
-    return edit;
-}
-
-} // namespace
 
 ImgShareOverlayVC::ImgShareOverlayVC(QWidget *parent) : OverlayController("Share", parent)
 {
