@@ -69,6 +69,9 @@ private Q_SLOTS:
         QTest::newRow("two answers to a clash") << QStringList{"copy", "--skip", "--replace", "a", "b"}
                                                 << "choose one of --keep-both, --skip and --replace";
         QTest::newRow("an option after --") << QStringList{"resize", "--", "--width", "10", "pic.png"} << "give --width";
+        QTest::newRow("four turns") << QStringList{"rotate", "--turns", "4", "pic.png"} << "--turns takes 1, 2 or 3 quarter turns";
+        QTest::newRow("no turns") << QStringList{"rotate", "pic.png"} << "rotate: give --turns 1, 2 or 3";
+        QTest::newRow("a rectangle of no width") << QStringList{"crop", "--rect", "0,0,0,5", "pic.png"} << "--rect takes X,Y,W,H";
     }
     void usageErrors()
     {

@@ -124,11 +124,18 @@ private Q_SLOTS:
         QFETCH(MaybeDot, dot);
         QCOMPARE(clickedDotForPoint(point, bounds, hidden), dot);
     }
-    void boundsFallBackToTheHolder()
+    // The limit when there is none, half-point sizes, and rows counted from the bottom.
+    void rectangles()
     {
         QCOMPARE(boundsFrame(QRectF(5, 5, 100, 80), QSizeF(500, 400)), QRectF(5, 5, 100, 80));
         QCOMPARE(boundsFrame(std::nullopt, QSizeF(500, 400)), QRectF(0, 0, 500, 400));
         QCOMPARE(boundsFrame(QRectF(5, 5, 0.5, 80), QSizeF(500, 400)), QRectF(0, 0, 500, 400));
+        QCOMPARE(EditorGeometry::roundToNearest5Des(0.2f), 0.5f);
+        QCOMPARE(EditorGeometry::roundToNearest5Des(10.74f), 10.5f);
+        QCOMPARE(EditorGeometry::roundToNearest5Des(10.99f), 10.5f);
+        QCOMPARE(EditorGeometry::getImgRect(QRectF(3.25, 4.5, 200.8, 100.3), QPointF(1, 1)), QRectF(4.25, 5.5, 200.5, 100));
+        QCOMPARE(EditorGeometry::toImageRows(QRect(10, 0, 50, 20), 100), QRect(10, 80, 50, 20));
+        QCOMPARE(EditorGeometry::toImageRows(QRect(0, 70, 5, 30), 100), QRect(0, 0, 5, 30));
     }
     void scaleNeverEnlarges_data()
     {
@@ -181,13 +188,6 @@ private Q_SLOTS:
         QFETCH(QRectF, out);
         QCOMPARE(EditorGeometry::getImgRectForImgRect(QRectF(100, 50, 400, 300), QSizeF(110, 60), tag), out);
     }
-    void halfPointRounding()
-    {
-        QCOMPARE(EditorGeometry::roundToNearest5Des(0.2f), 0.5f);
-        QCOMPARE(EditorGeometry::roundToNearest5Des(10.74f), 10.5f);
-        QCOMPARE(EditorGeometry::roundToNearest5Des(10.99f), 10.5f);
-        QCOMPARE(EditorGeometry::getImgRect(QRectF(3.25, 4.5, 200.8, 100.3), QPointF(1, 1)), QRectF(4.25, 5.5, 200.5, 100));
-    }
     void sizeFieldsUseTheHorizontalFactor()
     {
         // 300 x 300 pixels at 72 dpi across and 144 dpi down: 300 x 150 points. One factor, from the width,
@@ -230,11 +230,6 @@ private Q_SLOTS:
         // Larger than the picture: the corner moves only as far as the clamp pushes it.
         QCOMPARE(EditorGeometry::frameForTypedSize(QRectF(500, 95, 110, 60), 800, 200, 0.5f, 2.0, limit),
                  QRectF(485, 95, 210, 60));
-    }
-    void rowsTurnOver()
-    {
-        QCOMPARE(EditorGeometry::toImageRows(QRect(10, 0, 50, 20), 100), QRect(10, 80, 50, 20));
-        QCOMPARE(EditorGeometry::toImageRows(QRect(0, 70, 5, 30), 100), QRect(0, 0, 5, 30));
     }
     void cropFieldRule_data()
     {

@@ -33,8 +33,6 @@ private Q_SLOTS:
         QTest::addColumn<QByteArrayList>("thereAfter");
         QTest::addColumn<QByteArrayList>("goneAfter");
 
-        QTest::newRow("zip one file") << QByteArrayList{"a.b.txt"} << QStringList{"zip", "a.b.txt"} << 0
-                                      << QByteArray("a.b.zip") << QByteArrayList{"a.b.zip", "a.b.txt"} << QByteArrayList{};
         QTest::newRow("zip several") << QByteArrayList{"d/", "d/x", "y"} << QStringList{"zip", "d/x", "y"} << 0
                                      << QByteArray("d/QuaydropZip.zip") << QByteArrayList{"d/QuaydropZip.zip"}
                                      << QByteArrayList{};
@@ -44,8 +42,6 @@ private Q_SLOTS:
                                               << QByteArrayList{} << QByteArrayList{"gone.zip"};
         QTest::newRow("zip without items") << QByteArrayList{} << QStringList{"zip"} << 2 << QByteArray()
                                            << QByteArrayList{} << QByteArrayList{};
-        QTest::newRow("new folder") << QByteArrayList{"a.txt", "_NewFolder/"} << QStringList{"new", "folder", "a.txt"} << 0
-                                    << QByteArray("_NewFolder 1") << QByteArrayList{"_NewFolder 1", "a.txt"} << QByteArrayList{};
         QTest::newRow("new docx inside, named") << QByteArrayList{"box/"}
                                                 << QStringList{"new", "docx", "--name", "-Plan", "--inside", "box"} << 0
                                                 << QByteArray("box/-Plan.docx") << QByteArrayList{"box/-Plan.docx"} << QByteArrayList{};

@@ -42,8 +42,6 @@ private Q_SLOTS:
         QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("broken.png")), QByteArray(200, 'b')));
         QVERIFY(ImageFixtures::pdfWithPages(m_tree.at(QStringLiteral("doc.pdf")), {QSizeF(72, 144), QSizeF(72, 72)}));
         QVERIFY(QDir().mkpath(m_tree.at(QStringLiteral("out"))));
-        QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("turned.jpg")),
-                                     ImageFixtures::withOrientation(ImageFixtures::encoded(pic, "jpeg"), 6)));
         QVERIFY(ImageFixtures::write(m_tree.at(QStringLiteral("-dash.png")), ImageFixtures::encoded(pic, "png")));
         // Bad inputs, each under a name that promises an image.
         QVERIFY(QDir().mkpath(m_tree.at(QStringLiteral("folder.png"))));
@@ -122,16 +120,10 @@ private Q_SLOTS:
                                 << "100x50" << "cropping img2.png";
         QTest::newRow("a part into a folder") << QStringList{"crop", "--rect", "0,0,400,300", "--dest", "out", "photo.jpg"}
                                               << 0 << "out/_Quaydrop-photo.jpg" << "400x300" << "";
-        QTest::newRow("a photo tagged to turn is cropped as seen") << QStringList{"crop", "--rect", "0,100,300,300", "turned.jpg"}
-                                                                   << 0 << "_Quaydrop-turned.jpg" << "300x300" << "";
         QTest::newRow("a bad file among good ones") << QStringList{"rotate", "--turns", "3", "broken.png", "img10.png"} << 1
                                                     << "_Quaydrop-img10.png" << "50x100" << "broken.png: not an image";
         QTest::newRow("a rectangle reaching outside") << QStringList{"crop", "--rect", "350,0,100,100", "img2.png"} << 1 << ""
                                                       << "" << "outside the picture of 400x300 pixels";
-        QTest::newRow("four turns") << QStringList{"rotate", "--turns", "4", "photo.jpg"} << 2 << "" << "" << "1, 2 or 3";
-        QTest::newRow("no turns") << QStringList{"rotate", "photo.jpg"} << 2 << "" << "" << "usage";
-        QTest::newRow("a rectangle of no width") << QStringList{"crop", "--rect", "0,0,0,5", "photo.jpg"} << 2 << "" << ""
-                                                 << "X,Y,W,H";
         QTest::newRow("edit a missing file") << QStringList{"edit", "nothing.jpg"} << 1 << "" << "" << "nothing.jpg: No such file";
         QTest::newRow("edit without a display") << QStringList{"edit", "photo.jpg"} << 1 << "" << "" << "no display";
     }
