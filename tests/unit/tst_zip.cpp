@@ -209,7 +209,7 @@ private Q_SLOTS:
         QVERIFY(!TestTree::entries(tree.path()).join(' ').contains(".quaydrop-"));
     }
 
-    void linksModesAndLargeFilesSurvive()
+    void linksAndModesSurvive()
     {
         TestTree tree;
         tree.folder("T");
@@ -218,11 +218,6 @@ private Q_SLOTS:
         tree.link("T/link", "tool.sh");
         tree.link("T/loop1", "loop2"); // a loop is two links like any others
         tree.link("T/loop2", "loop1");
-        // Larger than what a worker packs in memory: the writer deflates it as it goes.
-        QByteArray big;
-        for (int i = 0; i < (40 << 20) / 16; ++i)
-            big += QByteArray::number(i).rightJustified(15, '0') + '\n';
-        tree.file("T/big.log", big);
         tree.file("T/empty");
         FakeTrash trash(tree.path() + "/trash");
         const Result<QString> made = zip({tree.path() + "/T"}, &trash);
@@ -237,7 +232,6 @@ private Q_SLOTS:
         QCOMPARE(modes.value("T/") & S_IFMT, quint32(S_IFDIR));
         QCOMPARE(extracted(made.value(), "T/link"), QByteArray("tool.sh"));
         QCOMPARE(extracted(made.value(), "T/empty"), QByteArray());
-        QCOMPARE(extracted(made.value(), "T/big.log"), big);
     }
 
     // The older archive goes to the trash only once the new one is complete; a failure or a cancel
