@@ -1,6 +1,7 @@
 // Converting and compressing: the slider's arithmetic, the encoders behind each type, the lossless
 // PNG rewrite, free names that never replace a file, and damaged files in a batch.
 
+#include "ConvertRequest.h"
 #include "ImageFixtures.h"
 #include "TestTree.h"
 
@@ -22,18 +23,6 @@ std::unique_ptr<ConvertJob> runConvert(const ConvertJob::Request &request, quint
     if (credited)
         job->credit = [credited](quint64 s) { *credited += s; };
     return ImageFixtures::ranToEnd(std::move(job));
-}
-
-ConvertJob::Request requestFor(const QStringList &paths, const QString &folder, qint64 tag, float factor = 1.0f)
-{
-    ConvertJob::Request r;
-    r.paths = paths;
-    r.multiFiles = true;
-    r.folder = folder;
-    r.srcImgPath = paths.value(0);
-    r.tag = tag;
-    r.factor = factor;
-    return r;
 }
 
 // The value of TIFF tag `tag` in the first directory of a little-endian TIFF, or -1.
@@ -138,7 +127,7 @@ private Q_SLOTS:
         QVERIFY(ImageFixtures::write(source, ImageFixtures::pngWithPrivateChunk(pic)));
         QByteArray first;
         for (float factor : {1.0f, 0.35f, 0.0f}) {
-            const auto job = runConvert(requestFor({source}, tree.path(), 1, factor));
+            const auto job = runConvert(convertRequest({source}, tree.path(), 1, factor));
             QCOMPARE(job->written().size(), 1);
             const QByteArray bytes = TestTree::contents(job->written().first());
             // Whatever the slider says, the same bytes: level 9, every chunk of the source kept.
@@ -152,7 +141,7 @@ private Q_SLOTS:
         // An upper-case .PNG goes through the encoder: a fresh encoding, not the rewrite.
         const QString upper = tree.at(QStringLiteral("b.PNG"));
         QVERIFY(ImageFixtures::write(upper, ImageFixtures::pngWithPrivateChunk(ImageFixtures::picture(30, 30))));
-        QCOMPARE(runConvert(requestFor({upper}, tree.path(), 1))->written(), QStringList{tree.at(QStringLiteral("b.png"))});
+        QCOMPARE(runConvert(convertRequest({upper}, tree.path(), 1))->written(), QStringList{tree.at(QStringLiteral("b.png"))});
         const QByteArray out = TestTree::contents(tree.at(QStringLiteral("b.png")));
         QVERIFY(out.startsWith("\x89PNG"));
         QVERIFY(!out.contains("prVt"));
@@ -164,14 +153,14 @@ private Q_SLOTS:
         const QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::picture(50, 40), "jpeg");
         QVERIFY(ImageFixtures::write(source, jpeg));
         QVERIFY(ImageFixtures::write(tree.at(QStringLiteral("c 1.jpg")), "taken"));
-        const auto job = runConvert(requestFor({source}, tree.path(), 2));
+        const auto job = runConvert(convertRequest({source}, tree.path(), 2));
         QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("c 2.jpg"))});
         QCOMPARE(TestTree::contents(source), jpeg);
         QCOMPARE(TestTree::contents(tree.at(QStringLiteral("c 1.jpg"))), QByteArray("taken"));
         // A type that can be read but not written converts like any other.
         const QString layers = tree.at(QStringLiteral("layers.psd"));
         QVERIFY(ImageFixtures::write(layers, ImageFixtures::psd(ImageFixtures::picture(64, 48))));
-        const auto psd = runConvert(requestFor({layers}, tree.path(), 2));
+        const auto psd = runConvert(convertRequest({layers}, tree.path(), 2));
         QCOMPARE(psd->written(), QStringList{tree.at(QStringLiteral("layers.jpg"))});
         QCOMPARE(Utils::getImageDimensionsAsStringImgPath(psd->written().first()), QStringLiteral("64x48"));
         QCOMPARE(Utils::getImageFileTypeFromPath(psd->written().first()), ImageTypeCode::JPEG);
@@ -186,7 +175,7 @@ private Q_SLOTS:
         }
         images << tree.at(QStringLiteral("missing.bmp")); // credited before it fails
         quint64 credited = 0;
-        const auto job = runConvert(requestFor(images, tree.path(), 4), &credited);
+        const auto job = runConvert(convertRequest(images, tree.path(), 4), &credited);
         QCOMPARE(credited, quint64(120));
         QCOMPARE(job->written().size(), 3);
         QCOMPARE(job->failures().size(), 1);
@@ -220,7 +209,7 @@ private Q_SLOTS:
         const QString good = tree.at(QStringLiteral("fine.png"));
         QVERIFY(ImageFixtures::write(bad, content));
         QVERIFY(ImageFixtures::write(good, ImageFixtures::encoded(ImageFixtures::picture(20, 20), "png")));
-        const auto job = runConvert(requestFor({bad, good}, tree.path(), tag));
+        const auto job = runConvert(convertRequest({bad, good}, tree.path(), tag));
         QCOMPARE(job->failures().size(), 1);
         QVERIFY(job->failures().first().message.contains(name));
         QCOMPARE(job->written().size(), 1);

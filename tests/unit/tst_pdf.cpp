@@ -2,6 +2,7 @@
 // damaged ones, images joined into a PDF in natural order with JPEGs embedded untouched, and text laid
 // out on pages.
 
+#include "ConvertRequest.h"
 #include "ImageFixtures.h"
 #include "TestTree.h"
 
@@ -253,25 +254,15 @@ private Q_SLOTS:
     void mergedPagesFollowNaturalOrder()
     {
         TestTree tree;
-        const QString b = tree.at(QStringLiteral("b.png"));
-        const QString a = tree.at(QStringLiteral("a.png"));
-        const QString img10 = tree.at(QStringLiteral("a10.png"));
-        QVERIFY(ImageFixtures::write(b, ImageFixtures::encoded(ImageFixtures::picture(30, 40), "png")));
-        QVERIFY(ImageFixtures::write(a, ImageFixtures::encoded(ImageFixtures::picture(10, 20), "png")));
-        QVERIFY(ImageFixtures::write(img10, ImageFixtures::encoded(ImageFixtures::picture(50, 60), "png")));
-        ConvertJob::Request r;
-        r.paths = {b, img10, a};
-        r.multiFiles = true;
+        const QString b = ImageFixtures::imageFile(tree.at(QStringLiteral("b.png")), ImageFixtures::picture(30, 40));
+        const QString a = ImageFixtures::imageFile(tree.at(QStringLiteral("a.png")), ImageFixtures::picture(10, 20));
+        const QString img10 = ImageFixtures::imageFile(tree.at(QStringLiteral("a10.png")), ImageFixtures::picture(50, 60));
+        ConvertJob::Request r = convertRequest({b, img10, a}, tree.path(), ConvertJob::kPdfTag);
         r.mergeToPdf = true;
-        r.folder = tree.path();
-        r.tag = ConvertJob::kPdfTag;
-        ConvertJob job(r);
-        QSignalSpy finished(&job, &ImageBatchJob::finished);
-        job.start();
-        QVERIFY(finished.wait(20000));
+        const auto job = ImageFixtures::ranToEnd(std::make_unique<ConvertJob>(r));
         // Pages in natural name order, named after page 1 whatever the order of the drop.
-        QCOMPARE(job.written(), QStringList{tree.at(QStringLiteral("a.pdf"))});
-        const auto doc = open(job.written().first());
+        QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("a.pdf"))});
+        const auto doc = open(job->written().first());
         QCOMPARE(doc->numPages(), 3);
         QCOMPARE(doc->page(0)->pageSizeF(), QSizeF(10, 20));
         QCOMPARE(doc->page(1)->pageSizeF(), QSizeF(50, 60));

@@ -4,6 +4,7 @@
 // hostile files (a vast PNG, one that claims to be, a 10,000-deep PDF page tree, a page too large)
 // that fail alone, leave nothing behind, and leave the worker in order.
 
+#include "ConvertRequest.h"
 #include "ImageFixtures.h"
 #include "TestTree.h"
 
@@ -38,16 +39,7 @@ void runToEnd(Job &job, int ms = 60000)
     QCOMPARE(finished.size(), 1);
 }
 
-ConvertJob::Request toJpeg(const QStringList &paths, const QString &folder)
-{
-    ConvertJob::Request r;
-    r.paths = paths;
-    r.multiFiles = true;
-    r.folder = folder;
-    r.srcImgPath = paths.value(0);
-    r.tag = 2;
-    return r;
-}
+ConvertJob::Request toJpeg(const QStringList &paths, const QString &folder) { return convertRequest(paths, folder, 2); }
 
 bool processExists(qint64 pid) { return ::kill(pid_t(pid), 0) == 0; }
 
