@@ -104,7 +104,8 @@ private Q_SLOTS:
         Utils::updateRecentDestnsPlistWithPath(m_home + "/Music/Albums");
         QVERIFY(Utils::recentDestinations().contains(m_home + "/Music/Albums"));
     }
-    void removableMediaComeFirstAndAreNotStored()
+    // Removable media come first and are not stored; a volume is known by its name, a network share is not one.
+    void removableMediaAndVolumes()
     {
         const QString stick = QStringLiteral("/media/%1/STICK").arg(QString::fromLocal8Bit(qgetenv("USER")));
         m_platform->volumes.plugIn({stick, "STICK", "/dev/sdz1", "usb", true, true, false, true});
@@ -113,9 +114,6 @@ private Q_SLOTS:
         QVERIFY(!Utils::movePathsFromPlistOfDics().contains(stick));
         QVERIFY(m_platform->volumes.eject(stick).ok());
         QVERIFY(!Utils::createMoveDestArr().contains(stick));
-    }
-    void volumeNameTests()
-    {
         m_platform->volumes.plugIn({"/media/u/Backup", "Backup", "/dev/sdy1", "usb", true, true, false, true});
         m_platform->volumes.plugIn({"/mnt/share", "share", "server:/share", QString(), false, false, true, false});
         QVERIFY(Utils::checkIfPathIsAVolume("/media/u/Backup"));
