@@ -188,7 +188,7 @@ private Q_SLOTS:
         QFETCH(QRectF, out);
         QCOMPARE(EditorGeometry::getImgRectForImgRect(QRectF(100, 50, 400, 300), QSizeF(110, 60), tag), out);
     }
-    void sizeFieldsUseTheHorizontalFactor()
+    void sizeFields()
     {
         // 300 x 300 pixels at 72 dpi across and 144 dpi down: 300 x 150 points. One factor, from the width,
         // serves both axes, so the height field shows 150.
@@ -197,6 +197,13 @@ private Q_SLOTS:
         QCOMPARE(EditorGeometry::getcropImgSizeDimensions(QRectF(0, 0, 300 * 0.5, 150 * 0.5), 0.5f, k), QSize(300, 150));
         // 144 dpi both ways: twice as many pixels as points.
         QCOMPARE(EditorGeometry::getcropImgSizeDimensions(QRectF(0, 0, 100.2, 50), 1.0f, 2.0), QSize(200, 100));
+        // Crop rectangle (100, 100, 400, 300) at s = 0.5 with 2 pixels a point: 500 typed gives 125 points.
+        const QRectF frame(95, 95, 410, 310);
+        const QRectF limit(95, 95, 600, 500);
+        QCOMPARE(EditorGeometry::frameForTypedSize(frame, 500, 200, 0.5f, 2.0, limit), QRectF(95, 95, 135, 60));
+        // Larger than the picture: the corner moves only as far as the clamp pushes it.
+        QCOMPARE(EditorGeometry::frameForTypedSize(QRectF(500, 95, 110, 60), 800, 200, 0.5f, 2.0, limit),
+                 QRectF(485, 95, 210, 60));
     }
     void fullFrameCropsEverything_data()
     {
@@ -220,16 +227,6 @@ private Q_SLOTS:
         QCOMPARE(area.pixelsYUp, QRect(QPoint(0, 0), pixels));
         QCOMPARE(area.points, points);
         QCOMPARE(EditorGeometry::getcropImgSizeDimensions(o, s, k), pixels);
-    }
-    void typedSizeKeepsTheCorner()
-    {
-        // Crop rectangle (100, 100, 400, 300) at s = 0.5 with 2 pixels a point: 500 typed gives 125 points.
-        const QRectF frame(95, 95, 410, 310);
-        const QRectF limit(95, 95, 600, 500);
-        QCOMPARE(EditorGeometry::frameForTypedSize(frame, 500, 200, 0.5f, 2.0, limit), QRectF(95, 95, 135, 60));
-        // Larger than the picture: the corner moves only as far as the clamp pushes it.
-        QCOMPARE(EditorGeometry::frameForTypedSize(QRectF(500, 95, 110, 60), 800, 200, 0.5f, 2.0, limit),
-                 QRectF(485, 95, 210, 60));
     }
     void cropFieldRule_data()
     {

@@ -253,7 +253,8 @@ private Q_SLOTS:
         const int difference = maxDifference(drawn, expected);
         QVERIFY2(difference <= 1, qPrintable(QStringLiteral("differs by %1").arg(difference)));
     }
-    void sameSessionSamePixelsWhateverTheTool()
+    // The pixels depend on the steps alone; the tool is left as the last step set it.
+    void toolAndPixels()
     {
         const StepList steps = zigzag(8.0f, 0, {0.3, 0.6, 0.9, 1}) + zigzag(5.0f, 1, {1, 0, 0, 1});
         PaintRenderer renderer;
@@ -268,21 +269,16 @@ private Q_SLOTS:
         PaintRenderer other;
         QCOMPARE(other.snapshotWithSize(steps, QSize(120, 90), odd), first);
         QCOMPARE(renderer.snapshotWithSize(steps, QSize(120, 90), fresh), first);
-    }
-    void toolFollowsTheLastStep()
-    {
         // Drawn at twice the backing size: the size left behind is scaled, the spacing is not.
-        PaintTool tool;
-        PaintRenderer renderer;
-        const StepList steps{step({0, 0}, {0.1, 0.1}, 5, 1, false, {1, 0, 0, 1}, 0.5f),
-                             step({0.1, 0.1}, {0.2, 0.1}, 7, 0.5f, true, {0, 0, 1, 1}, 0.7f, QSizeF(120, 90), 0.8f)};
-        renderer.snapshotWithSize(steps, QSize(240, 180), tool);
-        QCOMPARE(tool.pointSize, 14.0f);
-        QCOMPARE(tool.brushPixelStep, 0.7f);
-        QCOMPARE(tool.brushColor, (PaintColor{0, 0, 1, 1}));
-        QCOMPARE(tool.eraser, true);
-        QCOMPARE(tool.hardness, 0.5f);
-        QCOMPARE(tool.pointAlpha, 0.8f);
+        const StepList last{step({0, 0}, {0.1, 0.1}, 5, 1, false, {1, 0, 0, 1}, 0.5f),
+                            step({0.1, 0.1}, {0.2, 0.1}, 7, 0.5f, true, {0, 0, 1, 1}, 0.7f, QSizeF(120, 90), 0.8f)};
+        renderer.snapshotWithSize(last, QSize(240, 180), fresh);
+        QCOMPARE(fresh.pointSize, 14.0f);
+        QCOMPARE(fresh.brushPixelStep, 0.7f);
+        QCOMPARE(fresh.brushColor, (PaintColor{0, 0, 1, 1}));
+        QCOMPARE(fresh.eraser, true);
+        QCOMPARE(fresh.hardness, 0.5f);
+        QCOMPARE(fresh.pointAlpha, 0.8f);
     }
     void cachedLayerEqualsAWholeRedraw()
     {

@@ -107,16 +107,14 @@ private Q_SLOTS:
         QVERIFY(!parsed.ok());
         QVERIFY(!parsed.error().message.isEmpty());
     }
-    void refusesWhatXmlCannotCarry()
+    // What XML cannot carry is refused, and a refused write leaves the old file whole.
+    void refusedValuesLeaveTheFile()
     {
         // A file name byte that is not UTF-8 travels as a lone surrogate; XML has no form for it.
         const QString withEscapedByte = QStringLiteral("/tmp/a") + QChar(char16_t(0xDCFF));
         QVERIFY(!Plist::serialize(withEscapedByte).ok());
         QVERIFY(!Plist::serialize(QString(QChar(char16_t(1)))).ok());
         QVERIFY(!Plist::serialize(QVariant()).ok());
-    }
-    void atomicFileWrite()
-    {
         QTemporaryDir dir;
         const QString path = dir.filePath(QStringLiteral("list.plist"));
         QVERIFY(Plist::writeFileAtomically(path, QVariantList{QStringLiteral("first")}).ok());

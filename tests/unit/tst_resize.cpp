@@ -94,7 +94,8 @@ private Q_SLOTS:
         QFETCH(QString, name);
         QCOMPARE(ResizePlan::outputName(source, width, height), name);
     }
-    void severalImagesGetOneOutputPerField()
+    // Several images get one output per field; one image takes both values as given.
+    void plans()
     {
         const QHash<QString, QSizeF> sizes{{"/p/wide.png", QSizeF(1000, 500)}, {"/p/tall.png", QSizeF(500, 1000)}};
         auto sizeOf = [&](const QString &p) { return sizes.value(p); };
@@ -111,12 +112,8 @@ private Q_SLOTS:
         for (const auto &t : tasks)
             names << t.output.mid(5);
         QCOMPARE(names, QStringList({"wide_100x50.png", "wide_600x300.png", "tall_100x200.png", "tall_150x300.png"}));
-    }
-    void oneImageTakesBothValuesAsGiven()
-    {
-        auto tasks = ResizePlan::plan({"/p/x.png"}, false, "640", "", "/p/first.jpg", "/out", [](const QString &) {
-            return QSizeF(10, 10);
-        });
+        // One image takes both values as given.
+        tasks = ResizePlan::plan({"/p/x.png"}, false, "640", "", "/p/first.jpg", "/out", [](const QString &) { return QSizeF(10, 10); });
         QCOMPARE(tasks.size(), 1);
         QCOMPARE(tasks[0].source, QStringLiteral("/p/first.jpg"));
         QCOMPARE(tasks[0].height, QString());

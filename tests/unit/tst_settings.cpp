@@ -15,15 +15,13 @@ private Q_SLOTS:
         SettingsStore::shared().resetAll();
         QVERIFY(!SettingsStore::shared().contains(SettingsKey::EnableUserNotifWhenDoneSwitch));
     }
-    void notificationSwitchIsWrittenYesOnFirstRead()
+    // The notification switch is written yes on its first read; the login alert answers no only once.
+    void firstReads()
     {
         QVERIFY(Utils::enableUserNotifWhenDoneSwitchValue());
         SettingsStore reread(SettingsStore::shared().filePath());
         QVERIFY(reread.contains(SettingsKey::EnableUserNotifWhenDoneSwitch));
         QVERIFY(reread.boolValue(SettingsKey::EnableUserNotifWhenDoneSwitch));
-    }
-    void loginAlertFlagAnswersNoOnlyOnce()
-    {
         QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), false);
         QCOMPARE(Utils::showLoginAtLaunchUserDefaultsValue(), true);
         Utils::showLoginAtLaunchSetUserDefVal(false);
