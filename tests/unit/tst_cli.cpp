@@ -166,7 +166,8 @@ private Q_SLOTS:
         QCOMPARE(r.out, out);
         QCOMPARE(r.err, err.isEmpty() ? QByteArray() : "quaydrop: " + err);
     }
-    void sizeOfATreeInBytes()
+    // Sizes and the ledger, byte for byte, and their failures.
+    void sizeAndLedger()
     {
         m_tree.folder("sized");
         const QByteArray a = m_tree.file("sized/a", QByteArray(20000, 'a'));
@@ -179,14 +180,11 @@ private Q_SLOTS:
         const CliRun missing = runCli({QStringLiteral("size"), m_tree.path() + "/sized", m_tree.path() + "/nope"});
         QCOMPARE(missing.code, 1);
         QVERIFY(missing.err.contains("/nope: No such file or directory"));
-    }
-    void ledgerPrintsWeekAndTotal()
-    {
         QFile::remove(Utils::QDappSupportPath() + QStringLiteral("/QDts.plist"));
         Utils::saveChangesToTimeSavedPlistByAddingSec(3661);
-        const CliRun r = runCli({QStringLiteral("ledger")});
-        QCOMPARE(r.code, 0);
-        QCOMPARE(r.out, QByteArray("This week: 1h : 01m : 01s\nTotal:     1h : 01m : 01s\n"));
+        const CliRun ledger = runCli({QStringLiteral("ledger")});
+        QCOMPARE(ledger.code, 0);
+        QCOMPARE(ledger.out, QByteArray("This week: 1h : 01m : 01s\nTotal:     1h : 01m : 01s\n"));
 
         QVERIFY(writeFile(Utils::QDappSupportPath() + QStringLiteral("/QDts.plist"), "<plist><dict><key>total"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("could not read .*QDts.plist")));

@@ -210,7 +210,8 @@ private Q_SLOTS:
         runToEnd(next);
         QCOMPARE(next.written().size(), 1);
     }
-    void idleWorkersGo()
+    // Idle workers go and are reaped; one that left on its own is replaced for the next request.
+    void idleWorkers()
     {
         WorkerLimits brief;
         brief.idleSeconds = 3;
@@ -226,16 +227,13 @@ private Q_SLOTS:
         QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().liveWorkers(), 0, 8000);
         // Closed and reaped: no process, not even a zombie (it is given a second to leave on its own).
         QTRY_VERIFY_WITH_TIMEOUT(!processExists(pid), 3000);
-    }
-    void aWorkerThatLeftIsReplaced()
-    {
         // A worker that says bye on its own (its idle time is shorter than the program's) is replaced and
         // the request goes to the new one.
         WorkerLimits limits;
         limits.idleSeconds = -4; // the worker's own is this plus five seconds: one
         WorkerPool pool({kRealWorker, limits, 1});
-        const QString png = ImageFixtures::imageFile(m_tree.at(QStringLiteral("left.png")), ImageFixtures::picture(6, 4));
-        const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(png)}};
+        const QString left = ImageFixtures::imageFile(m_tree.at(QStringLiteral("left.png")), ImageFixtures::picture(6, 4));
+        const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(left)}};
         QVERIFY(pool.call(QString(WorkerJobs::kProbe), args).ok());
         QTest::qWait(1600);
         const auto again = pool.call(QString(WorkerJobs::kProbe), args);
