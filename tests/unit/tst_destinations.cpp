@@ -63,7 +63,8 @@ private Q_SLOTS:
         QCOMPARE(stored.first().toMap().value("destPname").toString(), QStringLiteral("Desktop"));
         QCOMPARE(stored.first().toMap().value("destPath").toString(), m_home + "/Desktop");
     }
-    void olderPlainListIsConverted()
+    // An older plain list becomes named entries; a renamed destination keeps its name, a folder that is gone is dropped.
+    void storedForms()
     {
         const QString a = m_tree->path();
         QVERIFY(Plist::writeFileAtomically(Utils::moveCopyPathsPlistPath(), QVariantList{a, m_home + "/Music"}).ok());
@@ -71,19 +72,16 @@ private Q_SLOTS:
         const QVariantList stored = Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList();
         QCOMPARE(stored.at(0).toMap().value("destPname").toString(), QFileInfo(a).fileName());
         QCOMPARE(stored.at(1).toMap().value("destPath").toString(), m_home + "/Music");
-    }
-    void renamedDestinationKeepsItsName()
-    {
         const QString work = QString::fromUtf8(m_tree->folder("work"));
         const QString gone = m_tree->path() + "/gone";
         QVERIFY(Plist::writeFileAtomically(Utils::moveCopyPathsPlistPath(),
                                            QVariantList{QVariantMap{{"destPname", "My work"}, {"destPath", work}}})
                     .ok());
         Utils::updateMoveCopyPaths({work, gone, m_home + "/Music"});
-        const QVariantList stored = Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList();
-        QCOMPARE(stored.size(), 2); // a folder that is gone is dropped
-        QCOMPARE(stored.at(0).toMap().value("destPname").toString(), QStringLiteral("My work"));
-        QCOMPARE(stored.at(1).toMap().value("destPname").toString(), QStringLiteral("Music"));
+        const QVariantList kept = Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList();
+        QCOMPARE(kept.size(), 2); // a folder that is gone is dropped
+        QCOMPARE(kept.at(0).toMap().value("destPname").toString(), QStringLiteral("My work"));
+        QCOMPARE(kept.at(1).toMap().value("destPname").toString(), QStringLiteral("Music"));
     }
     void recentKeepsThreeAndSkipsStandardFolders()
     {
