@@ -126,18 +126,11 @@ private Q_SLOTS:
         QVERIFY(PdfPages::targetPixels(QSizeF(0.5, 100), 30).isEmpty());
         QCOMPARE(PdfPages::pageBaseName(11), QStringLiteral("Page_12"));
         QCOMPARE(PdfPages::extensionForImgType(9), QStringLiteral("jpg")); // a type outside 1 to 4
-    }
-    void aSecondRunGetsAFreeFolder()
-    {
-        TestTree tree;
-        const QString pdf = tree.at(QStringLiteral("twice.pdf"));
-        QVERIFY(ImageFixtures::pdfWithPages(pdf, {QSizeF(50, 50)}));
-        const auto first = runPages(pdf, 3, 72);
-        const auto second = runPages(pdf, 4, 72);
-        QCOMPARE(first->folder(), tree.at(QStringLiteral("twice")));
-        QCOMPARE(second->folder(), tree.at(QStringLiteral("twice 1")));
-        QCOMPARE(second->written(), QStringList{tree.at(QStringLiteral("twice 1/Page_1.tiff"))});
-        QVERIFY(TestTree::contents(first->written().first()).startsWith("BM"));
+        // Each run takes a free folder; each type its own encoder.
+        const auto bmp = runPages(pdf, 3, 72);
+        QCOMPARE(bmp->folder(), tree.at(QStringLiteral("letter 1")));
+        QVERIFY(TestTree::contents(bmp->written().value(0)).startsWith("BM"));
+        QCOMPARE(runPages(pdf, 4, 72)->written(), QStringList{tree.at(QStringLiteral("letter 2/Page_1.tiff"))});
     }
     void pagesUpToTheFirstUnusable_data()
     {
