@@ -171,7 +171,8 @@ private Q_SLOTS:
         }
         QCOMPARE(desktop.currentWallpaper(), path);
     }
-    void xfceEveryMonitorAndWorkspace()
+    // XFCE gets the picture on every monitor and workspace, Plasma on every desktop.
+    void everyScreen()
     {
         const QStringList properties{QStringLiteral("/backdrop/screen0/monitorVirtual1/workspace0/last-image"),
                                      QStringLiteral("/backdrop/screen0/monitorVirtual1/workspace1/last-image"),
@@ -186,18 +187,15 @@ private Q_SLOTS:
         for (const QString &p : properties)
             QCOMPARE(run(QStringLiteral("xfconf-query"), {"-c", "xfce4-desktop", "-p", p}), path);
         QCOMPARE(desktop.currentWallpaper(), path);
-    }
-    void plasmaEveryDesktop()
-    {
-        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("KDE"));
-        const QString path = picture(QStringLiteral("plasma \"quoted\".png"));
-        const Status set = desktop.setWallpaper(path);
-        QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
+        DesktopWallpaper plasma(QDBusConnection::sessionBus(), QStringLiteral("KDE"));
+        const QString quoted = picture(QStringLiteral("plasma \"quoted\".png"));
+        const Status setOnPlasma = plasma.setWallpaper(quoted);
+        QVERIFY2(setOnPlasma.ok(), qPrintable(setOnPlasma.ok() ? QString() : setOnPlasma.error().message));
         QVERIFY(m_plasma->scripts.size() >= 2);
         QVERIFY(m_plasma->scripts.first().contains(QLatin1String("for (var i = 0; i < all.length; ++i)")));
         QVERIFY(m_plasma->scripts.first().contains(QLatin1String("d.wallpaperPlugin = \"org.kde.image\"")));
-        QCOMPARE(m_plasma->image, QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded));
-        QCOMPARE(desktop.currentWallpaper(), path);
+        QCOMPARE(m_plasma->image, QUrl::fromLocalFile(quoted).toString(QUrl::FullyEncoded));
+        QCOMPARE(plasma.currentWallpaper(), quoted);
     }
     void portalGetsTheFile()
     {
