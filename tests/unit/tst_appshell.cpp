@@ -17,7 +17,8 @@ class AppShellTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void secondStartReachesTheFirst()
+    // A second start reaches the first; a socket and lock a crashed run left are taken over.
+    void oneInstance()
     {
         QTemporaryDir dir;
         const QString socket = dir.filePath(QStringLiteral("instance"));
@@ -34,24 +35,20 @@ private Q_SLOTS:
         delete starter;
         QCOMPARE(secondRole, SingleInstance::Role::Secondary);
         QCOMPARE(asked.count(), 1);
-    }
-    void staleSocketIsTakenOver()
-    {
-        QTemporaryDir dir;
-        const QString socket = dir.filePath(QStringLiteral("instance"));
+        const QString stale = dir.filePath(QStringLiteral("stale"));
         {
             // A socket file nobody listens on, as a crashed run leaves it.
             const int fd = ::socket(AF_UNIX, SOCK_STREAM, 0);
             sockaddr_un addr{};
             addr.sun_family = AF_UNIX;
-            qstrncpy(addr.sun_path, socket.toUtf8().constData(), sizeof(addr.sun_path));
+            qstrncpy(addr.sun_path, stale.toUtf8().constData(), sizeof(addr.sun_path));
             QCOMPARE(::bind(fd, reinterpret_cast<sockaddr *>(&addr), sizeof(addr)), 0);
             ::close(fd);
         }
-        QVERIFY(QFileInfo::exists(socket));
+        QVERIFY(QFileInfo::exists(stale));
         // A crash leaves the lock file behind, naming a process that is gone.
-        QVERIFY(writeFile(socket + QStringLiteral(".lock"), "2147483646\nquaydrop\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
-        SingleInstance fresh(socket);
+        QVERIFY(writeFile(stale + QStringLiteral(".lock"), "2147483646\nquaydrop\n" + QSysInfo::machineHostName().toUtf8() + "\n"));
+        SingleInstance fresh(stale);
         QCOMPARE(fresh.claim(), SingleInstance::Role::Primary);
     }
     void theInstanceBelongsToTheDisplay_data()
