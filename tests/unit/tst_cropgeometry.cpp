@@ -26,7 +26,8 @@ class CropGeometryTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void dotPointsInAView()
+    // The dots 5 points inside a view; the frame's limit is the picture outset by 5, one point at the least.
+    void dotsAndLimits()
     {
         // x = position.x x (width - 10) + 5, and likewise for y.
         const QSizeF bounds(110, 60);
@@ -34,6 +35,19 @@ private Q_SLOTS:
         QCOMPARE(CropDot::dots()[1].convertToView(bounds), QPointF(5, 30));
         QCOMPARE(CropDot::dots()[4].convertToView(bounds), QPointF(55, 55));
         QCOMPARE(CropDot::dots()[7].convertToView(bounds), QPointF(105, 55));
+        // The frame lies 5 points inside its view: the smallest one shows a single point.
+        QCOMPARE(cropFrame(QSizeF(11, 11)), QRectF(5, 5, 1, 1));
+        QCOMPARE(cropFrame(QSizeF(210, 110)), QRectF(5, 5, 200, 100));
+        // A picture smaller than the view: scale 1, centred, and the frame's limit is the picture outset by 5.
+        const QRectF img = EditorGeometry::getImgRectInsideImgView(QSizeF(100, 50), QSizeF(500, 400));
+        QCOMPARE(img, QRectF(200, 175, 100, 50));
+        QCOMPARE(EditorGeometry::boundsFrameForCropView(img, QPointF(0, 0)), QRectF(195, 170, 110, 60));
+        QCOMPARE(EditorGeometry::boundsFrameForCropView(img, QPointF(10, 20)), QRectF(205, 190, 110, 60));
+        // A 1 x 1 picture still has a frame: the 11-point minimum fits its limit exactly.
+        const QRectF dot = EditorGeometry::getImgRectInsideImgView(QSizeF(1, 1), QSizeF(500, 400));
+        const QRectF limit = EditorGeometry::boundsFrameForCropView(dot, QPointF());
+        QCOMPARE(ensureInsideBoundsFrame(limit, limit), limit);
+        QCOMPARE(cropFrame(limit.size()).size(), QSizeF(1, 1));
     }
     void ensureInside_data()
     {
@@ -153,22 +167,6 @@ private Q_SLOTS:
         QFETCH(QSizeF, view);
         QFETCH(float, scale);
         QCOMPARE(EditorGeometry::getScaleForRealImgSize(picture, QRectF(QPointF(), view)), scale);
-    }
-    void limitIsThePicture()
-    {
-        // The frame lies 5 points inside its view: the smallest one shows a single point.
-        QCOMPARE(cropFrame(QSizeF(11, 11)), QRectF(5, 5, 1, 1));
-        QCOMPARE(cropFrame(QSizeF(210, 110)), QRectF(5, 5, 200, 100));
-        // A picture smaller than the view: scale 1, centred, and the frame's limit is the picture outset by 5.
-        const QRectF img = EditorGeometry::getImgRectInsideImgView(QSizeF(100, 50), QSizeF(500, 400));
-        QCOMPARE(img, QRectF(200, 175, 100, 50));
-        QCOMPARE(EditorGeometry::boundsFrameForCropView(img, QPointF(0, 0)), QRectF(195, 170, 110, 60));
-        QCOMPARE(EditorGeometry::boundsFrameForCropView(img, QPointF(10, 20)), QRectF(205, 190, 110, 60));
-        // A 1 x 1 picture still has a frame: the 11-point minimum fits its limit exactly.
-        const QRectF dot = EditorGeometry::getImgRectInsideImgView(QSizeF(1, 1), QSizeF(500, 400));
-        const QRectF limit = EditorGeometry::boundsFrameForCropView(dot, QPointF());
-        QCOMPARE(ensureInsideBoundsFrame(limit, limit), limit);
-        QCOMPARE(cropFrame(limit.size()).size(), QSizeF(1, 1));
     }
     void alignment_data()
     {
