@@ -21,8 +21,8 @@
 #include <QDialogButtonBox>
 #include <QMenu>
 #include <QPrintDialog>
-#include <QPrinter>
 #include <QProcess>
+#include <QPrinter>
 #include <QPushButton>
 #include <QStandardPaths>
 #include <QTest>
@@ -33,12 +33,118 @@ class SendingEndToEndTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void mailAttachesTheDroppedFile();
-    void shareListsWhatThisDesktopHas();
-    void printPutsOutTheSamePages();
+    void initTestCase()
+    {
+        // No test mode for the standard paths: the desktop's files are looked up where a desktop keeps them,
+        // in the private XDG folders of the stub desktop.
+        QVERIFY2(QGuiApplication::platformName() == QLatin1String("xcb"), "needs an X server (run under xvfb-run)");
+        QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty(), "xdotool is missing");
+        m_cups = std::make_unique<CupsSandbox>();
+        m_desktop = std::make_unique<StubDesktop>();
+        m_desktop->stubProgram("thunderbird");
+        m_desktop->desktopFile("thunderbird", "Thunderbird", "thunderbird %u", "x-scheme-handler/mailto;");
+        m_desktop->stubProgram("quayviewer");
+        m_desktop->desktopFile("quayviewer", "Quay Viewer", "quayviewer %F", "application/pdf;");
+        m_desktop->setDefaults("x-scheme-handler/mailto=thunderbird.desktop\n");
+        // No session bus here: no mail portal, so the mail program's own command line is used.
+        m_mail = std::make_unique<FreedesktopMail>();
+        m_share = std::make_unique<FreedesktopShare>();
+        m_pdf = QString::fromUtf8(m_desktop->tree.native()) + QStringLiteral("/Quay invoice & co.pdf");
+        writeTextPdf(m_pdf, 3);
+    }
+
+    void init()
+    {
+        m_fakes = std::make_unique<FakePlatform>(QString::fromUtf8(m_desktop->tree.native()) + QStringLiteral("/.trash"));
+        Platform services = m_fakes->services();
+        services.mail = m_mail.get();
+        services.share = m_share.get();
+        services.print = &m_print;
+        m_app = launchedOn(services);
+        m_app->showDropTargetAt(QPointF(600, 400));
+        QVERIFY(QTest::qWaitForWindowExposed(m_app->window));
+
+        // The source's window sits at the top left; a press there and a glide onto the drop window drop it.
+        m_source.start(QStringLiteral(QD_DRAGSOURCE), {QStringLiteral("--files"), m_pdf});
+        QByteArray said;
+        QTRY_VERIFY((said += m_source.readAllStandardOutput()).contains("ready"));
+        const QPoint target = m_app->window->mapToGlobal(m_app->window->rect().center());
+        xdotool({"mousemove", "100", "100", "mousedown", "1"});
+        for (int step = 1; step <= 10; ++step) {
+            xdotool({"mousemove", QString::number(100 + (target.x() - 100) * step / 10),
+                     QString::number(100 + (target.y() - 100) * step / 10)});
+            QTest::qWait(50);
+        }
+        QTest::qWait(200);
+        xdotool({"mouseup", "1"});
+        QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 10000);
+        QCOMPARE(m_app->filePathsArr, QStringList{m_pdf});
+    }
+
+    void cleanup()
+    {
+        m_source.kill();
+        m_source.waitForFinished(3000);
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (qobject_cast<QMenu *>(w) || qobject_cast<QDialog *>(w))
+                w->close();
+        m_app.reset();
+        m_fakes.reset();
+        SettingsStore::shared().resetAll();
+    }
+
+    void mailAttachesTheDroppedFile()
+    {
+        m_desktop->forget("thunderbird");
+        press("mailFileBtn");
+        QVERIFY(SendingFixtures::waitForFile(m_desktop->record("thunderbird")));
+        const QByteArray uri = FileUris::fromPaths({m_pdf}).first().toUtf8();
+        QCOMPARE(SendingFixtures::readArguments(m_desktop->record("thunderbird")),
+                 (QList<QByteArray>{"-compose", "attachment='" + uri + "'"}));
+    }
+
+    void shareListsWhatThisDesktopHas()
+    {
+        press("airDropBtn");
+        QMenu *menu = nullptr;
+        QTRY_VERIFY((menu = sharePicker()) != nullptr);
+        QStringList shown;
+        for (QAction *a : menu->actions())
+            if (!a->isSeparator())
+                shown.append(a->objectName());
+        // The mail program and the one application that opens PDFs here; neither KDE Connect nor
+        // Bluetooth, whose tools this desktop lacks; then what Quaydrop does itself.
+        QStringList expected{QStringLiteral("mail"), QStringLiteral("open-with:quayviewer")};
+        if (!QStandardPaths::findExecutable(QStringLiteral("bluetooth-sendto")).isEmpty() ||
+            !QStandardPaths::findExecutable(QStringLiteral("bluedevil-sendfile")).isEmpty())
+            expected.append(QStringLiteral("bluetooth"));
+        expected << QStringLiteral("save-as") << QStringLiteral("copy-links");
+        if (QStandardPaths::findExecutable(QStringLiteral("kdeconnect-cli")).isEmpty())
+            QCOMPARE(shown, expected);
+        QAction *viewer = menu->findChild<QAction *>(QStringLiteral("open-with:quayviewer"));
+        QVERIFY(viewer);
+        m_desktop->forget("quayviewer");
+        clickAt(menu->mapToGlobal(menu->actionGeometry(viewer).center()));
+        QVERIFY(SendingFixtures::waitForFile(m_desktop->record("quayviewer")));
+        QCOMPARE(SendingFixtures::readArguments(m_desktop->record("quayviewer")), QList<QByteArray>{m_pdf.toUtf8()});
+    }
+
+    void printPutsOutTheSamePages()
+    {
+        if (!m_cups->ready)
+            QSKIP(qPrintable(m_cups->skipReason));
+        const qsizetype before = m_cups->outputs().size();
+        press("printPrTbleFileBtn");
+        QPrintDialog *dialog = nullptr;
+        QTRY_VERIFY_WITH_TIMEOUT((dialog = m_app->window->findChild<QPrintDialog *>()) && dialog->isVisible(), 10000);
+        QVERIFY(QTest::qWaitForWindowExposed(dialog));
+        QCOMPARE(dialog->printer()->printerName(), m_cups->queue);
+        QPushButton *print = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
+        QVERIFY(print);
+        clickAt(print->mapToGlobal(print->rect().center()));
+        QTRY_VERIFY_WITH_TIMEOUT(m_cups->outputs().size() > before, 60000);
+        QTRY_COMPARE_WITH_TIMEOUT(pdfPageCount(m_cups->outputs().constLast()), 3, 10000);
+    }
 
 private:
     static void xdotool(const QStringList &args);
@@ -56,66 +162,6 @@ private:
     QString m_pdf;
     QProcess m_source;
 };
-
-void SendingEndToEndTest::initTestCase()
-{
-    // No test mode for the standard paths: the desktop's files are looked up where a desktop keeps them,
-    // in the private XDG folders of the stub desktop.
-    QVERIFY2(QGuiApplication::platformName() == QLatin1String("xcb"), "needs an X server (run under xvfb-run)");
-    QVERIFY2(!QStandardPaths::findExecutable(QStringLiteral("xdotool")).isEmpty(), "xdotool is missing");
-    m_cups = std::make_unique<CupsSandbox>();
-    m_desktop = std::make_unique<StubDesktop>();
-    m_desktop->stubProgram("thunderbird");
-    m_desktop->desktopFile("thunderbird", "Thunderbird", "thunderbird %u", "x-scheme-handler/mailto;");
-    m_desktop->stubProgram("quayviewer");
-    m_desktop->desktopFile("quayviewer", "Quay Viewer", "quayviewer %F", "application/pdf;");
-    m_desktop->setDefaults("x-scheme-handler/mailto=thunderbird.desktop\n");
-    // No session bus here: no mail portal, so the mail program's own command line is used.
-    m_mail = std::make_unique<FreedesktopMail>();
-    m_share = std::make_unique<FreedesktopShare>();
-    m_pdf = QString::fromUtf8(m_desktop->tree.native()) + QStringLiteral("/Quay invoice & co.pdf");
-    writeTextPdf(m_pdf, 3);
-}
-
-void SendingEndToEndTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(QString::fromUtf8(m_desktop->tree.native()) + QStringLiteral("/.trash"));
-    Platform services = m_fakes->services();
-    services.mail = m_mail.get();
-    services.share = m_share.get();
-    services.print = &m_print;
-    m_app = launchedOn(services);
-    m_app->showDropTargetAt(QPointF(600, 400));
-    QVERIFY(QTest::qWaitForWindowExposed(m_app->window));
-
-    // The source's window sits at the top left; a press there and a glide onto the drop window drop it.
-    m_source.start(QStringLiteral(QD_DRAGSOURCE), {QStringLiteral("--files"), m_pdf});
-    QByteArray said;
-    QTRY_VERIFY((said += m_source.readAllStandardOutput()).contains("ready"));
-    const QPoint target = m_app->window->mapToGlobal(m_app->window->rect().center());
-    xdotool({"mousemove", "100", "100", "mousedown", "1"});
-    for (int step = 1; step <= 10; ++step) {
-        xdotool({"mousemove", QString::number(100 + (target.x() - 100) * step / 10),
-                 QString::number(100 + (target.y() - 100) * step / 10)});
-        QTest::qWait(50);
-    }
-    QTest::qWait(200);
-    xdotool({"mouseup", "1"});
-    QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 10000);
-    QCOMPARE(m_app->filePathsArr, QStringList{m_pdf});
-}
-
-void SendingEndToEndTest::cleanup()
-{
-    m_source.kill();
-    m_source.waitForFinished(3000);
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (qobject_cast<QMenu *>(w) || qobject_cast<QDialog *>(w))
-            w->close();
-    m_app.reset();
-    m_fakes.reset();
-    SettingsStore::shared().resetAll();
-}
 
 void SendingEndToEndTest::xdotool(const QStringList &args)
 {
@@ -142,59 +188,6 @@ QMenu *SendingEndToEndTest::sharePicker()
         if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
             return qobject_cast<QMenu *>(w);
     return nullptr;
-}
-
-void SendingEndToEndTest::mailAttachesTheDroppedFile()
-{
-    m_desktop->forget("thunderbird");
-    press("mailFileBtn");
-    QVERIFY(SendingFixtures::waitForFile(m_desktop->record("thunderbird")));
-    const QByteArray uri = FileUris::fromPaths({m_pdf}).first().toUtf8();
-    QCOMPARE(SendingFixtures::readArguments(m_desktop->record("thunderbird")),
-             (QList<QByteArray>{"-compose", "attachment='" + uri + "'"}));
-}
-
-void SendingEndToEndTest::shareListsWhatThisDesktopHas()
-{
-    press("airDropBtn");
-    QMenu *menu = nullptr;
-    QTRY_VERIFY((menu = sharePicker()) != nullptr);
-    QStringList shown;
-    for (QAction *a : menu->actions())
-        if (!a->isSeparator())
-            shown.append(a->objectName());
-    // The mail program and the one application that opens PDFs here; neither KDE Connect nor
-    // Bluetooth, whose tools this desktop lacks; then what Quaydrop does itself.
-    QStringList expected{QStringLiteral("mail"), QStringLiteral("open-with:quayviewer")};
-    if (!QStandardPaths::findExecutable(QStringLiteral("bluetooth-sendto")).isEmpty() ||
-        !QStandardPaths::findExecutable(QStringLiteral("bluedevil-sendfile")).isEmpty())
-        expected.append(QStringLiteral("bluetooth"));
-    expected << QStringLiteral("save-as") << QStringLiteral("copy-links");
-    if (QStandardPaths::findExecutable(QStringLiteral("kdeconnect-cli")).isEmpty())
-        QCOMPARE(shown, expected);
-    QAction *viewer = menu->findChild<QAction *>(QStringLiteral("open-with:quayviewer"));
-    QVERIFY(viewer);
-    m_desktop->forget("quayviewer");
-    clickAt(menu->mapToGlobal(menu->actionGeometry(viewer).center()));
-    QVERIFY(SendingFixtures::waitForFile(m_desktop->record("quayviewer")));
-    QCOMPARE(SendingFixtures::readArguments(m_desktop->record("quayviewer")), QList<QByteArray>{m_pdf.toUtf8()});
-}
-
-void SendingEndToEndTest::printPutsOutTheSamePages()
-{
-    if (!m_cups->ready)
-        QSKIP(qPrintable(m_cups->skipReason));
-    const qsizetype before = m_cups->outputs().size();
-    press("printPrTbleFileBtn");
-    QPrintDialog *dialog = nullptr;
-    QTRY_VERIFY_WITH_TIMEOUT((dialog = m_app->window->findChild<QPrintDialog *>()) && dialog->isVisible(), 10000);
-    QVERIFY(QTest::qWaitForWindowExposed(dialog));
-    QCOMPARE(dialog->printer()->printerName(), m_cups->queue);
-    QPushButton *print = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
-    QVERIFY(print);
-    clickAt(print->mapToGlobal(print->rect().center()));
-    QTRY_VERIFY_WITH_TIMEOUT(m_cups->outputs().size() > before, 60000);
-    QTRY_COMPARE_WITH_TIMEOUT(pdfPageCount(m_cups->outputs().constLast()), 3, 10000);
 }
 
 QTEST_MAIN(SendingEndToEndTest)

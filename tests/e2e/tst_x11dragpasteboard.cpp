@@ -131,11 +131,74 @@ class X11DragPasteboardTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void aTypeListWrittenJustAfterTheStartIsThisDrags();
-    void aListLeftOverFromTheLastDragLosesToWhatTheSourceSays();
-    void aSourceThatSaysNothingIsLearntWhenItsTimeIsUp();
-    void aDragOfOurOwnIsNotCounted();
+    void initTestCase()
+    {
+        QVERIFY2(QGuiApplication::platformName() == QLatin1String("xcb"), "needs an X server (run under xvfb-run)");
+        m_x11 = X11Desktop::open();
+        QVERIFY(m_x11);
+    }
+
+    void aTypeListWrittenJustAfterTheStartIsThisDrags()
+    {
+        Source source;
+        // As Firefox: the address answers first, the list with the picture's types comes a moment later.
+        source.answerWith("text/uri-list", "http://127.0.0.1/harbour.png\r\n");
+        startDrag(source);
+        QSignalSpy learnt(m_x11->pasteboard.get(), &DragPasteboard::contentLearned);
+        m_x11->pasteboard->learnContent();
+        QTRY_VERIFY(source.asked().contains("text/uri-list"));
+        QTest::qWait(20);
+        QVERIFY(learnt.isEmpty()); // a web address alone is not enough to judge
+        source.setTypeList({"text/x-moz-url", "text/uri-list", "text/html", "image/png", "XdndDirectSave0"});
+        QTRY_COMPARE(learnt.size(), 1);
+        QCOMPARE(m_x11->pasteboard->types(),
+                 (QStringList{"text/x-moz-url", "text/uri-list", "text/html", "image/png", "XdndDirectSave0"}));
+        QVERIFY(m_x11->pasteboard->filePaths().isEmpty());
+    }
+
+    void aListLeftOverFromTheLastDragLosesToWhatTheSourceSays()
+    {
+        Source source;
+        source.setTypeList({"text/x-moz-url", "text/html", "text/plain", "image/png"}); // the last drag's
+        source.answerWith("text/uri-list", "file:///home/someone/notes.txt\r\n");
+        startDrag(source);
+        QSignalSpy learnt(m_x11->pasteboard.get(), &DragPasteboard::contentLearned);
+        m_x11->pasteboard->learnContent();
+        QTRY_COMPARE(learnt.size(), 1);
+        QCOMPARE(m_x11->pasteboard->types(), QStringList{"text/uri-list"});
+        QCOMPARE(m_x11->pasteboard->filePaths(), QStringList{"/home/someone/notes.txt"});
+        // Asked again for the same drag: the same answer, nothing asked of the source.
+        const qsizetype asked = source.asked().size();
+        m_x11->pasteboard->learnContent();
+        QTRY_COMPARE(learnt.size(), 2);
+        QCOMPARE(source.asked().size(), asked);
+    }
+
+    void aSourceThatSaysNothingIsLearntWhenItsTimeIsUp()
+    {
+        Source source; // refuses everything, lists nothing
+        startDrag(source);
+        QSignalSpy learnt(m_x11->pasteboard.get(), &DragPasteboard::contentLearned);
+        m_x11->pasteboard->learnContent();
+        QVERIFY(learnt.wait(2000));
+        QVERIFY(m_x11->pasteboard->types().isEmpty());
+        QVERIFY(source.asked().contains("text/uri-list") && source.asked().contains("image/png"));
+    }
+
+    void aDragOfOurOwnIsNotCounted()
+    {
+        QWidget ours;
+        ours.winId();
+        QSignalSpy changed(m_x11->pasteboard.get(), &DragPasteboard::changed);
+        xcb_connection_t *qt = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+        auto *reply = xcb_intern_atom_reply(qt, xcb_intern_atom(qt, 0, 13, "XdndSelection"), nullptr);
+        xcb_set_selection_owner(qt, xcb_window_t(ours.winId()), reply->atom, XCB_CURRENT_TIME);
+        free(reply);
+        xcb_flush(qt);
+        QVERIFY(!changed.wait(300));
+        Source other;
+        startDrag(other); // and the next drag of another program is
+    }
 
 private:
     // A new drag of `source`, once the pasteboard saw it.
@@ -143,80 +206,11 @@ private:
     std::unique_ptr<X11Desktop> m_x11;
 };
 
-void X11DragPasteboardTest::initTestCase()
-{
-    QVERIFY2(QGuiApplication::platformName() == QLatin1String("xcb"), "needs an X server (run under xvfb-run)");
-    m_x11 = X11Desktop::open();
-    QVERIFY(m_x11);
-}
-
 void X11DragPasteboardTest::startDrag(Source &source)
 {
     QSignalSpy changed(m_x11->pasteboard.get(), &DragPasteboard::changed);
     source.startDrag();
     QVERIFY(changed.wait(2000));
-}
-
-void X11DragPasteboardTest::aTypeListWrittenJustAfterTheStartIsThisDrags()
-{
-    Source source;
-    // As Firefox: the address answers first, the list with the picture's types comes a moment later.
-    source.answerWith("text/uri-list", "http://127.0.0.1/harbour.png\r\n");
-    startDrag(source);
-    QSignalSpy learnt(m_x11->pasteboard.get(), &DragPasteboard::contentLearned);
-    m_x11->pasteboard->learnContent();
-    QTRY_VERIFY(source.asked().contains("text/uri-list"));
-    QTest::qWait(20);
-    QVERIFY(learnt.isEmpty()); // a web address alone is not enough to judge
-    source.setTypeList({"text/x-moz-url", "text/uri-list", "text/html", "image/png", "XdndDirectSave0"});
-    QTRY_COMPARE(learnt.size(), 1);
-    QCOMPARE(m_x11->pasteboard->types(),
-             (QStringList{"text/x-moz-url", "text/uri-list", "text/html", "image/png", "XdndDirectSave0"}));
-    QVERIFY(m_x11->pasteboard->filePaths().isEmpty());
-}
-
-void X11DragPasteboardTest::aListLeftOverFromTheLastDragLosesToWhatTheSourceSays()
-{
-    Source source;
-    source.setTypeList({"text/x-moz-url", "text/html", "text/plain", "image/png"}); // the last drag's
-    source.answerWith("text/uri-list", "file:///home/someone/notes.txt\r\n");
-    startDrag(source);
-    QSignalSpy learnt(m_x11->pasteboard.get(), &DragPasteboard::contentLearned);
-    m_x11->pasteboard->learnContent();
-    QTRY_COMPARE(learnt.size(), 1);
-    QCOMPARE(m_x11->pasteboard->types(), QStringList{"text/uri-list"});
-    QCOMPARE(m_x11->pasteboard->filePaths(), QStringList{"/home/someone/notes.txt"});
-    // Asked again for the same drag: the same answer, nothing asked of the source.
-    const qsizetype asked = source.asked().size();
-    m_x11->pasteboard->learnContent();
-    QTRY_COMPARE(learnt.size(), 2);
-    QCOMPARE(source.asked().size(), asked);
-}
-
-void X11DragPasteboardTest::aSourceThatSaysNothingIsLearntWhenItsTimeIsUp()
-{
-    Source source; // refuses everything, lists nothing
-    startDrag(source);
-    QSignalSpy learnt(m_x11->pasteboard.get(), &DragPasteboard::contentLearned);
-    m_x11->pasteboard->learnContent();
-    QVERIFY(learnt.wait(2000));
-    QVERIFY(m_x11->pasteboard->types().isEmpty());
-    QVERIFY(source.asked().contains("text/uri-list") && source.asked().contains("image/png"));
-}
-
-void X11DragPasteboardTest::aDragOfOurOwnIsNotCounted()
-{
-    QWidget ours;
-    ours.winId();
-    QSignalSpy changed(m_x11->pasteboard.get(), &DragPasteboard::changed);
-    xcb_connection_t *qt = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-    auto *reply = xcb_intern_atom_reply(qt, xcb_intern_atom(qt, 0, 13, "XdndSelection"), nullptr);
-    xcb_set_selection_owner(qt, xcb_window_t(ours.winId()), reply->atom, XCB_CURRENT_TIME);
-    free(reply);
-    xcb_flush(qt);
-    QVERIFY(!changed.wait(300));
-    Source other;
-    startDrag(other); // and the next drag of another program is
 }
 
 QTEST_MAIN(X11DragPasteboardTest)

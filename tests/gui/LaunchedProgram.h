@@ -5,6 +5,7 @@
 #include "core/controller/AppDelegate.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
+#include "core/texts/Texts.h"
 #include "core/window/DropWindow.h"
 #include "platform/fake/FakePlatform.h"
 #include "utils/Utils.h"
@@ -19,12 +20,20 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPointer>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
 
 #include <functional>
 #include <memory>
+
+// Standard paths in folders of the test's own, and the English texts the assertions quote.
+inline void englishTestMode()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    Texts::setLanguage(QStringLiteral("en"));
+}
 
 // Installed as the running services, past the first start's login question, launched.
 inline std::unique_ptr<AppDelegate> launchedOn(const Platform &services)

@@ -5,22 +5,12 @@
 #include "Screenshots.h"
 
 #include "core/overlays/WallpaperOverlayVC.h"
-#include "core/texts/Texts.h"
-#include "core/window/DropWindow.h"
 #include "images/board/LRHMPagesManager.h"
 #include "images/board/ui/LRHMIKImageBrowserView.h"
 #include "images/board/ui/PDFPreviewWC.h"
-#include "utils/Utils.h"
-#include "widgets/ActionButton.h"
 
-#include <QApplication>
-#include <QElapsedTimer>
 #include <QLinearGradient>
-#include <QMimeData>
 #include <QPainter>
-#include <QStyleFactory>
-#include <QTemporaryDir>
-#include <QUrl>
 
 using namespace Screenshots;
 

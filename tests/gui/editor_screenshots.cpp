@@ -12,14 +12,8 @@
 #include "editor/ui/ResizePopover.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QElapsedTimer>
 #include <QLineEdit>
-#include <QScreen>
-#include <QSignalSpy>
 #include <QStandardPaths>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QTemporaryDir>
 #include <QTest>
 

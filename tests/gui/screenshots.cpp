@@ -8,9 +8,7 @@
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/LockedPDFEnterPass.h"
 #include "core/overlays/MoveFileViewController.h"
-#include "core/texts/Texts.h"
 #include "core/window/BusyView.h"
-#include "core/window/DropWindow.h"
 #include "fileops/ui/ConflictDialog.h"
 #include "fileops/destinations/DestinationEdits.h"
 #include "fileops/ui/ProgressPanel.h"
@@ -23,28 +21,12 @@
 #include "menubar/statusitem/NotificationBalloon.h"
 #include "menubar/tutorial/MIHSliderView.h"
 #include "menubar/tutorial/QDIntroSlides.h"
-#include "utils/Utils.h"
-#include "widgets/ActionButton.h"
 
-#include <QApplication>
-#include <QBuffer>
 #include <QCheckBox>
-#include <QDir>
-#include <QElapsedTimer>
-#include <QImage>
-#include <QMimeData>
-#include <QPainter>
-#include <QPushButton>
-#include <QScreen>
-#include <QSignalSpy>
-#include <QStyle>
-#include <QStyleFactory>
 #include <QLineEdit>
-#include <QSlider>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTimer>
-#include <QUrl>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QWidget>
 
 using namespace Screenshots;
 

@@ -2,25 +2,12 @@
 // offer, and the handler's tests in order, on fake drags.
 
 #include "LaunchedProgram.h"
-#include "core/controller/AppDelegate.h"
 #include "core/dragwatch/DragContent.h"
 #include "core/dragwatch/DropHereGeometry.h"
 #include "core/intake/SingleItemDropGate.h"
 #include "core/plist/Plist.h"
-#include "core/settings/SettingsKeys.h"
-#include "core/settings/SettingsStore.h"
-#include "core/window/DropWindow.h"
-#include "platform/fake/FakePlatform.h"
-#include "utils/Utils.h"
 
-#include <QDir>
-#include <QMimeData>
-#include <QUrl>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
 
-#include <memory>
 
 using DragContent::Kind;
 Q_DECLARE_METATYPE(DragContent::Kind)
@@ -29,31 +16,300 @@ class DragWatchTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
     void init() { f.launch([](FakePlatform &fakes) { fakes.volumes.volumes = {fakeStick()}; }); }
     void cleanup()
     {
         f.close();
         QFile::remove(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"));
     }
-    void besidePointer_data();
-    void besidePointer();
-    void keepOpenRectangles_data();
-    void keepOpenRectangles();
-    void availableType_data();
-    void availableType();
-    void gate_data();
-    void gate();
-    void fileNameForDraggedData_data();
-    void fileNameForDraggedData();
-    void handler_data();
-    void handler();
-    void raisedAtTheDragsStart_data();
-    void raisedAtTheDragsStart();
-    void aDragStartedAtThePressWaitsForItsFirstMotion();
-    void oneRaisePerDrag();
-    void aDragElsewhereDismissesAPanel();
-    void pointerLeavingCloses();
+
+    void besidePointer_data()
+    {
+        QTest::addColumn<qreal>("dx");
+        QTest::addColumn<qreal>("dy");
+        QTest::addColumn<QPointF>("pointer");
+        QTest::addColumn<QRectF>("visible");
+        QTest::addColumn<QRectF>("frame");
+        // y-up: a 1440 by 870 visible frame; a second screen left of it, lower, with negative x.
+        const QRectF screen(0, 0, 1440, 870);
+        const QRectF left(-1024, 100, 1024, 768);
+        QTest::newRow("middle, downward: above") << 0.0 << 4.0 << QPointF(700, 400) << screen << QRectF(655, 490, 90, 90);
+        QTest::newRow("middle, upward: below") << 0.0 << -4.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
+        QTest::newRow("sideways counts as upward") << 5.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
+        QTest::newRow("hot key: bottom edge at the pointer") << 0.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 400, 90, 90);
+        QTest::newRow("top edge, downward: below instead") << 0.0 << 4.0 << QPointF(700, 860) << screen << QRectF(655, 680, 90, 90);
+        QTest::newRow("bottom edge, upward: above instead") << 0.0 << -4.0 << QPointF(700, 20) << screen << QRectF(655, 120, 90, 90);
+        QTest::newRow("left edge") << 0.0 << 4.0 << QPointF(5, 400) << screen << QRectF(0, 490, 90, 90);
+        QTest::newRow("right edge") << 0.0 << -4.0 << QPointF(1438, 400) << screen << QRectF(1350, 210, 90, 90);
+        QTest::newRow("top left corner") << 0.0 << 4.0 << QPointF(2, 868) << screen << QRectF(0, 688, 90, 90);
+        QTest::newRow("top right corner") << 3.0 << 1.0 << QPointF(1439, 869) << screen << QRectF(1350, 689, 90, 90);
+        QTest::newRow("bottom left corner") << -3.0 << -1.0 << QPointF(0, 1) << screen << QRectF(0, 101, 90, 90);
+        QTest::newRow("bottom right corner") << 2.0 << 0.0 << QPointF(1439, 1) << screen << QRectF(1350, 101, 90, 90);
+        QTest::newRow("hot key at the top edge") << 0.0 << 0.0 << QPointF(700, 860) << screen << QRectF(655, 769, 90, 90);
+        QTest::newRow("on a screen left of the primary") << 0.0 << 4.0 << QPointF(-500, 500) << left << QRectF(-545, 590, 90, 90);
+        QTest::newRow("that screen's top edge") << 0.0 << 4.0 << QPointF(-1000, 860) << left << QRectF(-1024, 680, 90, 90);
+        QTest::newRow("too low for above or below: right") << 0.0 << 4.0 << QPointF(700, 75) << QRectF(0, 0, 1440, 150)
+                                                           << QRectF(745, 30, 90, 90);
+        QTest::newRow("and at the right edge: left") << 0.0 << 4.0 << QPointF(1430, 75) << QRectF(0, 0, 1440, 150)
+                                                     << QRectF(1295, 30, 90, 90);
+    }
+
+    void besidePointer()
+    {
+        QFETCH(qreal, dx);
+        QFETCH(qreal, dy);
+        QFETCH(QPointF, pointer);
+        QFETCH(QRectF, visible);
+        QFETCH(QRectF, frame);
+        const QRectF placed = DropHereGeometry::besidePointer(dx, dy, pointer, visible);
+        QCOMPARE(placed, frame);
+        QVERIFY(visible.contains(placed));
+        QVERIFY(!DropHereGeometry::coversPointer(placed, pointer));
+    }
+
+    void keepOpenRectangles_data()
+    {
+        QTest::addColumn<QPointF>("point");
+        QTest::addColumn<bool>("local");
+        QTest::addColumn<bool>("global");
+        // The window is at (100, 100), 90 by 90, in y-up space.
+        QTest::newRow("on the window") << QPointF(140, 140) << true << true;
+        QTest::newRow("49 left") << QPointF(51, 140) << true << true;
+        QTest::newRow("51 left") << QPointF(49, 140) << false << false;
+        QTest::newRow("60 below: only the window's own tracking keeps it") << QPointF(140, 40) << true << false;
+        QTest::newRow("60 above") << QPointF(140, 250) << true << false;
+        QTest::newRow("90 below") << QPointF(140, 10) << false << false;
+    }
+
+    void keepOpenRectangles()
+    {
+        QFETCH(QPointF, point);
+        QFETCH(bool, local);
+        QFETCH(bool, global);
+        const QRectF window(100, 100, 90, 90);
+        QCOMPARE(DropHereGeometry::pointInRect(point, DropHereGeometry::keepOpenRectLocal(window)), local);
+        QCOMPARE(DropHereGeometry::pointInRect(point, DropHereGeometry::keepOpenRectGlobal(window)), global);
+    }
+
+    void availableType_data()
+    {
+        QTest::addColumn<QStringList>("types");
+        QTest::addColumn<bool>("hasFiles");
+        QTest::addColumn<DragContent::Kind>("kind");
+        QTest::newRow("files") << QStringList{"text/uri-list", "text/plain"} << true << Kind::Files;
+        QTest::newRow("web link") << QStringList{"text/uri-list", "text/plain"} << false << Kind::Url;
+        QTest::newRow("text") << QStringList{"UTF8_STRING", "TEXT"} << false << Kind::String;
+        QTest::newRow("image data") << QStringList{"image/png"} << false << Kind::Image;
+        QTest::newRow("direct save") << QStringList{"XdndDirectSave0"} << false << Kind::Promise;
+        QTest::newRow("nothing known") << QStringList{"application/x-qt-windows-mime"} << false << Kind::None;
+        QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "UTF8_STRING", "text/plain", "XdndDirectSave0",
+                                                                   "application/octet-stream", "text/html"}
+                                                   << false << Kind::Url;
+    }
+
+    void availableType()
+    {
+        QFETCH(QStringList, types);
+        QFETCH(bool, hasFiles);
+        QFETCH(DragContent::Kind, kind);
+        QCOMPARE(DragContent::availableType(types, hasFiles), kind);
+    }
+
+    void gate_data()
+    {
+        QTest::addColumn<QStringList>("paths");
+        QTest::addColumn<bool>("passes");
+        QTest::newRow("nothing") << QStringList() << false;
+        QTest::newRow("two, even volumes") << QStringList{"/media/someone/STICK", "/media/someone/STICK"} << true;
+        QTest::newRow("a volume alone") << QStringList{"/media/someone/STICK"} << false;
+        QTest::newRow("a file") << QStringList{QStringLiteral(QD_TEST_FILE)} << true;
+    }
+
+    void gate()
+    {
+        QFETCH(QStringList, paths);
+        QFETCH(bool, passes);
+        QCOMPARE(SingleItemDropGate::passes(paths), passes);
+    }
+
+    void fileNameForDraggedData_data()
+    {
+        QTest::addColumn<QString>("suggested");
+        QTest::addColumn<QByteArray>("data");
+        QTest::addColumn<QString>("name");
+        const QByteArray png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
+        const QByteArray jpeg("\xff\xd8\xff\xe0\0\x10JFIF\0", 11);
+        QTest::newRow("as suggested") << "harbour.png" << png << "harbour.png";
+        QTest::newRow("an extension the content calls for") << "photo" << jpeg << "photo.jpg";
+        QTest::newRow("a script's address holding a picture") << "show.php" << png << "show.php.png";
+        QTest::newRow("no name at all") << "" << png << "image.png";
+        QTest::newRow("a path is cut to its name") << "../../.config/evil.png" << png << "evil.png";
+        QTest::newRow("never hidden") << ".hidden.png" << png << "hidden.png";
+        QTest::newRow("unknown bytes keep the name") << "data.bin" << QByteArray("\x01\x02\x03") << "data.bin";
+        QTest::newRow("long names are cut before the extension") << QString(300, QLatin1Char('a')) + QStringLiteral(".png")
+                                                                 << png << QString(196, QLatin1Char('a')) + QStringLiteral(".png");
+    }
+
+    void fileNameForDraggedData()
+    {
+        QFETCH(QString, suggested);
+        QFETCH(QByteArray, data);
+        QFETCH(QString, name);
+        QCOMPARE(DragContent::fileNameForDraggedData(suggested, data), name);
+    }
+
+    void handler_data()
+    {
+        QTest::addColumn<QStringList>("types");
+        QTest::addColumn<QStringList>("paths");
+        QTest::addColumn<QString>("appUnderPointer");
+        QTest::addColumn<QString>("frontmost");
+        QTest::addColumn<bool>("hotKeyMode");
+        QTest::addColumn<bool>("allButFileManager");
+        QTest::addColumn<bool>("raised");
+        QTest::addColumn<bool>("counted"); // the drag raised the flag of this drag
+        const QStringList files{"text/uri-list"};
+        const QStringList file{QStringLiteral(QD_TEST_FILE)};
+        QTest::newRow("a file") << files << file << "org.gnome.gedit" << "" << false << false << true << true;
+        QTest::newRow("text") << QStringList{"text/plain"} << QStringList() << "" << "" << false << false << true << true;
+        QTest::newRow("source that does not say") << QStringList() << QStringList() << "" << "" << false << false << true << true;
+        QTest::newRow("unknown type") << QStringList{"application/x-foo"} << QStringList() << "" << "" << false << false << false << false;
+        QTest::newRow("link without image") << files << QStringList() << "" << "" << false << false << false << false;
+        QTest::newRow("lone volume") << files << QStringList{"/media/someone/STICK"} << "" << "" << false << false << false << false;
+        QTest::newRow("over an image editor") << files << file << "org.gimp.GIMP" << "" << false << false << false << false;
+        QTest::newRow("image editor in front") << files << file << "" << "org.kde.krita" << false << false << false << false;
+        QTest::newRow("image editor, hot-key mode") << files << file << "org.gimp.GIMP" << "" << true << false << false << true;
+        QTest::newRow("excluded by the user") << files << file << "org.example.Excluded" << "" << false << false << false << false;
+        QTest::newRow("all but the file manager: elsewhere") << files << file << "org.gnome.gedit" << "" << false << true << false << false;
+        QTest::newRow("all but the file manager: over it") << files << file << "org.gnome.Nautilus" << "" << false << true << true << true;
+        QTest::newRow("all but the file manager: over nothing") << files << file << "" << "" << false << true << false << false;
+    }
+
+    void handler()
+    {
+        QFETCH(QStringList, types);
+        QFETCH(QStringList, paths);
+        QFETCH(QString, appUnderPointer);
+        QFETCH(QString, frontmost);
+        QFETCH(bool, hotKeyMode);
+        QFETCH(bool, allButFileManager);
+        QFETCH(bool, raised);
+        QFETCH(bool, counted);
+        QDir().mkpath(Utils::QDappSupportPath());
+        QVERIFY(Plist::writeFileAtomically(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"),
+                                           QStringList{"org.example.Excluded"}).ok());
+        SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, hotKeyMode);
+        SettingsStore::shared().setBool(SettingsKey::ExclAllButFinder, allButFileManager);
+        f.fakes->windows.appUnderPointer = appUnderPointer;
+        f.fakes->windows.frontmost = frontmost;
+        drag(types, paths);
+        QCOMPARE(f.app->windowIsVsbl(), raised);
+        QCOMPARE(f.app->mouseDraggedBool, counted);
+        QCOMPARE(f.app->myPbrdChangeCount, f.fakes->drag.changeCount()); // looked at once, whatever came of it
+    }
+
+    void raisedAtTheDragsStart_data()
+    {
+        QTest::addColumn<QStringList>("types");
+        QTest::addColumn<bool>("heldInOurOwnWindow");
+        QTest::addColumn<bool>("droppedBeforeTheAnswer");
+        QTest::addColumn<bool>("staysOnceKnown");
+        QTest::newRow("text") << QStringList{"text/plain"} << false << false << true;
+        QTest::newRow("a source that does not say: judged at the drop") << QStringList() << false << false << true;
+        QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "text/plain", "XdndDirectSave0",
+                                                                  "application/octet-stream"}
+                                                   << false << false << true;
+        QTest::newRow("a web link: goes once known") << QStringList{"text/x-moz-url", "text/plain", "text/html"} << false << false
+                                                    << false;
+        QTest::newRow("unknown type: goes once known") << QStringList{"application/x-foo"} << false << false << false;
+        QTest::newRow("unknown type, but the drop came first") << QStringList{"application/x-foo"} << false << true << true;
+        QTest::newRow("a press in our own window") << QStringList{"text/plain"} << true << false << false;
+    }
+
+    // The drag's start (a new owner of the drag selection) raises the window by itself, with the button
+    // held and no motion since; what is dragged is learnt with the window up.
+    void raisedAtTheDragsStart()
+    {
+        QFETCH(QStringList, types);
+        QFETCH(bool, heldInOurOwnWindow);
+        QFETCH(bool, droppedBeforeTheAnswer);
+        QFETCH(bool, staysOnceKnown);
+        f.fakes->pointer.held = PointerDrag{!heldInOurOwnWindow, QPointF(400, 300), 1, 6};
+        f.fakes->drag.answerLater = true;
+        f.fakes->drag.startDrag(types);
+        QCOMPARE(f.app->windowIsVsbl(), !heldInOurOwnWindow);
+        if (heldInOurOwnWindow) {
+            QCOMPARE(f.fakes->drag.asked, 0);
+            return;
+        }
+        const qreal h = DropWindow::primaryScreenHeight();
+        QVERIFY(f.app->window->frameYUp().y() > h - 300); // above the pointer, as the drag goes down
+        QCOMPARE(f.fakes->drag.asked, 1);
+        if (droppedBeforeTheAnswer) {
+            f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
+            f.app->showPanelWithIndex(DropPanelDefault);
+        }
+        f.fakes->drag.answer();
+        QCOMPARE(f.app->windowIsVsbl(), staysOnceKnown);
+        QCOMPARE(f.app->oneofThePanelsIsShown, droppedBeforeTheAnswer);
+        if (droppedBeforeTheAnswer)
+            return;
+        f.fakes->pointer.drag(QPointF(420, 330), 2, 3); // the same drag goes on: nothing new
+        QCOMPARE(f.app->windowIsVsbl(), staysOnceKnown);
+        QCOMPARE(f.fakes->drag.asked, 1);
+    }
+
+    void aDragStartedAtThePressWaitsForItsFirstMotion()
+    {
+        f.fakes->pointer.held = PointerDrag{true, QPointF(400, 300), 0, 0};
+        f.fakes->drag.startDrag({"text/plain"});
+        QVERIFY(!f.app->windowIsVsbl()); // no way known yet to keep out of
+        f.fakes->pointer.drag(QPointF(400, 304), 0, 4);
+        QVERIFY(f.app->windowIsVsbl());
+        QVERIFY(f.app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
+    }
+
+    void oneRaisePerDrag()
+    {
+        drag({"text/plain"});
+        QVERIFY(f.app->windowIsVsbl());
+        f.app->orderOutTheWindow();
+        f.fakes->pointer.drag(QPointF(420, 300), 3, 4); // the same drag goes on
+        QVERIFY(!f.app->windowIsVsbl());
+        drag({"text/plain"}); // a new drag
+        QVERIFY(f.app->windowIsVsbl());
+    }
+
+    void aDragElsewhereDismissesAPanel()
+    {
+        drag({"text/plain"});
+        f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
+        f.app->showPanelWithIndex(DropPanelDefault);
+        f.fakes->pointer.drag(QPointF(900, 700), 5, 5);
+        QVERIFY(!f.app->windowIsVsbl());
+    }
+
+    void pointerLeavingCloses()
+    {
+        drag({"text/plain"});
+        QVERIFY(f.app->windowIsVsbl());
+        QVERIFY(f.fakes->pointer.tracking);
+        const QRectF frame = f.app->window->frameYUp();
+        const qreal h = DropWindow::primaryScreenHeight();
+        // 40 points right of the window: inside the keep-open margin.
+        f.fakes->pointer.move(QPointF(frame.right() + 40, h - frame.center().y()));
+        QVERIFY(f.app->windowIsVsbl());
+        f.app->shouldNotCloseYet = true; // something took the pointer away on purpose
+        f.fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
+        QVERIFY(f.app->windowIsVsbl());
+        f.fakes->pointer.move(QPointF(frame.center().x(), h - frame.center().y())); // back: closing is armed again
+        QVERIFY(!f.app->shouldNotCloseYet);
+        f.fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
+        QVERIFY(!f.app->windowIsVsbl());
+        QVERIFY(!f.fakes->pointer.tracking);
+    }
 
 private:
     void drag(const QStringList &types, const QStringList &paths = {});
@@ -61,301 +317,10 @@ private:
     LaunchedFixture f;
 };
 
-void DragWatchTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-}
-
 void DragWatchTest::drag(const QStringList &types, const QStringList &paths)
 {
     f.fakes->drag.startDrag(types, paths);
     f.fakes->pointer.drag(QPointF(400, 300), 3, 4);
-}
-
-void DragWatchTest::besidePointer_data()
-{
-    QTest::addColumn<qreal>("dx");
-    QTest::addColumn<qreal>("dy");
-    QTest::addColumn<QPointF>("pointer");
-    QTest::addColumn<QRectF>("visible");
-    QTest::addColumn<QRectF>("frame");
-    // y-up: a 1440 by 870 visible frame; a second screen left of it, lower, with negative x.
-    const QRectF screen(0, 0, 1440, 870);
-    const QRectF left(-1024, 100, 1024, 768);
-    QTest::newRow("middle, downward: above") << 0.0 << 4.0 << QPointF(700, 400) << screen << QRectF(655, 490, 90, 90);
-    QTest::newRow("middle, upward: below") << 0.0 << -4.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
-    QTest::newRow("sideways counts as upward") << 5.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
-    QTest::newRow("hot key: bottom edge at the pointer") << 0.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 400, 90, 90);
-    QTest::newRow("top edge, downward: below instead") << 0.0 << 4.0 << QPointF(700, 860) << screen << QRectF(655, 680, 90, 90);
-    QTest::newRow("bottom edge, upward: above instead") << 0.0 << -4.0 << QPointF(700, 20) << screen << QRectF(655, 120, 90, 90);
-    QTest::newRow("left edge") << 0.0 << 4.0 << QPointF(5, 400) << screen << QRectF(0, 490, 90, 90);
-    QTest::newRow("right edge") << 0.0 << -4.0 << QPointF(1438, 400) << screen << QRectF(1350, 210, 90, 90);
-    QTest::newRow("top left corner") << 0.0 << 4.0 << QPointF(2, 868) << screen << QRectF(0, 688, 90, 90);
-    QTest::newRow("top right corner") << 3.0 << 1.0 << QPointF(1439, 869) << screen << QRectF(1350, 689, 90, 90);
-    QTest::newRow("bottom left corner") << -3.0 << -1.0 << QPointF(0, 1) << screen << QRectF(0, 101, 90, 90);
-    QTest::newRow("bottom right corner") << 2.0 << 0.0 << QPointF(1439, 1) << screen << QRectF(1350, 101, 90, 90);
-    QTest::newRow("hot key at the top edge") << 0.0 << 0.0 << QPointF(700, 860) << screen << QRectF(655, 769, 90, 90);
-    QTest::newRow("on a screen left of the primary") << 0.0 << 4.0 << QPointF(-500, 500) << left << QRectF(-545, 590, 90, 90);
-    QTest::newRow("that screen's top edge") << 0.0 << 4.0 << QPointF(-1000, 860) << left << QRectF(-1024, 680, 90, 90);
-    QTest::newRow("too low for above or below: right") << 0.0 << 4.0 << QPointF(700, 75) << QRectF(0, 0, 1440, 150)
-                                                       << QRectF(745, 30, 90, 90);
-    QTest::newRow("and at the right edge: left") << 0.0 << 4.0 << QPointF(1430, 75) << QRectF(0, 0, 1440, 150)
-                                                 << QRectF(1295, 30, 90, 90);
-}
-
-void DragWatchTest::besidePointer()
-{
-    QFETCH(qreal, dx);
-    QFETCH(qreal, dy);
-    QFETCH(QPointF, pointer);
-    QFETCH(QRectF, visible);
-    QFETCH(QRectF, frame);
-    const QRectF placed = DropHereGeometry::besidePointer(dx, dy, pointer, visible);
-    QCOMPARE(placed, frame);
-    QVERIFY(visible.contains(placed));
-    QVERIFY(!DropHereGeometry::coversPointer(placed, pointer));
-}
-
-void DragWatchTest::keepOpenRectangles_data()
-{
-    QTest::addColumn<QPointF>("point");
-    QTest::addColumn<bool>("local");
-    QTest::addColumn<bool>("global");
-    // The window is at (100, 100), 90 by 90, in y-up space.
-    QTest::newRow("on the window") << QPointF(140, 140) << true << true;
-    QTest::newRow("49 left") << QPointF(51, 140) << true << true;
-    QTest::newRow("51 left") << QPointF(49, 140) << false << false;
-    QTest::newRow("60 below: only the window's own tracking keeps it") << QPointF(140, 40) << true << false;
-    QTest::newRow("60 above") << QPointF(140, 250) << true << false;
-    QTest::newRow("90 below") << QPointF(140, 10) << false << false;
-}
-
-void DragWatchTest::keepOpenRectangles()
-{
-    QFETCH(QPointF, point);
-    QFETCH(bool, local);
-    QFETCH(bool, global);
-    const QRectF window(100, 100, 90, 90);
-    QCOMPARE(DropHereGeometry::pointInRect(point, DropHereGeometry::keepOpenRectLocal(window)), local);
-    QCOMPARE(DropHereGeometry::pointInRect(point, DropHereGeometry::keepOpenRectGlobal(window)), global);
-}
-
-void DragWatchTest::availableType_data()
-{
-    QTest::addColumn<QStringList>("types");
-    QTest::addColumn<bool>("hasFiles");
-    QTest::addColumn<DragContent::Kind>("kind");
-    QTest::newRow("files") << QStringList{"text/uri-list", "text/plain"} << true << Kind::Files;
-    QTest::newRow("web link") << QStringList{"text/uri-list", "text/plain"} << false << Kind::Url;
-    QTest::newRow("text") << QStringList{"UTF8_STRING", "TEXT"} << false << Kind::String;
-    QTest::newRow("image data") << QStringList{"image/png"} << false << Kind::Image;
-    QTest::newRow("direct save") << QStringList{"XdndDirectSave0"} << false << Kind::Promise;
-    QTest::newRow("nothing known") << QStringList{"application/x-qt-windows-mime"} << false << Kind::None;
-    QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "UTF8_STRING", "text/plain", "XdndDirectSave0",
-                                                               "application/octet-stream", "text/html"}
-                                               << false << Kind::Url;
-}
-
-void DragWatchTest::availableType()
-{
-    QFETCH(QStringList, types);
-    QFETCH(bool, hasFiles);
-    QFETCH(DragContent::Kind, kind);
-    QCOMPARE(DragContent::availableType(types, hasFiles), kind);
-}
-
-void DragWatchTest::fileNameForDraggedData_data()
-{
-    QTest::addColumn<QString>("suggested");
-    QTest::addColumn<QByteArray>("data");
-    QTest::addColumn<QString>("name");
-    const QByteArray png("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16);
-    const QByteArray jpeg("\xff\xd8\xff\xe0\0\x10JFIF\0", 11);
-    QTest::newRow("as suggested") << "harbour.png" << png << "harbour.png";
-    QTest::newRow("an extension the content calls for") << "photo" << jpeg << "photo.jpg";
-    QTest::newRow("a script's address holding a picture") << "show.php" << png << "show.php.png";
-    QTest::newRow("no name at all") << "" << png << "image.png";
-    QTest::newRow("a path is cut to its name") << "../../.config/evil.png" << png << "evil.png";
-    QTest::newRow("never hidden") << ".hidden.png" << png << "hidden.png";
-    QTest::newRow("unknown bytes keep the name") << "data.bin" << QByteArray("\x01\x02\x03") << "data.bin";
-    QTest::newRow("long names are cut before the extension") << QString(300, QLatin1Char('a')) + QStringLiteral(".png")
-                                                             << png << QString(196, QLatin1Char('a')) + QStringLiteral(".png");
-}
-
-void DragWatchTest::fileNameForDraggedData()
-{
-    QFETCH(QString, suggested);
-    QFETCH(QByteArray, data);
-    QFETCH(QString, name);
-    QCOMPARE(DragContent::fileNameForDraggedData(suggested, data), name);
-}
-
-void DragWatchTest::gate_data()
-{
-    QTest::addColumn<QStringList>("paths");
-    QTest::addColumn<bool>("passes");
-    QTest::newRow("nothing") << QStringList() << false;
-    QTest::newRow("two, even volumes") << QStringList{"/media/someone/STICK", "/media/someone/STICK"} << true;
-    QTest::newRow("a volume alone") << QStringList{"/media/someone/STICK"} << false;
-    QTest::newRow("a file") << QStringList{QStringLiteral(QD_TEST_FILE)} << true;
-}
-
-void DragWatchTest::gate()
-{
-    QFETCH(QStringList, paths);
-    QFETCH(bool, passes);
-    QCOMPARE(SingleItemDropGate::passes(paths), passes);
-}
-
-void DragWatchTest::handler_data()
-{
-    QTest::addColumn<QStringList>("types");
-    QTest::addColumn<QStringList>("paths");
-    QTest::addColumn<QString>("appUnderPointer");
-    QTest::addColumn<QString>("frontmost");
-    QTest::addColumn<bool>("hotKeyMode");
-    QTest::addColumn<bool>("allButFileManager");
-    QTest::addColumn<bool>("raised");
-    QTest::addColumn<bool>("counted"); // the drag raised the flag of this drag
-    const QStringList files{"text/uri-list"};
-    const QStringList file{QStringLiteral(QD_TEST_FILE)};
-    QTest::newRow("a file") << files << file << "org.gnome.gedit" << "" << false << false << true << true;
-    QTest::newRow("text") << QStringList{"text/plain"} << QStringList() << "" << "" << false << false << true << true;
-    QTest::newRow("source that does not say") << QStringList() << QStringList() << "" << "" << false << false << true << true;
-    QTest::newRow("unknown type") << QStringList{"application/x-foo"} << QStringList() << "" << "" << false << false << false << false;
-    QTest::newRow("link without image") << files << QStringList() << "" << "" << false << false << false << false;
-    QTest::newRow("lone volume") << files << QStringList{"/media/someone/STICK"} << "" << "" << false << false << false << false;
-    QTest::newRow("over an image editor") << files << file << "org.gimp.GIMP" << "" << false << false << false << false;
-    QTest::newRow("image editor in front") << files << file << "" << "org.kde.krita" << false << false << false << false;
-    QTest::newRow("image editor, hot-key mode") << files << file << "org.gimp.GIMP" << "" << true << false << false << true;
-    QTest::newRow("excluded by the user") << files << file << "org.example.Excluded" << "" << false << false << false << false;
-    QTest::newRow("all but the file manager: elsewhere") << files << file << "org.gnome.gedit" << "" << false << true << false << false;
-    QTest::newRow("all but the file manager: over it") << files << file << "org.gnome.Nautilus" << "" << false << true << true << true;
-    QTest::newRow("all but the file manager: over nothing") << files << file << "" << "" << false << true << false << false;
-}
-
-void DragWatchTest::handler()
-{
-    QFETCH(QStringList, types);
-    QFETCH(QStringList, paths);
-    QFETCH(QString, appUnderPointer);
-    QFETCH(QString, frontmost);
-    QFETCH(bool, hotKeyMode);
-    QFETCH(bool, allButFileManager);
-    QFETCH(bool, raised);
-    QFETCH(bool, counted);
-    QDir().mkpath(Utils::QDappSupportPath());
-    QVERIFY(Plist::writeFileAtomically(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"),
-                                       QStringList{"org.example.Excluded"}).ok());
-    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, hotKeyMode);
-    SettingsStore::shared().setBool(SettingsKey::ExclAllButFinder, allButFileManager);
-    f.fakes->windows.appUnderPointer = appUnderPointer;
-    f.fakes->windows.frontmost = frontmost;
-    drag(types, paths);
-    QCOMPARE(f.app->windowIsVsbl(), raised);
-    QCOMPARE(f.app->mouseDraggedBool, counted);
-    QCOMPARE(f.app->myPbrdChangeCount, f.fakes->drag.changeCount()); // looked at once, whatever came of it
-}
-
-void DragWatchTest::raisedAtTheDragsStart_data()
-{
-    QTest::addColumn<QStringList>("types");
-    QTest::addColumn<bool>("heldInOurOwnWindow");
-    QTest::addColumn<bool>("droppedBeforeTheAnswer");
-    QTest::addColumn<bool>("staysOnceKnown");
-    QTest::newRow("text") << QStringList{"text/plain"} << false << false << true;
-    QTest::newRow("a source that does not say: judged at the drop") << QStringList() << false << false << true;
-    QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "text/plain", "XdndDirectSave0",
-                                                              "application/octet-stream"}
-                                               << false << false << true;
-    QTest::newRow("a web link: goes once known") << QStringList{"text/x-moz-url", "text/plain", "text/html"} << false << false
-                                                << false;
-    QTest::newRow("unknown type: goes once known") << QStringList{"application/x-foo"} << false << false << false;
-    QTest::newRow("unknown type, but the drop came first") << QStringList{"application/x-foo"} << false << true << true;
-    QTest::newRow("a press in our own window") << QStringList{"text/plain"} << true << false << false;
-}
-
-// The drag's start (a new owner of the drag selection) raises the window by itself, with the button
-// held and no motion since; what is dragged is learnt with the window up.
-void DragWatchTest::raisedAtTheDragsStart()
-{
-    QFETCH(QStringList, types);
-    QFETCH(bool, heldInOurOwnWindow);
-    QFETCH(bool, droppedBeforeTheAnswer);
-    QFETCH(bool, staysOnceKnown);
-    f.fakes->pointer.held = PointerDrag{!heldInOurOwnWindow, QPointF(400, 300), 1, 6};
-    f.fakes->drag.answerLater = true;
-    f.fakes->drag.startDrag(types);
-    QCOMPARE(f.app->windowIsVsbl(), !heldInOurOwnWindow);
-    if (heldInOurOwnWindow) {
-        QCOMPARE(f.fakes->drag.asked, 0);
-        return;
-    }
-    const qreal h = DropWindow::primaryScreenHeight();
-    QVERIFY(f.app->window->frameYUp().y() > h - 300); // above the pointer, as the drag goes down
-    QCOMPARE(f.fakes->drag.asked, 1);
-    if (droppedBeforeTheAnswer) {
-        f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
-        f.app->showPanelWithIndex(DropPanelDefault);
-    }
-    f.fakes->drag.answer();
-    QCOMPARE(f.app->windowIsVsbl(), staysOnceKnown);
-    QCOMPARE(f.app->oneofThePanelsIsShown, droppedBeforeTheAnswer);
-    if (droppedBeforeTheAnswer)
-        return;
-    f.fakes->pointer.drag(QPointF(420, 330), 2, 3); // the same drag goes on: nothing new
-    QCOMPARE(f.app->windowIsVsbl(), staysOnceKnown);
-    QCOMPARE(f.fakes->drag.asked, 1);
-}
-
-void DragWatchTest::aDragStartedAtThePressWaitsForItsFirstMotion()
-{
-    f.fakes->pointer.held = PointerDrag{true, QPointF(400, 300), 0, 0};
-    f.fakes->drag.startDrag({"text/plain"});
-    QVERIFY(!f.app->windowIsVsbl()); // no way known yet to keep out of
-    f.fakes->pointer.drag(QPointF(400, 304), 0, 4);
-    QVERIFY(f.app->windowIsVsbl());
-    QVERIFY(f.app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
-}
-
-void DragWatchTest::oneRaisePerDrag()
-{
-    drag({"text/plain"});
-    QVERIFY(f.app->windowIsVsbl());
-    f.app->orderOutTheWindow();
-    f.fakes->pointer.drag(QPointF(420, 300), 3, 4); // the same drag goes on
-    QVERIFY(!f.app->windowIsVsbl());
-    drag({"text/plain"}); // a new drag
-    QVERIFY(f.app->windowIsVsbl());
-}
-
-void DragWatchTest::aDragElsewhereDismissesAPanel()
-{
-    drag({"text/plain"});
-    f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
-    f.app->showPanelWithIndex(DropPanelDefault);
-    f.fakes->pointer.drag(QPointF(900, 700), 5, 5);
-    QVERIFY(!f.app->windowIsVsbl());
-}
-
-void DragWatchTest::pointerLeavingCloses()
-{
-    drag({"text/plain"});
-    QVERIFY(f.app->windowIsVsbl());
-    QVERIFY(f.fakes->pointer.tracking);
-    const QRectF frame = f.app->window->frameYUp();
-    const qreal h = DropWindow::primaryScreenHeight();
-    // 40 points right of the window: inside the keep-open margin.
-    f.fakes->pointer.move(QPointF(frame.right() + 40, h - frame.center().y()));
-    QVERIFY(f.app->windowIsVsbl());
-    f.app->shouldNotCloseYet = true; // something took the pointer away on purpose
-    f.fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
-    QVERIFY(f.app->windowIsVsbl());
-    f.fakes->pointer.move(QPointF(frame.center().x(), h - frame.center().y())); // back: closing is armed again
-    QVERIFY(!f.app->shouldNotCloseYet);
-    f.fakes->pointer.move(QPointF(frame.right() + 200, h - frame.center().y()));
-    QVERIFY(!f.app->windowIsVsbl());
-    QVERIFY(!f.fakes->pointer.tracking);
 }
 
 QTEST_MAIN(DragWatchTest)

@@ -3,7 +3,6 @@
 
 #include "LaunchedProgram.h"
 #include "TextFit.h"
-#include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
@@ -11,70 +10,468 @@
 #include "core/overlays/WallpaperOverlayVC.h"
 #include "core/overlays/PdfToImgVC.h"
 #include "core/panels/PanelCatalog.h"
-#include "core/settings/SettingsKeys.h"
-#include "core/settings/SettingsStore.h"
-#include "core/texts/Texts.h"
 #include "core/window/ActionPanelView.h"
 #include "core/window/BusyView.h"
 #include "core/window/DropFilesHereView.h"
 #include "core/window/DropView.h"
-#include "core/window/DropWindow.h"
 #include "core/overlays/LockedPDFEnterPass.h"
 #include "fileops/ui/ConflictDialog.h"
 #include "menubar/statusitem/CCNStatusItem.h"
 #include "menubar/tutorial/MIHSliderView.h"
 #include "menubar/tutorial/QDIntroSlides.h"
-#include "platform/fake/FakePlatform.h"
-#include "utils/Utils.h"
-#include "widgets/ActionButton.h"
 
-#include <QApplication>
 #include <QClipboard>
-#include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUrl>
 
-#include <memory>
 
 class DropWindowTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { englishTestMode(); }
+
     void init()
     {
         f.launch();
         f.app->showDropTargetAt(QPointF(400, 300));
     }
-    void cleanup();
-    void libraryImageDisablesWhatWouldChangeIt();
-    void severalFilesWithOneImage();
-    void defaultPanelFollowsTheFile_data();
-    void defaultPanelFollowsTheFile();
-    void onlyOurTempFolderHoldsAnotherApplicationsFiles();
-    void textPanelCountsAndRereads();
-    void windowStatesFollowTheTable();
-    void busyViewSpinsUpToOne_data();
-    void busyViewSpinsUpToOne();
-    void sizeAndPathButtons();
-    void dpiFieldIsResetOutsideItsRange_data();
-    void dpiFieldIsResetOutsideItsRange();
-    void onlyTheMoveOverlayIgnoresBackgroundClicks();
-    void closeTagClosesEveryOverlay();
-    void everyPanelButtonHasItsAction();
-    void notificationClickRevealsOrOpens();
-    void keysCloseAndPress();
-    void pasteActsAsADrop_data();
-    void pasteActsAsADrop();
-    void everyTextFits_data();
-    void everyTextFits();
+
+    void cleanup()
+    {
+        f.close();
+        Texts::setLanguage(QStringLiteral("en"));
+    }
+
+    void libraryImageDisablesWhatWouldChangeIt()
+    {
+        // The library folder is that of the real home, from the password database: a folder of our own
+        // in it, removed again, with the library folder itself if the test made it.
+        const QString library = Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/Library");
+        const bool madeLibrary = !QFileInfo::exists(library);
+        QVERIFY(QDir().mkpath(library));
+        QTemporaryDir inLibrary(library + QStringLiteral("/quaydrop-test-XXXXXX"));
+        QVERIFY(inLibrary.isValid());
+        f.drop({writtenFile(inLibrary.path() + QStringLiteral("/icon.png"), pngBytes())});
+        QVERIFY(f.app->libraryFolderFile);
+        ActionPanelView *view = current();
+        QCOMPARE(view->objectName(), QStringLiteral("imgActionPanel"));
+        for (const char *off : {"zipImgBtn", "revealImginFinderBtn", "createNewFImgBtn", "trashImgBtn"})
+            QVERIFY2(!view->button(QLatin1String(off))->isEnabled(), off);
+        for (const char *on : {"mailImgBtn", "shareImgBtn", "resizeImgBtn", "deskPbtn", "moveFileToBtn"})
+            QVERIFY2(view->button(QLatin1String(on))->isEnabled(), on);
+        inLibrary.remove();
+        if (madeLibrary)
+            QDir().rmdir(library);
+    }
+
+    void severalFilesWithOneImage()
+    {
+        const QString image = f.file(QStringLiteral("one.png"), pngBytes());
+        const QString other = f.file(QStringLiteral("first.bin"));
+        f.drop({other, image});
+        QCOMPARE(f.app->imgsOnlyPathsArr, QStringList{image});
+        QVERIFY(!f.app->multiFilesActionPanelShown);
+        QVERIFY(current()->button(QStringLiteral("multiResizeImg"))->isEnabled());
+        f.app->orderOutTheWindow();
+        QVERIFY(f.app->imgsOnlyPathsArr.isEmpty());
+        QVERIFY(!f.app->multiFilesActionPanelShown);
+    }
+
+    void defaultPanelFollowsTheFile_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("pdfButtons");
+        QTest::addColumn<bool>("zip");
+        QTest::newRow("PDF") << "report.pdf" << QByteArray("%PDF-1.7\n%%EOF\n") << true << true;
+        QTest::newRow("PDF without extension") << "scan" << QByteArray("%PDF-1.4\n") << true << true;
+        QTest::newRow("PDF after a mailer's junk") << "mailed.pdf" << QByteArray("junk\r\n%PDF-1.4\n") << true << true;
+        QTest::newRow("text named like a PDF") << "fake.pdf" << QByteArray("just words") << false << true;
+        QTest::newRow("folder named like a PDF") << "papers.pdf/" << QByteArray() << false << true;
+        QTest::newRow("archive") << "photos.zip" << QByteArray("PK\x03\x04") << false << false;
+    }
+
+    void defaultPanelFollowsTheFile()
+    {
+        QFETCH(QString, name);
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, pdfButtons);
+        QFETCH(bool, zip);
+        QString path = f.dir.path() + QLatin1Char('/') + name.chopped(name.endsWith(QLatin1Char('/')) ? 1 : 0);
+        if (name.endsWith(QLatin1Char('/')))
+            QVERIFY(QDir().mkpath(path));
+        else
+            path = f.file(name, bytes);
+        f.drop({path});
+        QCOMPARE(current()->objectName(), QStringLiteral("defaultActionPanel"));
+        for (const char *b : {"printPrTbleFileBtn", "convrtPDFToImgBtn"}) {
+            QCOMPARE(current()->button(QLatin1String(b))->isVisible(), pdfButtons);
+            QCOMPARE(current()->button(QLatin1String(b))->isEnabled(), pdfButtons);
+        }
+        QCOMPARE(current()->button(QStringLiteral("zipBtn"))->isEnabled(), zip);
+    }
+
+    void onlyOurTempFolderHoldsAnotherApplicationsFiles()
+    {
+        // The test's folder lies below /tmp: a file there is the user's like any other.
+        f.drop({f.file(QStringLiteral("under-tmp.bin"))});
+        QVERIFY(!f.app->droppedImageFromOtherApp);
+        QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
+        // What another application handed out is kept in our own temp folder.
+        const QString handedOut = writtenFile(Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin"));
+        f.drop({handedOut});
+        QVERIFY(f.app->droppedImageFromOtherApp);
+        QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
+        QFile::remove(handedOut);
+    }
+
+    void textPanelCountsAndRereads()
+    {
+        dropText(QStringLiteral("Ships leave, at dawn."));
+        ActionPanelView *view = current();
+        QCOMPARE(view->objectName(), QStringLiteral("stringDroppedActionPanel"));
+        QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("21"));
+        QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("4"));
+        QCOMPARE(view->button(QStringLiteral("droppedStrToClipboardBtn"))->text(), QStringLiteral("Copy to clipboard"));
+        QVERIFY(f.app->filePathsArr.isEmpty());
+        f.app->showDropTargetAt(QPointF(400, 300));
+        dropText(QStringLiteral("two words"));
+        QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("9"));
+        QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("2"));
+    }
+
+    void windowStatesFollowTheTable()
+    {
+        auto state = [this] {
+            if (!f.app->windowIsVsbl())
+                return QStringLiteral("Hidden");
+            if (f.app->emptyContviewIsShown)
+                return QStringLiteral("Busy");
+            if (f.app->isModalOverlayVisible())
+                return QStringLiteral("Overlay");
+            return f.app->oneofThePanelsIsShown ? QStringLiteral("Panel") : QStringLiteral("DropTarget");
+        };
+        QCOMPARE(state(), QStringLiteral("DropTarget"));
+        QVERIFY(!f.app->window->takesFocus()); // waiting for a drop never takes the focus
+        f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 10, true);
+        QCOMPARE(state(), QStringLiteral("Busy"));
+        // A second call while busy changes nothing: the text, the progress, the bar and its cancel stay.
+        f.app->emptyContview->incrementBy(3);
+        f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
+        QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Loading"));
+        QCOMPARE(f.app->emptyContview->value(), 3.0);
+        QVERIFY(f.app->emptyContview->isBar());
+        QVERIFY(!f.app->emptyContview->cancelProgressBtn->isHidden() && f.app->emptyContview->cancelProgressBtn->isEnabled());
+        f.app->filePathsArr = {f.file(QStringLiteral("f.bin"))};
+        f.app->showPanelWithIndex(DropPanelDefault);
+        QCOMPARE(state(), QStringLiteral("Panel"));
+        f.app->moveToBtnAction();
+        QCOMPARE(state(), QStringLiteral("Overlay"));
+        QCOMPARE(f.app->window->height(), 300);
+        f.app->closeVisibleModalOverlay();
+        QCOMPARE(state(), QStringLiteral("Panel"));
+        QCOMPARE(f.app->window->height(), 235);
+        f.app->moveToBtnAction();
+        f.app->orderOutTheWindow(); // from the overlay straight to hidden
+        QCOMPARE(state(), QStringLiteral("Hidden"));
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QVERIFY(!f.app->oneofThePanelsIsShown);
+        f.app->showDropTargetAt(QPointF(400, 300));
+        QCOMPARE(state(), QStringLiteral("DropTarget"));
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
+    }
+
+    void busyViewSpinsUpToOne_data()
+    {
+        QTest::addColumn<double>("maximum");
+        QTest::addColumn<bool>("spins");
+        QTest::newRow("none") << 0.0 << true;
+        QTest::newRow("exactly one") << 1.0 << true;
+        QTest::newRow("two") << 2.0 << false;
+    }
+
+    void busyViewSpinsUpToOne()
+    {
+        QFETCH(double, maximum);
+        QFETCH(bool, spins);
+        f.app->showProcessingProgressLabelTxt(QStringLiteral("Resizing"), 0.8, maximum, false);
+        QCOMPARE(f.app->emptyContview->isSpinning(), spins);
+        QCOMPARE(f.app->emptyContview->isBar(), !spins);
+        QVERIFY(f.app->emptyContview->cancelProgressBtn->isHidden());
+        QCOMPARE(f.app->emptyContview->alpha(), 0.8);
+    }
+
+    void sizeAndPathButtons()
+    {
+        const QString file = f.file(QStringLiteral("path me.txt"), QByteArray(9000, 'q'));
+        f.drop({file});
+        // The size button is filled in the background.
+        ActionButton *size = current()->button(QStringLiteral("sizeDocPanelBtn"));
+        QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
+        QVERIFY(!size->isBusy());
+        ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
+        QCOMPARE(path->text(), Texts::localized("/path"));
+        path->click();
+        QCOMPARE(path->text(), QStringLiteral("Copied!"));
+        QCOMPARE(QGuiApplication::clipboard()->text(), file);
+        QTRY_COMPARE_WITH_TIMEOUT(path->text(), Texts::localized("/path"), 2000);
+        // A window that closed meanwhile keeps the copied title: nothing touches a hidden panel.
+        path->click();
+        f.app->orderOutTheWindow();
+        QTest::qWait(700);
+        QCOMPARE(path->text(), QStringLiteral("Copied!"));
+    }
+
+    void dpiFieldIsResetOutsideItsRange_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("zero") << "0" << "150";
+        QTest::newRow("above 1000") << "1001" << "150";
+        QTest::newRow("below 72") << "71" << "150";
+        QTest::newRow("72 stays") << "72" << "72";
+        QTest::newRow("1000 stays") << "1000" << "1000";
+        QTest::newRow("no number") << "abc" << "150";
+    }
+
+    void dpiFieldIsResetOutsideItsRange()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, shown);
+        f.app->pdfToImgConvVC->DPItxtFld->setText(typed);
+        f.app->showOverlayPanel(f.app->pdfToImgConvVC);
+        QCOMPARE(f.app->pdfToImgConvVC->DPItxtFld->text(), shown);
+    }
+
+    void onlyTheMoveOverlayIgnoresBackgroundClicks()
+    {
+        f.app->filePathsArr = {f.file(QStringLiteral("m.bin"))};
+        f.app->showPanelWithIndex(DropPanelDefault);
+        auto backgroundOf = [this] { return f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayView")); };
+        f.app->moveToBtnAction();
+        QVERIFY(backgroundOf());
+        QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
+        QVERIFY(f.app->isModalOverlayVisible());
+        f.app->closeVisibleModalOverlay();
+        f.app->showOverlayPanel(f.app->enterFolderNameVC);
+        // A click on the card between its fields keeps what was typed.
+        f.app->enterFolderNameVC->folderNameTF->setText(QStringLiteral("Quay"));
+        QWidget *card = f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
+        QWidget *empty = f.app->enterFolderNameVC;
+        QTest::mouseClick(empty, Qt::LeftButton, {}, empty->mapFrom(card, QPoint(card->width() / 2, card->height() - 60)));
+        QVERIFY(f.app->isModalOverlayVisible());
+        QCOMPARE(f.app->enterFolderNameVC->folderNameTF->text(), QStringLiteral("Quay"));
+        QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2)); // outside the card
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QVERIFY(f.app->oneofThePanelsIsShown); // back on the panel
+    }
+
+    void closeTagClosesEveryOverlay()
+    {
+        const QList<OverlayController *> controllers = {f.app->renameFlsVC,  f.app->wpChangeVC,   f.app->imgShareVC,
+                                                        f.app->pdfToImgConvVC, f.app->imgConvrtVC, f.app->imgResizeVC,
+                                                        f.app->enterFolderNameVC, f.app->fileCreateVC};
+        QSignalSpy missing(f.app.get(), &AppDelegate::actionNotAvailable);
+        for (OverlayController *c : controllers) {
+            f.app->showOverlayPanel(c);
+            QVERIFY2(f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
+            QPushButton *close = nullptr;
+            for (QPushButton *b : c->findChildren<QPushButton *>())
+                if (b->property("tag").toLongLong() == c->closeTag())
+                    close = b;
+            QVERIFY2(close, qPrintable(c->objectName()));
+            close->click();
+            QVERIFY2(!f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
+        }
+        QCOMPARE(missing.count(), 0); // closing is no missing action
+        f.app->showOverlayPanel(f.app->moveFileVC);
+        f.app->moveFileVC->goBackBtn->click();
+        QVERIFY(!f.app->isModalOverlayVisible());
+    }
+
+    void everyPanelButtonHasItsAction()
+    {
+        for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
+                                      DropPanelOtherAppImage, DropPanelMultiFiles})
+            for (const PanelButtonSpec &button : PanelCatalog::buttonsOf(panel))
+                QVERIFY2(AppDelegate::handlesAction(QString::fromLatin1(button.action)), button.action);
+        QSignalSpy missing(f.app.get(), &AppDelegate::actionNotAvailable);
+        f.app->performAction(QStringLiteral("noSuchAction"), nullptr);
+        QCOMPARE(missing.count(), 1);
+    }
+
+    void notificationClickRevealsOrOpens()
+    {
+        f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
+                                                {{QStringLiteral("filePaths"), QStringList{"/tmp/a", "/tmp/b"}}}});
+        const QString archive = f.file(QStringLiteral("a.zip"));
+        f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
+                                                {{QStringLiteral("OpenPath"), archive}}});
+        f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"), {}});
+        f.fakes->notifications.click(0);
+        f.fakes->notifications.click(1);
+        f.fakes->notifications.click(2);
+        QCOMPARE(f.fakes->workspace.revealed, (QList<QStringList>{{"/tmp/a", "/tmp/b"}}));
+        QCOMPARE(f.fakes->workspace.opened, QStringList{archive});
+        f.app->userNotificationCenterDidActivate({{QStringLiteral("OpenPath"), archive}}, 3);
+        QCOMPARE(f.fakes->workspace.opened.size(), 1); // neither a click nor its button
+    }
+
+    void keysCloseAndPress()
+    {
+        const QString notes = f.file(QStringLiteral("keys.txt"));
+        f.drop({notes});
+        // Return presses the button that has the focus.
+        ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
+        path->setFocus();
+        QTest::keyClick(f.app->window, Qt::Key_Return);
+        QTRY_COMPARE(QGuiApplication::clipboard()->text(), notes);
+        // In an overlay Return presses its default button; Escape closes the overlay, then the window.
+        qint64 tag = -1;
+        f.app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
+        f.app->renameFlsVC->destPathForRename = QFileInfo(notes).absolutePath();
+        f.app->showOverlayPanel(f.app->renameFlsVC);
+        f.app->renameFlsVC->renameNameTF->setFocus();
+        QTest::keyClicks(f.app->renameFlsVC->renameNameTF, QStringLiteral("x"));
+        QTest::keyClick(f.app->renameFlsVC->renameNameTF, Qt::Key_Return);
+        QTRY_COMPARE(tag, qint64(1)); // "Rename"
+        QTest::keyClick(f.app->renameFlsVC->renameNameTF, Qt::Key_Escape);
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QVERIFY(f.app->windowIsVsbl());
+        QTest::keyClick(f.app->window, Qt::Key_Escape);
+        QVERIFY(!f.app->windowIsVsbl());
+        // Opened by the hot key, the waiting window takes the keys; opened by a drag it never does.
+        SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
+        f.app->showPanelHKNotif();
+        QVERIFY(f.app->windowIsVsbl());
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
+        QVERIFY(f.app->window->takesFocus());
+    }
+
+    void pasteActsAsADrop_data()
+    {
+        QTest::addColumn<QString>("format");
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("view");
+        QTest::newRow("files") << "text/uri-list" << QByteArray("FILE\r\n") << "docTxtActionPanel";
+        QTest::newRow("files of a GNOME file manager") << "x-special/gnome-copied-files" << QByteArray("copy\nFILE")
+                                                       << "docTxtActionPanel";
+        QTest::newRow("text") << "text/plain" << QByteArray("Ships at dawn") << "stringDroppedActionPanel";
+        QTest::newRow("image data") << "image/png" << QByteArray("PNG") << "droppedImagePanel";
+        QTest::newRow("nothing the window takes") << "application/x-private" << QByteArray("x") << "dropFilesHereView";
+    }
+
+    void pasteActsAsADrop()
+    {
+        QFETCH(QString, format);
+        QFETCH(QByteArray, content);
+        QFETCH(QString, view);
+        const QString file = f.file(QStringLiteral("pasted.txt"));
+        if (content == "PNG")
+            content = pngBytes();
+        content.replace("FILE", QUrl::fromLocalFile(file).toEncoded());
+        auto *data = new QMimeData;
+        data->setData(format, content);
+        QGuiApplication::clipboard()->setMimeData(data);
+        QTest::keySequence(f.app->window, QKeySequence::Paste);
+        QCOMPARE(f.app->window->contentView()->objectName(), view);
+        if (view == u"docTxtActionPanel")
+            QCOMPARE(f.app->filePathsArr, QStringList{file});
+    }
+
+    void everyTextFits_data()
+    {
+        // Run once more at 200 %: the texts must fit at both scales (ctest's tst_dropwindow_texts_200).
+        QTest::addColumn<QString>("language");
+        QTest::addColumn<QString>("view");
+        for (const char *language : {"en", "de"})
+            for (const char *view : {"drop target", "drop target, hovered", "image", "document", "folder", "PDF", "several files",
+                                     "text", "image from an application", "busy", "quick move", "move", "resize", "convert",
+                                     "PDF to images", "rename", "folder name", "new file", "wallpaper", "share", "password",
+                                     "name clash", "options", "slides"})
+                QTest::addRow("%s, %s", language, view) << QString::fromLatin1(language) << QString::fromLatin1(view);
+    }
+
+    void everyTextFits()
+    {
+        QFETCH(QString, language);
+        QFETCH(QString, view);
+        Texts::setLanguage(language);
+        QCoreApplication::processEvents(); // every open window takes the language
+        const QString image = f.file(QStringLiteral("Hafenbild.png"), pngBytes(QSize(64, 48)));
+        const QString pdf = f.file(QStringLiteral("Rechnung.pdf"), "%PDF-1.4\n%%EOF\n");
+        QDir(f.dir.path()).mkpath(QStringLiteral("Projekte"));
+        const QMap<QString, QStringList> drops = {
+            {"image", {image}}, {"document", {f.file(QStringLiteral("Notizen.txt"))}}, {"folder", {f.dir.path() + "/Projekte"}},
+            {"PDF", {pdf}}, {"several files", {image, pdf, f.dir.path() + "/Projekte"}}};
+        const QMap<QString, OverlayController *> overlays = {
+            {"move", f.app->moveFileVC}, {"resize", f.app->imgResizeVC}, {"convert", f.app->imgConvrtVC},
+            {"PDF to images", f.app->pdfToImgConvVC}, {"rename", f.app->renameFlsVC}, {"folder name", f.app->enterFolderNameVC},
+            {"new file", f.app->fileCreateVC}, {"wallpaper", f.app->wpChangeVC}, {"share", f.app->imgShareVC}};
+        QWidget *shown = f.app->window;
+        std::unique_ptr<QWidget> own; // a window of its own for this row
+        if (view == u"drop target, hovered") {
+            QMimeData files;
+            files.setUrls({QUrl::fromLocalFile(image)});
+            for (DropView *target : {f.app->dropFilesHereView->dropQuickMoveView, f.app->dropFilesHereView->createAliasDropView}) {
+                QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, {});
+                QApplication::sendEvent(target, &enter);
+            }
+        } else if (drops.contains(view)) {
+            f.drop(drops.value(view));
+        } else if (view == u"text") {
+            dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
+        } else if (view == u"image from an application") {
+            QMimeData data;
+            data.setData(QStringLiteral("image/png"), pngBytes(QSize(64, 48)));
+            f.app->mycustomviewDidGetDrop(&data);
+        } else if (view == u"busy") {
+            f.app->applyPanelFrame(PanelCatalog::kPanelHeight); // as every drop does before
+            f.app->showProcessingProgressLabelTxt(Texts::localized("Converting"), 0.8, 0, true);
+        } else if (view == u"quick move") {
+            f.app->filePathsArr = {image};
+            f.app->showQuickMovePanel();
+        } else if (overlays.contains(view)) {
+            f.drop({image});
+            if (view == u"move")
+                f.app->moveToBtnAction();
+            else
+                f.app->showOverlayPanel(overlays.value(view));
+            QVERIFY(f.app->isModalOverlayVisible());
+        } else if (view == u"password") {
+            auto *sheet = new LockedPDFEnterPass(QStringLiteral("Rechnung.pdf"), [](const QString &) { return false; }, f.app->window);
+            own.reset(sheet);
+            sheet->show();
+            sheet->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click(); // with the wrong-password line
+        } else if (view == u"name clash") {
+            own = std::make_unique<ConflictDialog>(ConflictQuestion{QStringLiteral("Hafenbild.png"), {}, {}});
+            own->show();
+        } else if (view == u"options") {
+            f.app->statusItem()->windowController()->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+            shown = f.app->statusItem()->windowController()->window();
+        } else if (view == u"slides") {
+            auto *slides = new QDIntroSlides;
+            own.reset(slides);
+            slides->sliderView->transitionAnimationDuration = 0;
+            slides->show();
+            QStringList problems;
+            for (int i = 0; i < slides->sliderView->slides().size(); ++i) {
+                slides->sliderView->displaySlideAtIndex(i);
+                QCoreApplication::processEvents();
+                problems += clippedTexts(slides);
+            }
+            QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+            return;
+        }
+        if (own)
+            shown = own.get();
+        QTRY_VERIFY(shown->isVisible());
+        QCoreApplication::processEvents();
+        const QStringList problems = clippedTexts(shown);
+        QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
+    }
 
 private:
     void dropText(const QString &text)
@@ -87,447 +484,6 @@ private:
 
     LaunchedFixture f;
 };
-
-void DropWindowTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
-void DropWindowTest::cleanup()
-{
-    f.close();
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
-void DropWindowTest::libraryImageDisablesWhatWouldChangeIt()
-{
-    // The library folder is that of the real home, from the password database: a folder of our own
-    // in it, removed again, with the library folder itself if the test made it.
-    const QString library = Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/Library");
-    const bool madeLibrary = !QFileInfo::exists(library);
-    QVERIFY(QDir().mkpath(library));
-    QTemporaryDir inLibrary(library + QStringLiteral("/quaydrop-test-XXXXXX"));
-    QVERIFY(inLibrary.isValid());
-    f.drop({writtenFile(inLibrary.path() + QStringLiteral("/icon.png"), pngBytes())});
-    QVERIFY(f.app->libraryFolderFile);
-    ActionPanelView *view = current();
-    QCOMPARE(view->objectName(), QStringLiteral("imgActionPanel"));
-    for (const char *off : {"zipImgBtn", "revealImginFinderBtn", "createNewFImgBtn", "trashImgBtn"})
-        QVERIFY2(!view->button(QLatin1String(off))->isEnabled(), off);
-    for (const char *on : {"mailImgBtn", "shareImgBtn", "resizeImgBtn", "deskPbtn", "moveFileToBtn"})
-        QVERIFY2(view->button(QLatin1String(on))->isEnabled(), on);
-    inLibrary.remove();
-    if (madeLibrary)
-        QDir().rmdir(library);
-}
-
-void DropWindowTest::defaultPanelFollowsTheFile_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<bool>("pdfButtons");
-    QTest::addColumn<bool>("zip");
-    QTest::newRow("PDF") << "report.pdf" << QByteArray("%PDF-1.7\n%%EOF\n") << true << true;
-    QTest::newRow("PDF without extension") << "scan" << QByteArray("%PDF-1.4\n") << true << true;
-    QTest::newRow("PDF after a mailer's junk") << "mailed.pdf" << QByteArray("junk\r\n%PDF-1.4\n") << true << true;
-    QTest::newRow("text named like a PDF") << "fake.pdf" << QByteArray("just words") << false << true;
-    QTest::newRow("folder named like a PDF") << "papers.pdf/" << QByteArray() << false << true;
-    QTest::newRow("archive") << "photos.zip" << QByteArray("PK\x03\x04") << false << false;
-}
-
-void DropWindowTest::defaultPanelFollowsTheFile()
-{
-    QFETCH(QString, name);
-    QFETCH(QByteArray, bytes);
-    QFETCH(bool, pdfButtons);
-    QFETCH(bool, zip);
-    QString path = f.dir.path() + QLatin1Char('/') + name.chopped(name.endsWith(QLatin1Char('/')) ? 1 : 0);
-    if (name.endsWith(QLatin1Char('/')))
-        QVERIFY(QDir().mkpath(path));
-    else
-        path = f.file(name, bytes);
-    f.drop({path});
-    QCOMPARE(current()->objectName(), QStringLiteral("defaultActionPanel"));
-    for (const char *b : {"printPrTbleFileBtn", "convrtPDFToImgBtn"}) {
-        QCOMPARE(current()->button(QLatin1String(b))->isVisible(), pdfButtons);
-        QCOMPARE(current()->button(QLatin1String(b))->isEnabled(), pdfButtons);
-    }
-    QCOMPARE(current()->button(QStringLiteral("zipBtn"))->isEnabled(), zip);
-}
-
-void DropWindowTest::severalFilesWithOneImage()
-{
-    const QString image = f.file(QStringLiteral("one.png"), pngBytes());
-    const QString other = f.file(QStringLiteral("first.bin"));
-    f.drop({other, image});
-    QCOMPARE(f.app->imgsOnlyPathsArr, QStringList{image});
-    QVERIFY(!f.app->multiFilesActionPanelShown);
-    QVERIFY(current()->button(QStringLiteral("multiResizeImg"))->isEnabled());
-    f.app->orderOutTheWindow();
-    QVERIFY(f.app->imgsOnlyPathsArr.isEmpty());
-    QVERIFY(!f.app->multiFilesActionPanelShown);
-}
-
-void DropWindowTest::onlyOurTempFolderHoldsAnotherApplicationsFiles()
-{
-    // The test's folder lies below /tmp: a file there is the user's like any other.
-    f.drop({f.file(QStringLiteral("under-tmp.bin"))});
-    QVERIFY(!f.app->droppedImageFromOtherApp);
-    QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
-    // What another application handed out is kept in our own temp folder.
-    const QString handedOut = writtenFile(Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin"));
-    f.drop({handedOut});
-    QVERIFY(f.app->droppedImageFromOtherApp);
-    QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
-    QFile::remove(handedOut);
-}
-
-void DropWindowTest::textPanelCountsAndRereads()
-{
-    dropText(QStringLiteral("Ships leave, at dawn."));
-    ActionPanelView *view = current();
-    QCOMPARE(view->objectName(), QStringLiteral("stringDroppedActionPanel"));
-    QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("21"));
-    QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("4"));
-    QCOMPARE(view->button(QStringLiteral("droppedStrToClipboardBtn"))->text(), QStringLiteral("Copy to clipboard"));
-    QVERIFY(f.app->filePathsArr.isEmpty());
-    f.app->showDropTargetAt(QPointF(400, 300));
-    dropText(QStringLiteral("two words"));
-    QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("9"));
-    QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("2"));
-}
-
-void DropWindowTest::windowStatesFollowTheTable()
-{
-    auto state = [this] {
-        if (!f.app->windowIsVsbl())
-            return QStringLiteral("Hidden");
-        if (f.app->emptyContviewIsShown)
-            return QStringLiteral("Busy");
-        if (f.app->isModalOverlayVisible())
-            return QStringLiteral("Overlay");
-        return f.app->oneofThePanelsIsShown ? QStringLiteral("Panel") : QStringLiteral("DropTarget");
-    };
-    QCOMPARE(state(), QStringLiteral("DropTarget"));
-    QVERIFY(!f.app->window->takesFocus()); // waiting for a drop never takes the focus
-    f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 10, true);
-    QCOMPARE(state(), QStringLiteral("Busy"));
-    // A second call while busy changes nothing: the text, the progress, the bar and its cancel stay.
-    f.app->emptyContview->incrementBy(3);
-    f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
-    QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Loading"));
-    QCOMPARE(f.app->emptyContview->value(), 3.0);
-    QVERIFY(f.app->emptyContview->isBar());
-    QVERIFY(!f.app->emptyContview->cancelProgressBtn->isHidden() && f.app->emptyContview->cancelProgressBtn->isEnabled());
-    f.app->filePathsArr = {f.file(QStringLiteral("f.bin"))};
-    f.app->showPanelWithIndex(DropPanelDefault);
-    QCOMPARE(state(), QStringLiteral("Panel"));
-    f.app->moveToBtnAction();
-    QCOMPARE(state(), QStringLiteral("Overlay"));
-    QCOMPARE(f.app->window->height(), 300);
-    f.app->closeVisibleModalOverlay();
-    QCOMPARE(state(), QStringLiteral("Panel"));
-    QCOMPARE(f.app->window->height(), 235);
-    f.app->moveToBtnAction();
-    f.app->orderOutTheWindow(); // from the overlay straight to hidden
-    QCOMPARE(state(), QStringLiteral("Hidden"));
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QVERIFY(!f.app->oneofThePanelsIsShown);
-    f.app->showDropTargetAt(QPointF(400, 300));
-    QCOMPARE(state(), QStringLiteral("DropTarget"));
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
-}
-
-void DropWindowTest::busyViewSpinsUpToOne_data()
-{
-    QTest::addColumn<double>("maximum");
-    QTest::addColumn<bool>("spins");
-    QTest::newRow("none") << 0.0 << true;
-    QTest::newRow("exactly one") << 1.0 << true;
-    QTest::newRow("two") << 2.0 << false;
-}
-
-void DropWindowTest::busyViewSpinsUpToOne()
-{
-    QFETCH(double, maximum);
-    QFETCH(bool, spins);
-    f.app->showProcessingProgressLabelTxt(QStringLiteral("Resizing"), 0.8, maximum, false);
-    QCOMPARE(f.app->emptyContview->isSpinning(), spins);
-    QCOMPARE(f.app->emptyContview->isBar(), !spins);
-    QVERIFY(f.app->emptyContview->cancelProgressBtn->isHidden());
-    QCOMPARE(f.app->emptyContview->alpha(), 0.8);
-}
-
-void DropWindowTest::sizeAndPathButtons()
-{
-    const QString file = f.file(QStringLiteral("path me.txt"), QByteArray(9000, 'q'));
-    f.drop({file});
-    // The size button is filled in the background.
-    ActionButton *size = current()->button(QStringLiteral("sizeDocPanelBtn"));
-    QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
-    QVERIFY(!size->isBusy());
-    ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
-    QCOMPARE(path->text(), Texts::localized("/path"));
-    path->click();
-    QCOMPARE(path->text(), QStringLiteral("Copied!"));
-    QCOMPARE(QGuiApplication::clipboard()->text(), file);
-    QTRY_COMPARE_WITH_TIMEOUT(path->text(), Texts::localized("/path"), 2000);
-    // A window that closed meanwhile keeps the copied title: nothing touches a hidden panel.
-    path->click();
-    f.app->orderOutTheWindow();
-    QTest::qWait(700);
-    QCOMPARE(path->text(), QStringLiteral("Copied!"));
-}
-
-void DropWindowTest::dpiFieldIsResetOutsideItsRange_data()
-{
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("zero") << "0" << "150";
-    QTest::newRow("above 1000") << "1001" << "150";
-    QTest::newRow("below 72") << "71" << "150";
-    QTest::newRow("72 stays") << "72" << "72";
-    QTest::newRow("1000 stays") << "1000" << "1000";
-    QTest::newRow("no number") << "abc" << "150";
-}
-
-void DropWindowTest::dpiFieldIsResetOutsideItsRange()
-{
-    QFETCH(QString, typed);
-    QFETCH(QString, shown);
-    f.app->pdfToImgConvVC->DPItxtFld->setText(typed);
-    f.app->showOverlayPanel(f.app->pdfToImgConvVC);
-    QCOMPARE(f.app->pdfToImgConvVC->DPItxtFld->text(), shown);
-}
-
-void DropWindowTest::onlyTheMoveOverlayIgnoresBackgroundClicks()
-{
-    f.app->filePathsArr = {f.file(QStringLiteral("m.bin"))};
-    f.app->showPanelWithIndex(DropPanelDefault);
-    auto backgroundOf = [this] { return f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayView")); };
-    f.app->moveToBtnAction();
-    QVERIFY(backgroundOf());
-    QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
-    QVERIFY(f.app->isModalOverlayVisible());
-    f.app->closeVisibleModalOverlay();
-    f.app->showOverlayPanel(f.app->enterFolderNameVC);
-    // A click on the card between its fields keeps what was typed.
-    f.app->enterFolderNameVC->folderNameTF->setText(QStringLiteral("Quay"));
-    QWidget *card = f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
-    QWidget *empty = f.app->enterFolderNameVC;
-    QTest::mouseClick(empty, Qt::LeftButton, {}, empty->mapFrom(card, QPoint(card->width() / 2, card->height() - 60)));
-    QVERIFY(f.app->isModalOverlayVisible());
-    QCOMPARE(f.app->enterFolderNameVC->folderNameTF->text(), QStringLiteral("Quay"));
-    QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2)); // outside the card
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QVERIFY(f.app->oneofThePanelsIsShown); // back on the panel
-}
-
-void DropWindowTest::closeTagClosesEveryOverlay()
-{
-    const QList<OverlayController *> controllers = {f.app->renameFlsVC,  f.app->wpChangeVC,   f.app->imgShareVC,
-                                                    f.app->pdfToImgConvVC, f.app->imgConvrtVC, f.app->imgResizeVC,
-                                                    f.app->enterFolderNameVC, f.app->fileCreateVC};
-    QSignalSpy missing(f.app.get(), &AppDelegate::actionNotAvailable);
-    for (OverlayController *c : controllers) {
-        f.app->showOverlayPanel(c);
-        QVERIFY2(f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
-        QPushButton *close = nullptr;
-        for (QPushButton *b : c->findChildren<QPushButton *>())
-            if (b->property("tag").toLongLong() == c->closeTag())
-                close = b;
-        QVERIFY2(close, qPrintable(c->objectName()));
-        close->click();
-        QVERIFY2(!f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
-    }
-    QCOMPARE(missing.count(), 0); // closing is no missing action
-    f.app->showOverlayPanel(f.app->moveFileVC);
-    f.app->moveFileVC->goBackBtn->click();
-    QVERIFY(!f.app->isModalOverlayVisible());
-}
-
-void DropWindowTest::everyPanelButtonHasItsAction()
-{
-    for (const DropPanel panel : {DropPanelImage, DropPanelDocument, DropPanelDefault, DropPanelString,
-                                  DropPanelOtherAppImage, DropPanelMultiFiles})
-        for (const PanelButtonSpec &button : PanelCatalog::buttonsOf(panel))
-            QVERIFY2(AppDelegate::handlesAction(QString::fromLatin1(button.action)), button.action);
-    QSignalSpy missing(f.app.get(), &AppDelegate::actionNotAvailable);
-    f.app->performAction(QStringLiteral("noSuchAction"), nullptr);
-    QCOMPARE(missing.count(), 1);
-}
-
-void DropWindowTest::notificationClickRevealsOrOpens()
-{
-    f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
-                                            {{QStringLiteral("filePaths"), QStringList{"/tmp/a", "/tmp/b"}}}});
-    const QString archive = f.file(QStringLiteral("a.zip"));
-    f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"),
-                                            {{QStringLiteral("OpenPath"), archive}}});
-    f.fakes->notifications.delivered.append({QStringLiteral("t"), QStringLiteral("b"), {}});
-    f.fakes->notifications.click(0);
-    f.fakes->notifications.click(1);
-    f.fakes->notifications.click(2);
-    QCOMPARE(f.fakes->workspace.revealed, (QList<QStringList>{{"/tmp/a", "/tmp/b"}}));
-    QCOMPARE(f.fakes->workspace.opened, QStringList{archive});
-    f.app->userNotificationCenterDidActivate({{QStringLiteral("OpenPath"), archive}}, 3);
-    QCOMPARE(f.fakes->workspace.opened.size(), 1); // neither a click nor its button
-}
-
-void DropWindowTest::keysCloseAndPress()
-{
-    const QString notes = f.file(QStringLiteral("keys.txt"));
-    f.drop({notes});
-    // Return presses the button that has the focus.
-    ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
-    path->setFocus();
-    QTest::keyClick(f.app->window, Qt::Key_Return);
-    QTRY_COMPARE(QGuiApplication::clipboard()->text(), notes);
-    // In an overlay Return presses its default button; Escape closes the overlay, then the window.
-    qint64 tag = -1;
-    f.app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
-    f.app->renameFlsVC->destPathForRename = QFileInfo(notes).absolutePath();
-    f.app->showOverlayPanel(f.app->renameFlsVC);
-    f.app->renameFlsVC->renameNameTF->setFocus();
-    QTest::keyClicks(f.app->renameFlsVC->renameNameTF, QStringLiteral("x"));
-    QTest::keyClick(f.app->renameFlsVC->renameNameTF, Qt::Key_Return);
-    QTRY_COMPARE(tag, qint64(1)); // "Rename"
-    QTest::keyClick(f.app->renameFlsVC->renameNameTF, Qt::Key_Escape);
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QVERIFY(f.app->windowIsVsbl());
-    QTest::keyClick(f.app->window, Qt::Key_Escape);
-    QVERIFY(!f.app->windowIsVsbl());
-    // Opened by the hot key, the waiting window takes the keys; opened by a drag it never does.
-    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
-    f.app->showPanelHKNotif();
-    QVERIFY(f.app->windowIsVsbl());
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
-    QVERIFY(f.app->window->takesFocus());
-}
-
-void DropWindowTest::pasteActsAsADrop_data()
-{
-    QTest::addColumn<QString>("format");
-    QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QString>("view");
-    QTest::newRow("files") << "text/uri-list" << QByteArray("FILE\r\n") << "docTxtActionPanel";
-    QTest::newRow("files of a GNOME file manager") << "x-special/gnome-copied-files" << QByteArray("copy\nFILE")
-                                                   << "docTxtActionPanel";
-    QTest::newRow("text") << "text/plain" << QByteArray("Ships at dawn") << "stringDroppedActionPanel";
-    QTest::newRow("image data") << "image/png" << QByteArray("PNG") << "droppedImagePanel";
-    QTest::newRow("nothing the window takes") << "application/x-private" << QByteArray("x") << "dropFilesHereView";
-}
-
-void DropWindowTest::pasteActsAsADrop()
-{
-    QFETCH(QString, format);
-    QFETCH(QByteArray, content);
-    QFETCH(QString, view);
-    const QString file = f.file(QStringLiteral("pasted.txt"));
-    if (content == "PNG")
-        content = pngBytes();
-    content.replace("FILE", QUrl::fromLocalFile(file).toEncoded());
-    auto *data = new QMimeData;
-    data->setData(format, content);
-    QGuiApplication::clipboard()->setMimeData(data);
-    QTest::keySequence(f.app->window, QKeySequence::Paste);
-    QCOMPARE(f.app->window->contentView()->objectName(), view);
-    if (view == u"docTxtActionPanel")
-        QCOMPARE(f.app->filePathsArr, QStringList{file});
-}
-
-void DropWindowTest::everyTextFits_data()
-{
-    // Run once more at 200 %: the texts must fit at both scales (ctest's tst_dropwindow_texts_200).
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QString>("view");
-    for (const char *language : {"en", "de"})
-        for (const char *view : {"drop target", "drop target, hovered", "image", "document", "folder", "PDF", "several files",
-                                 "text", "image from an application", "busy", "quick move", "move", "resize", "convert",
-                                 "PDF to images", "rename", "folder name", "new file", "wallpaper", "share", "password",
-                                 "name clash", "options", "slides"})
-            QTest::addRow("%s, %s", language, view) << QString::fromLatin1(language) << QString::fromLatin1(view);
-}
-
-void DropWindowTest::everyTextFits()
-{
-    QFETCH(QString, language);
-    QFETCH(QString, view);
-    Texts::setLanguage(language);
-    QCoreApplication::processEvents(); // every open window takes the language
-    const QString image = f.file(QStringLiteral("Hafenbild.png"), pngBytes(QSize(64, 48)));
-    const QString pdf = f.file(QStringLiteral("Rechnung.pdf"), "%PDF-1.4\n%%EOF\n");
-    QDir(f.dir.path()).mkpath(QStringLiteral("Projekte"));
-    const QMap<QString, QStringList> drops = {
-        {"image", {image}}, {"document", {f.file(QStringLiteral("Notizen.txt"))}}, {"folder", {f.dir.path() + "/Projekte"}},
-        {"PDF", {pdf}}, {"several files", {image, pdf, f.dir.path() + "/Projekte"}}};
-    const QMap<QString, OverlayController *> overlays = {
-        {"move", f.app->moveFileVC}, {"resize", f.app->imgResizeVC}, {"convert", f.app->imgConvrtVC},
-        {"PDF to images", f.app->pdfToImgConvVC}, {"rename", f.app->renameFlsVC}, {"folder name", f.app->enterFolderNameVC},
-        {"new file", f.app->fileCreateVC}, {"wallpaper", f.app->wpChangeVC}, {"share", f.app->imgShareVC}};
-    QWidget *shown = f.app->window;
-    std::unique_ptr<QWidget> own; // a window of its own for this row
-    if (view == u"drop target, hovered") {
-        QMimeData files;
-        files.setUrls({QUrl::fromLocalFile(image)});
-        for (DropView *target : {f.app->dropFilesHereView->dropQuickMoveView, f.app->dropFilesHereView->createAliasDropView}) {
-            QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction | Qt::LinkAction, &files, Qt::LeftButton, {});
-            QApplication::sendEvent(target, &enter);
-        }
-    } else if (drops.contains(view)) {
-        f.drop(drops.value(view));
-    } else if (view == u"text") {
-        dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
-    } else if (view == u"image from an application") {
-        QMimeData data;
-        data.setData(QStringLiteral("image/png"), pngBytes(QSize(64, 48)));
-        f.app->mycustomviewDidGetDrop(&data);
-    } else if (view == u"busy") {
-        f.app->applyPanelFrame(PanelCatalog::kPanelHeight); // as every drop does before
-        f.app->showProcessingProgressLabelTxt(Texts::localized("Converting"), 0.8, 0, true);
-    } else if (view == u"quick move") {
-        f.app->filePathsArr = {image};
-        f.app->showQuickMovePanel();
-    } else if (overlays.contains(view)) {
-        f.drop({image});
-        if (view == u"move")
-            f.app->moveToBtnAction();
-        else
-            f.app->showOverlayPanel(overlays.value(view));
-        QVERIFY(f.app->isModalOverlayVisible());
-    } else if (view == u"password") {
-        auto *sheet = new LockedPDFEnterPass(QStringLiteral("Rechnung.pdf"), [](const QString &) { return false; }, f.app->window);
-        own.reset(sheet);
-        sheet->show();
-        sheet->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click(); // with the wrong-password line
-    } else if (view == u"name clash") {
-        own = std::make_unique<ConflictDialog>(ConflictQuestion{QStringLiteral("Hafenbild.png"), {}, {}});
-        own->show();
-    } else if (view == u"options") {
-        f.app->statusItem()->windowController()->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
-        shown = f.app->statusItem()->windowController()->window();
-    } else if (view == u"slides") {
-        auto *slides = new QDIntroSlides;
-        own.reset(slides);
-        slides->sliderView->transitionAnimationDuration = 0;
-        slides->show();
-        QStringList problems;
-        for (int i = 0; i < slides->sliderView->slides().size(); ++i) {
-            slides->sliderView->displaySlideAtIndex(i);
-            QCoreApplication::processEvents();
-            problems += clippedTexts(slides);
-        }
-        QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
-        return;
-    }
-    if (own)
-        shown = own.get();
-    QTRY_VERIFY(shown->isVisible());
-    QCoreApplication::processEvents();
-    const QStringList problems = clippedTexts(shown);
-    QVERIFY2(problems.isEmpty(), qPrintable(problems.join(QLatin1Char('\n'))));
-}
 
 QTEST_MAIN(DropWindowTest)
 #include "tst_dropwindow.moc"

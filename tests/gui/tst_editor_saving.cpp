@@ -6,19 +6,14 @@
 #include "EditorCase.h"
 
 #include "core/overlays/ImgResizeOverlayVC.h"
-#include "core/texts/Texts.h"
 #include "editor/ui/AKPaintView.h"
 #include "editor/ui/CropSuper.h"
 #include "editor/ui/CropView.h"
-#include "utils/Utils.h"
 #include "widgets/Spinner.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
-#include <QStandardPaths>
-#include <QToolButton>
 #include <QUndoStack>
 
 #include <unistd.h>
@@ -30,248 +25,235 @@ class EditorSavingTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QStandardPaths::setTestModeEnabled(true);
-        Texts::setLanguage(QStringLiteral("en"));
-    }
+    void initTestCase() { englishTestMode(); }
     void init() { QVERIFY(c.open()); }
     void cleanup() { c.close(); }
-    void savesBesideTheSourceUnderFreeNames();
-    void pictureFromAnotherApplicationAsksWhere();
-    void undoAndRedoStrokes();
-    void strokesAreSavedFromPaintModeOnly();
-    void windowResizeKeepsStrokesOnThePicture();
-    void secondPictureWaitsForUnsavedChanges();
-    void unwritableFolderKeepsThePicture();
-    void sharingHandsOverACopy();
-    void cropButtonOfTheImagePanelOpensTheEditor();
+
+    void savesBesideTheSourceUnderFreeNames()
+    {
+        CropImgWC &e = *c.editor;
+        e.rotateBy90Left();
+        QSignalSpy saved(&e, &CropImgWC::saved);
+        QSignalSpy closed(&e, &CropImgWC::closed);
+        QTest::keyClick(&e, Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(saved.wait(10000));
+        e.saveCropRotateResult();
+        QVERIFY(saved.wait(10000));
+        QCOMPARE(saved.at(0).first().toString(), c.dir.filePath(QStringLiteral("_Quaydrop-photo.png")));
+        QCOMPARE(saved.at(1).first().toString(), c.dir.filePath(QStringLiteral("_Quaydrop-photo 1.png")));
+        QCOMPARE(QImage(saved.at(0).first().toString()).size(), QSize(600, 800));
+        QVERIFY(!e.hasUnsavedChanges());
+        QVERIFY(!e.saveProgrIndic->isSpinning());
+        // The notification names the folder and the file, and shows it on a click.
+        QCOMPARE(c.fakes->notifications.delivered.size(), 2);
+        const auto &note = c.fakes->notifications.delivered.first();
+        QCOMPARE(note.title, Texts::localized("imgSaved"));
+        QCOMPARE(note.body, QStringLiteral("to ../%1/_Quaydrop-photo.png").arg(QDir(c.dir.path()).dirName()));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{saved.at(0).first().toString()});
+        QVERIFY(filesIn(c.dir.path()).filter(QStringLiteral(".quaydrop")).isEmpty()); // no temporary file left
+        // The window stays open after saving unless asked to close.
+        QVERIFY(e.isVisible());
+        e.closeWindafterSaveCheckbox->setChecked(true);
+        e.saveCropRotateResult();
+        QVERIFY(saved.wait(10000));
+        QVERIFY(!e.isVisible());
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void pictureFromAnotherApplicationAsksWhere()
+    {
+        CropImgWC &e = *c.editor;
+        QVERIFY(openAndWait(e, c.photo, true));
+        const QString chosen = c.dir.filePath(QStringLiteral("chosen.png"));
+        // Cancelled first: nothing written, the window stays, the spinner stops.
+        e.saveCropRotateResult();
+        QFileDialog *dialog = nullptr;
+        QVERIFY(QTest::qWaitFor([&] { return (dialog = e.findChild<QFileDialog *>(QStringLiteral("editorSavePanel"))) && dialog->isVisible(); }));
+        QVERIFY(dialog->selectedFiles().value(0).endsWith(QStringLiteral("_Quaydrop-photo.png")));
+        dialog->reject();
+        QVERIFY(QTest::qWaitFor([&] { return !e.saveProgrIndic->isSpinning(); }));
+        QVERIFY(e.isVisible());
+        // Then a name is chosen.
+        QSignalSpy saved(&e, &CropImgWC::saved);
+        e.saveCropRotateResult();
+        QVERIFY(QTest::qWaitFor([&] { return (dialog = e.findChild<QFileDialog *>(QStringLiteral("editorSavePanel"))) && dialog->isVisible(); }));
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(c.dir.filePath(QStringLiteral("chosen")));
+        QMetaObject::invokeMethod(dialog, "accept");
+        QVERIFY(saved.count() == 1 || saved.wait(10000));
+        QCOMPARE(saved.first().first().toString(), chosen);
+        QCOMPARE(QImage(chosen).size(), QSize(800, 600));
+        QVERIFY(!QFile::exists(c.dir.filePath(QStringLiteral("_Quaydrop-photo.png"))));
+    }
+
+    void undoAndRedoStrokes()
+    {
+        CropImgWC &e = *c.editor;
+        e.setPaintMode(true);
+        e.colorChanged(Qt::red);
+        stroke(e.paintView, {{0.1, 0.1}, {0.3, 0.2}, {0.5, 0.2}});
+        e.colorChanged(Qt::blue);
+        stroke(e.paintView, {{0.1, 0.8}, {0.4, 0.8}});
+        QCOMPARE(e.paintView->paintSession.steps().size(), 3);
+        e.undoPressed();
+        QCOMPARE(e.paintView->paintSession.steps().size(), 2);
+        // The controls follow the last segment drawn, a moment after the undo.
+        QTRY_COMPARE(e.paintView->tool.brushColor, (PaintColor{1, 0, 0, 1}));
+        QVERIFY(e.redoBtn->isEnabled());
+        e.redoPressed();
+        QCOMPARE(e.paintView->paintSession.steps().size(), 3);
+        QTRY_COMPARE(e.paintView->tool.brushColor, (PaintColor{0, 0, 1, 1}));
+        e.undoPressed();
+        e.undoPressed();
+        QVERIFY(!e.paintView->hasDrawings());
+        QVERIFY(!e.undoBtn->isEnabled());
+        // A click without a drag paints nothing but is still a step of the history.
+        stroke(e.paintView, {{0.5, 0.5}});
+        QCOMPARE(e.undoStack()->count(), 1);
+        QVERIFY(!e.paintView->hasDrawings());
+    }
+
+    void strokesAreSavedFromPaintModeOnly()
+    {
+        CropImgWC &e = *c.editor;
+        e.setPaintMode(true);
+        e.colorChanged(QColor(255, 0, 255));
+        e.brushSizeChanged(20);
+        stroke(e.paintView, {{0.1, 0.5}, {0.9, 0.5}});
+        QCOMPARE(QImage(savedAndWaited(e)).pixel(400, 300), qRgb(255, 0, 255));
+        e.setPaintMode(false);
+        QCOMPARE(QImage(savedAndWaited(e)).pixel(400, 300), QImage(c.photo).pixel(400, 300));
+    }
+
+    void windowResizeKeepsStrokesOnThePicture()
+    {
+        CropImgWC &e = *c.editor;
+        e.setPaintMode(true);
+        stroke(e.paintView, {{0.25, 0.25}, {0.75, 0.75}});
+        const QImage before = e.paintView->snapshotWithSize(QSize(400, 300));
+        e.resize(e.width() + 200, e.height() + 100);
+        QTRY_COMPARE(QRectF(e.paintView->geometry()), e.cropSuper->fromYUp(e.getImgRectInsideImgView()).toRect());
+        e.paintView->syncLayer();
+        // Drawn at the same size, the strokes are where they were on the picture.
+        QCOMPARE(e.paintView->snapshotWithSize(QSize(400, 300)), before);
+    }
+
+    void secondPictureWaitsForUnsavedChanges()
+    {
+        CropImgWC &e = *c.editor;
+        const QString other = c.image(QStringLiteral("other.png"), picture(300, 200));
+        e.rotateBy90right();
+        e.openImage(other, false, false);
+        QMessageBox *box = visibleAlert(QStringLiteral("unsavedChangesAlert"));
+        QVERIFY(box);
+        box->reject(); // keep editing
+        QCOMPARE(e.windowTitle(), QStringLiteral("photo.png"));
+        QCOMPARE(e.pixelSize(), QSize(600, 800));
+        e.openImage(other, false, false);
+        box = visibleAlert(QStringLiteral("unsavedChangesAlert"));
+        QVERIFY(box);
+        QSignalSpy ready(&e, &CropImgWC::pictureReady);
+        for (QAbstractButton *b : box->buttons())
+            if (b->text() == Texts::localized("editorDiscard"))
+                b->click();
+        QVERIFY(ready.count() == 1 || ready.wait(10000));
+        QCOMPARE(e.windowTitle(), QStringLiteral("other.png"));
+        QCOMPARE(e.pixelSize(), QSize(300, 200));
+        QVERIFY(filesIn(c.dir.path()).filter(QStringLiteral("_Quaydrop")).isEmpty());
+    }
+
+    void unwritableFolderKeepsThePicture()
+    {
+        QDir(c.dir.path()).mkdir(QStringLiteral("locked"));
+        const QString folder = c.dir.filePath(QStringLiteral("locked"));
+        const QString file = folder + QStringLiteral("/shot.png");
+        QVERIFY(write(file, encoded(quarters(200, 100), "png")));
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+        const bool writable = QFileInfo(folder).isWritable();
+        if (writable && ::geteuid() == 0) {
+            QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            QSKIP("root writes anywhere; this case runs again unprivileged");
+        }
+        CropImgWC &e = *c.editor;
+        QVERIFY(openAndWait(e, file));
+        e.rotateBy90right();
+        e.saveCropRotateResult();
+        QMessageBox *box = nullptr;
+        QVERIFY(QTest::qWaitFor([&] { return (box = visibleAlert(QStringLiteral("saveFailedAlert"))) != nullptr; }));
+        QVERIFY(box->informativeText().contains(QStringLiteral("ermission")));
+        box->reject();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QCOMPARE(e.pixelSize(), QSize(100, 200)); // nothing lost
+        QVERIFY(e.hasUnsavedChanges());
+        QCOMPARE(filesIn(folder), QStringList{QStringLiteral("shot.png")});
+    }
+
+    void sharingHandsOverACopy()
+    {
+        CropImgWC &e = *c.editor;
+        QVERIFY(!e.shareCWimgBtn->isHidden());
+        e.rotateBy90right();
+        e.showSharePopCW();
+        QMenu *menu = nullptr;
+        QVERIFY(QTest::qWaitFor([&] { return (menu = e.findChild<QMenu *>(QStringLiteral("sharePicker"))) != nullptr; }));
+        // The copy is in the temporary folder: what would point there (Save as, file links) is not offered.
+        QVERIFY(!menu->findChild<QAction *>(QStringLiteral("copy-links")));
+        QVERIFY(!menu->findChild<QAction *>(QStringLiteral("save-as")));
+        QAction *device = menu->findChild<QAction *>(QStringLiteral("kdeconnect:abc"));
+        QVERIFY(device);
+        device->trigger();
+        QTRY_COMPARE(c.fakes->share.shared.size(), 1);
+        const QString path = QUrl(c.fakes->share.shared.first().second.value(0)).toLocalFile();
+        QCOMPARE(QFileInfo(path).fileName(), QStringLiteral("photo.png")); // the source's name
+        QVERIFY(Utils::isInTempFileOperationsFolder(path));
+        QCOMPARE(QImage(path).size(), QSize(600, 800)); // the picture as it stands
+        // Without a share service or a mail program the button is not offered.
+        Platform::install({});
+        CropImgWC fresh;
+        QVERIFY(openAndWait(fresh, c.photo));
+        QVERIFY(fresh.shareCWimgBtn->isHidden());
+    }
+
+    void cropButtonOfTheImagePanelOpensTheEditor()
+    {
+        c.editor.reset();
+        const auto app = launchedOn(*c.fakes);
+        dropOnWindow(*app, {c.photo});
+        panelButton(*app, QStringLiteral("resizeImgBtn"))->click();
+        QVERIFY(app->isModalOverlayVisible());
+        app->imgResizeVC->cropRotateBtn->click();
+        CropImgWC *editor = app->cropEditor();
+        QVERIFY(editor && editor->isVisible());
+        QCOMPARE(app->cropRotateWC.data(), editor);
+        QVERIFY(!app->windowIsVsbl()); // the drop window made way
+        QVERIFY(editor->ensureFullPicture());
+        QCOMPARE(editor->windowTitle(), QStringLiteral("photo.png"));
+        // A crop, a quarter turn and a few strokes, saved beside the photo.
+        typeInto(editor->cropSizeWidthTF, QStringLiteral("400"));
+        typeInto(editor->cropSizeHeightTF, QStringLiteral("300"));
+        editor->cropImage();
+        editor->rotateBy90right();
+        editor->setPaintMode(true);
+        editor->colorChanged(QColor(255, 255, 0));
+        editor->brushSizeChanged(12);
+        stroke(editor->paintView, {{0.5, 0.1}, {0.5, 0.5}, {0.5, 0.9}});
+        QSignalSpy saved(editor, &CropImgWC::saved);
+        editor->saveCropRotateResult();
+        QVERIFY(saved.wait(10000));
+        const QString written = c.dir.filePath(QStringLiteral("_Quaydrop-photo.png"));
+        QCOMPARE(saved.first().first().toString(), written);
+        const QImage result(written);
+        QCOMPARE(result.size(), QSize(300, 400));
+        QCOMPARE(result.pixel(150, 200), qRgb(255, 255, 0));
+        // The bottom left quarter (blue), turned right, lies at the top left.
+        QCOMPARE(result.pixel(20, 20), qRgb(0, 0, 255));
+        // Closed after saving; the controller lets go of it.
+        QVERIFY(!editor->isVisible());
+        QVERIFY(app->cropRotateWC.isNull());
+    }
 
 private:
     EditorCase c;
 };
-
-void EditorSavingTest::savesBesideTheSourceUnderFreeNames()
-{
-    CropImgWC &e = *c.editor;
-    e.rotateBy90Left();
-    QSignalSpy saved(&e, &CropImgWC::saved);
-    QSignalSpy closed(&e, &CropImgWC::closed);
-    QTest::keyClick(&e, Qt::Key_S, Qt::ControlModifier);
-    QVERIFY(saved.wait(10000));
-    e.saveCropRotateResult();
-    QVERIFY(saved.wait(10000));
-    QCOMPARE(saved.at(0).first().toString(), c.dir.filePath(QStringLiteral("_Quaydrop-photo.png")));
-    QCOMPARE(saved.at(1).first().toString(), c.dir.filePath(QStringLiteral("_Quaydrop-photo 1.png")));
-    QCOMPARE(QImage(saved.at(0).first().toString()).size(), QSize(600, 800));
-    QVERIFY(!e.hasUnsavedChanges());
-    QVERIFY(!e.saveProgrIndic->isSpinning());
-    // The notification names the folder and the file, and shows it on a click.
-    QCOMPARE(c.fakes->notifications.delivered.size(), 2);
-    const auto &note = c.fakes->notifications.delivered.first();
-    QCOMPARE(note.title, Texts::localized("imgSaved"));
-    QCOMPARE(note.body, QStringLiteral("to ../%1/_Quaydrop-photo.png").arg(QDir(c.dir.path()).dirName()));
-    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{saved.at(0).first().toString()});
-    QVERIFY(filesIn(c.dir.path()).filter(QStringLiteral(".quaydrop")).isEmpty()); // no temporary file left
-    // The window stays open after saving unless asked to close.
-    QVERIFY(e.isVisible());
-    e.closeWindafterSaveCheckbox->setChecked(true);
-    e.saveCropRotateResult();
-    QVERIFY(saved.wait(10000));
-    QVERIFY(!e.isVisible());
-    QCOMPARE(closed.count(), 1);
-}
-
-void EditorSavingTest::pictureFromAnotherApplicationAsksWhere()
-{
-    CropImgWC &e = *c.editor;
-    QVERIFY(openAndWait(e, c.photo, true));
-    const QString chosen = c.dir.filePath(QStringLiteral("chosen.png"));
-    // Cancelled first: nothing written, the window stays, the spinner stops.
-    e.saveCropRotateResult();
-    QFileDialog *dialog = nullptr;
-    QVERIFY(QTest::qWaitFor([&] { return (dialog = e.findChild<QFileDialog *>(QStringLiteral("editorSavePanel"))) && dialog->isVisible(); }));
-    QVERIFY(dialog->selectedFiles().value(0).endsWith(QStringLiteral("_Quaydrop-photo.png")));
-    dialog->reject();
-    QVERIFY(QTest::qWaitFor([&] { return !e.saveProgrIndic->isSpinning(); }));
-    QVERIFY(e.isVisible());
-    // Then a name is chosen.
-    QSignalSpy saved(&e, &CropImgWC::saved);
-    e.saveCropRotateResult();
-    QVERIFY(QTest::qWaitFor([&] { return (dialog = e.findChild<QFileDialog *>(QStringLiteral("editorSavePanel"))) && dialog->isVisible(); }));
-    dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(c.dir.filePath(QStringLiteral("chosen")));
-    QMetaObject::invokeMethod(dialog, "accept");
-    QVERIFY(saved.count() == 1 || saved.wait(10000));
-    QCOMPARE(saved.first().first().toString(), chosen);
-    QCOMPARE(QImage(chosen).size(), QSize(800, 600));
-    QVERIFY(!QFile::exists(c.dir.filePath(QStringLiteral("_Quaydrop-photo.png"))));
-}
-
-void EditorSavingTest::undoAndRedoStrokes()
-{
-    CropImgWC &e = *c.editor;
-    e.setPaintMode(true);
-    e.colorChanged(Qt::red);
-    stroke(e.paintView, {{0.1, 0.1}, {0.3, 0.2}, {0.5, 0.2}});
-    e.colorChanged(Qt::blue);
-    stroke(e.paintView, {{0.1, 0.8}, {0.4, 0.8}});
-    QCOMPARE(e.paintView->paintSession.steps().size(), 3);
-    e.undoPressed();
-    QCOMPARE(e.paintView->paintSession.steps().size(), 2);
-    // The controls follow the last segment drawn, a moment after the undo.
-    QTRY_COMPARE(e.paintView->tool.brushColor, (PaintColor{1, 0, 0, 1}));
-    QVERIFY(e.redoBtn->isEnabled());
-    e.redoPressed();
-    QCOMPARE(e.paintView->paintSession.steps().size(), 3);
-    QTRY_COMPARE(e.paintView->tool.brushColor, (PaintColor{0, 0, 1, 1}));
-    e.undoPressed();
-    e.undoPressed();
-    QVERIFY(!e.paintView->hasDrawings());
-    QVERIFY(!e.undoBtn->isEnabled());
-    // A click without a drag paints nothing but is still a step of the history.
-    stroke(e.paintView, {{0.5, 0.5}});
-    QCOMPARE(e.undoStack()->count(), 1);
-    QVERIFY(!e.paintView->hasDrawings());
-}
-
-void EditorSavingTest::strokesAreSavedFromPaintModeOnly()
-{
-    CropImgWC &e = *c.editor;
-    e.setPaintMode(true);
-    e.colorChanged(QColor(255, 0, 255));
-    e.brushSizeChanged(20);
-    stroke(e.paintView, {{0.1, 0.5}, {0.9, 0.5}});
-    QCOMPARE(QImage(savedAndWaited(e)).pixel(400, 300), qRgb(255, 0, 255));
-    e.setPaintMode(false);
-    QCOMPARE(QImage(savedAndWaited(e)).pixel(400, 300), QImage(c.photo).pixel(400, 300));
-}
-
-void EditorSavingTest::windowResizeKeepsStrokesOnThePicture()
-{
-    CropImgWC &e = *c.editor;
-    e.setPaintMode(true);
-    stroke(e.paintView, {{0.25, 0.25}, {0.75, 0.75}});
-    const QImage before = e.paintView->snapshotWithSize(QSize(400, 300));
-    e.resize(e.width() + 200, e.height() + 100);
-    QTRY_COMPARE(QRectF(e.paintView->geometry()), e.cropSuper->fromYUp(e.getImgRectInsideImgView()).toRect());
-    e.paintView->syncLayer();
-    // Drawn at the same size, the strokes are where they were on the picture.
-    QCOMPARE(e.paintView->snapshotWithSize(QSize(400, 300)), before);
-}
-
-void EditorSavingTest::secondPictureWaitsForUnsavedChanges()
-{
-    CropImgWC &e = *c.editor;
-    const QString other = c.image(QStringLiteral("other.png"), picture(300, 200));
-    e.rotateBy90right();
-    e.openImage(other, false, false);
-    QMessageBox *box = visibleAlert(QStringLiteral("unsavedChangesAlert"));
-    QVERIFY(box);
-    box->reject(); // keep editing
-    QCOMPARE(e.windowTitle(), QStringLiteral("photo.png"));
-    QCOMPARE(e.pixelSize(), QSize(600, 800));
-    e.openImage(other, false, false);
-    box = visibleAlert(QStringLiteral("unsavedChangesAlert"));
-    QVERIFY(box);
-    QSignalSpy ready(&e, &CropImgWC::pictureReady);
-    for (QAbstractButton *b : box->buttons())
-        if (b->text() == Texts::localized("editorDiscard"))
-            b->click();
-    QVERIFY(ready.count() == 1 || ready.wait(10000));
-    QCOMPARE(e.windowTitle(), QStringLiteral("other.png"));
-    QCOMPARE(e.pixelSize(), QSize(300, 200));
-    QVERIFY(filesIn(c.dir.path()).filter(QStringLiteral("_Quaydrop")).isEmpty());
-}
-
-void EditorSavingTest::unwritableFolderKeepsThePicture()
-{
-    QDir(c.dir.path()).mkdir(QStringLiteral("locked"));
-    const QString folder = c.dir.filePath(QStringLiteral("locked"));
-    const QString file = folder + QStringLiteral("/shot.png");
-    QVERIFY(write(file, encoded(quarters(200, 100), "png")));
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
-    const bool writable = QFileInfo(folder).isWritable();
-    if (writable && ::geteuid() == 0) {
-        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        QSKIP("root writes anywhere; this case runs again unprivileged");
-    }
-    CropImgWC &e = *c.editor;
-    QVERIFY(openAndWait(e, file));
-    e.rotateBy90right();
-    e.saveCropRotateResult();
-    QMessageBox *box = nullptr;
-    QVERIFY(QTest::qWaitFor([&] { return (box = visibleAlert(QStringLiteral("saveFailedAlert"))) != nullptr; }));
-    QVERIFY(box->informativeText().contains(QStringLiteral("ermission")));
-    box->reject();
-    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    QCOMPARE(e.pixelSize(), QSize(100, 200)); // nothing lost
-    QVERIFY(e.hasUnsavedChanges());
-    QCOMPARE(filesIn(folder), QStringList{QStringLiteral("shot.png")});
-}
-
-void EditorSavingTest::sharingHandsOverACopy()
-{
-    CropImgWC &e = *c.editor;
-    QVERIFY(!e.shareCWimgBtn->isHidden());
-    e.rotateBy90right();
-    e.showSharePopCW();
-    QMenu *menu = nullptr;
-    QVERIFY(QTest::qWaitFor([&] { return (menu = e.findChild<QMenu *>(QStringLiteral("sharePicker"))) != nullptr; }));
-    // The copy is in the temporary folder: what would point there (Save as, file links) is not offered.
-    QVERIFY(!menu->findChild<QAction *>(QStringLiteral("copy-links")));
-    QVERIFY(!menu->findChild<QAction *>(QStringLiteral("save-as")));
-    QAction *device = menu->findChild<QAction *>(QStringLiteral("kdeconnect:abc"));
-    QVERIFY(device);
-    device->trigger();
-    QTRY_COMPARE(c.fakes->share.shared.size(), 1);
-    const QString path = QUrl(c.fakes->share.shared.first().second.value(0)).toLocalFile();
-    QCOMPARE(QFileInfo(path).fileName(), QStringLiteral("photo.png")); // the source's name
-    QVERIFY(Utils::isInTempFileOperationsFolder(path));
-    QCOMPARE(QImage(path).size(), QSize(600, 800)); // the picture as it stands
-    // Without a share service or a mail program the button is not offered.
-    Platform::install({});
-    CropImgWC fresh;
-    QVERIFY(openAndWait(fresh, c.photo));
-    QVERIFY(fresh.shareCWimgBtn->isHidden());
-}
-
-void EditorSavingTest::cropButtonOfTheImagePanelOpensTheEditor()
-{
-    c.editor.reset();
-    const auto app = launchedOn(*c.fakes);
-    dropOnWindow(*app, {c.photo});
-    panelButton(*app, QStringLiteral("resizeImgBtn"))->click();
-    QVERIFY(app->isModalOverlayVisible());
-    app->imgResizeVC->cropRotateBtn->click();
-    CropImgWC *editor = app->cropEditor();
-    QVERIFY(editor && editor->isVisible());
-    QCOMPARE(app->cropRotateWC.data(), editor);
-    QVERIFY(!app->windowIsVsbl()); // the drop window made way
-    QVERIFY(editor->ensureFullPicture());
-    QCOMPARE(editor->windowTitle(), QStringLiteral("photo.png"));
-    // A crop, a quarter turn and a few strokes, saved beside the photo.
-    typeInto(editor->cropSizeWidthTF, QStringLiteral("400"));
-    typeInto(editor->cropSizeHeightTF, QStringLiteral("300"));
-    editor->cropImage();
-    editor->rotateBy90right();
-    editor->setPaintMode(true);
-    editor->colorChanged(QColor(255, 255, 0));
-    editor->brushSizeChanged(12);
-    stroke(editor->paintView, {{0.5, 0.1}, {0.5, 0.5}, {0.5, 0.9}});
-    QSignalSpy saved(editor, &CropImgWC::saved);
-    editor->saveCropRotateResult();
-    QVERIFY(saved.wait(10000));
-    const QString written = c.dir.filePath(QStringLiteral("_Quaydrop-photo.png"));
-    QCOMPARE(saved.first().first().toString(), written);
-    const QImage result(written);
-    QCOMPARE(result.size(), QSize(300, 400));
-    QCOMPARE(result.pixel(150, 200), qRgb(255, 255, 0));
-    // The bottom left quarter (blue), turned right, lies at the top left.
-    QCOMPARE(result.pixel(20, 20), qRgb(0, 0, 255));
-    // Closed after saving; the controller lets go of it.
-    QVERIFY(!editor->isVisible());
-    QVERIFY(app->cropRotateWC.isNull());
-}
 
 QTEST_MAIN(EditorSavingTest)
 #include "tst_editor_saving.moc"

@@ -8,29 +8,18 @@
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/LockedPDFEnterPass.h"
 #include "core/overlays/PdfToImgVC.h"
-#include "core/texts/Texts.h"
 #include "core/window/ActionPanelView.h"
-#include "core/window/DropWindow.h"
 #include "images/jobs/ConvertJob.h"
-#include "utils/Utils.h"
-#include "widgets/ActionButton.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QProcess>
 #include <QPushButton>
 #include <QSlider>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUrl>
 
 namespace {
 
@@ -46,21 +35,314 @@ class ImageActionsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { englishTestMode(); }
+
     void init() { f.launch(); }
     void cleanup() { f.close(); }
-    void oneImagesFields();
-    void severalImagesTakeOneSideOnly();
-    void nothingToDoWritesNothing();
-    void resizeWritesBesideTheSourceAndCredits();
-    void resizeToAStoredDestination();
-    void imagesFromAnotherApplicationAskForAFolder();
-    void convertingSeveralImages();
-    void sliderSnapsInTheOverlay();
-    void pdfPagesAndTheirNotification();
-    void lockedPdfAsksForItsPassword();
-    void textDocumentToPdf();
-    void failuresAreShown();
+
+    void oneImagesFields()
+    {
+        QVERIFY(f.dropAndPress({image(QStringLiteral("wide.png"), 1000, 750)}, QStringLiteral("resizeImgBtn")));
+        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
+        QVERIFY(f.app->isModalOverlayVisible());
+        QCOMPARE(vc->widthTextField->text(), QStringLiteral("1000"));
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("750"));
+        QVERIFY(vc->cropRotateBtn->isEnabled());
+        // The arrows step the focused field by one, within five digits and not below one.
+        QTest::keyClick(vc->widthTextField, Qt::Key_Up);
+        QCOMPARE(vc->widthTextField->text(), QStringLiteral("1001"));
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("750")); // 750.75 truncated
+        vc->widthTextField->setText(QStringLiteral("12345"));
+        QTest::keyClick(vc->widthTextField, Qt::Key_Up);
+        QCOMPARE(vc->widthTextField->text(), QStringLiteral("12345"));
+        vc->heightTextField->setText(QStringLiteral("1"));
+        QTest::keyClick(vc->heightTextField, Qt::Key_Down);
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("1"));
+        // Typing one side gives the other in proportion; an emptied side empties the other.
+        retype(vc->widthTextField, QStringLiteral("333"));
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("249"));
+        retype(vc->heightTextField, QStringLiteral("375"));
+        QCOMPARE(vc->widthTextField->text(), QStringLiteral("500"));
+        for (int i = 0; i < 3; ++i)
+            QTest::keyClick(vc->heightTextField, Qt::Key_Backspace);
+        QCOMPARE(vc->widthTextField->text(), QString());
+        QTest::keyClick(vc->heightTextField, Qt::Key_Down);
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("-1"));
+        // Unticked, the fields are independent; ticked again, the picture's size is back.
+        vc->proportionCheckBox->setChecked(false);
+        vc->heightTextField->setText(QStringLiteral("7"));
+        vc->widthTextField->setText(QStringLiteral("10"));
+        QTest::keyClicks(vc->widthTextField, QStringLiteral("0"));
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("7"));
+        vc->proportionCheckBox->setChecked(true);
+        QCOMPARE(vc->widthTextField->text(), QStringLiteral("1000"));
+        QCOMPARE(vc->heightTextField->text(), QStringLiteral("750"));
+    }
+
+    void severalImagesTakeOneSideOnly()
+    {
+        QVERIFY(f.dropAndPress({image(QStringLiteral("w.png"), 100, 50), image(QStringLiteral("t.png"), 50, 100)},
+                               QStringLiteral("multiResizeImg")));
+        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
+        QVERIFY(vc->multiFilesMode());
+        QCOMPARE(vc->widthTextField->text(), QString());
+        QVERIFY(!vc->cropRotateBtn->isEnabled());
+        QTest::keyClicks(vc->heightTextField, QStringLiteral("9"));
+        QTest::keyClicks(vc->widthTextField, QStringLiteral("20"));
+        QCOMPARE(vc->heightTextField->text(), QString());
+        vc->doneBtn->click();
+        QVERIFY(f.notified(1));
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("w_20x10.png"))), QStringLiteral("20x10"));
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("t_20x40.png"))), QStringLiteral("20x40"));
+    }
+
+    void nothingToDoWritesNothing()
+    {
+        // The size left as it is: closed, nothing credited.
+        QVERIFY(f.dropAndPress({image(QStringLiteral("same.png"), 40, 20)}, QStringLiteral("resizeImgBtn")));
+        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
+        const quint64 before = ledgerTotal();
+        vc->doneBtn->click();
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QCOMPARE(ledgerTotal(), before);
+        // No size at all: the button's guard holds; Return goes without it, credited, nothing written.
+        f.button(QStringLiteral("resizeImgBtn"))->click();
+        vc->widthTextField->setText(QStringLiteral("0"));
+        vc->heightTextField->clear();
+        vc->doneBtn->click();
+        QVERIFY(f.app->isModalOverlayVisible());
+        QTest::keyClick(vc->widthTextField, Qt::Key_Return);
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QCOMPARE(ledgerTotal(), before + 150);
+        QTest::qWait(300);
+        QVERIFY(f.fakes->notifications.delivered.isEmpty());
+        QCOMPARE(QDir(f.dir.path()).entryList(QDir::Files).size(), 1);
+    }
+
+    void resizeWritesBesideTheSourceAndCredits()
+    {
+        const QString source = image(QStringLiteral("Harbour.png"), 300, 200);
+        QVERIFY(f.dropAndPress({source}, QStringLiteral("resizeImgBtn")));
+        QWidget *panel = f.app->window->contentView();
+        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
+        vc->widthTextField->setText(QStringLiteral("150"));
+        vc->heightTextField->setText(QStringLiteral("100"));
+        const quint64 before = ledgerTotal();
+        vc->doneBtn->click();
+        QVERIFY(f.app->emptyContviewIsShown);
+        QVERIFY(f.notified(1));
+        const auto &note = f.note();
+        QCOMPARE(note.title, QStringLiteral("Images resized"));
+        QCOMPARE(note.body, QStringLiteral("Saved to /%1").arg(QFileInfo(f.dir.path()).fileName()));
+        const QString output = f.path(QStringLiteral("Harbour_150x100.png"));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{output});
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(output), QStringLiteral("150x100"));
+        QCOMPARE(ledgerTotal(), before + 150);
+        QTRY_VERIFY(!f.app->emptyContviewIsShown);
+        QCOMPARE(f.app->window->contentView(), panel); // back to the panel for the next action
+    }
+
+    void resizeToAStoredDestination()
+    {
+        const QString elsewhere = f.path(QStringLiteral("Exports"));
+        QVERIFY(QDir().mkpath(elsewhere));
+        Utils::updateMoveCopyPaths({elsewhere});
+        QVERIFY(f.dropAndPress({image(QStringLiteral("d.png"), 80, 80)}, QStringLiteral("resizeImgBtn")));
+        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
+        const int index = vc->destinationPop->findText(QStringLiteral("Exports"));
+        QVERIFY(index > 0);
+        vc->destinationPop->setCurrentIndex(index);
+        QCOMPARE(vc->selectedDestinationPath(), elsewhere);
+        vc->widthTextField->setText(QStringLiteral("8"));
+        vc->heightTextField->setText(QStringLiteral("8"));
+        vc->doneBtn->click();
+        QVERIFY(f.notified(1));
+        QVERIFY(QFileInfo::exists(elsewhere + QStringLiteral("/d_8x8.png")));
+    }
+
+    void imagesFromAnotherApplicationAskForAFolder()
+    {
+        const QString source = image(QStringLiteral("o.png"), 50, 50);
+        f.drop({source});
+        f.app->droppedImageFromOtherApp = true;
+        Utils::updateMoveCopyPaths({f.dir.path()});
+        f.button(QStringLiteral("resizeImgBtn"))->click();
+        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
+        vc->destinationPop->setCurrentIndex(1); // ignored for such an image
+        vc->widthTextField->setText(QStringLiteral("10"));
+        vc->heightTextField->setText(QStringLiteral("10"));
+        const quint64 before = ledgerTotal();
+        vc->doneBtn->click();
+        QCOMPARE(ledgerTotal(), before + 200);
+        QFileDialog *panel = nullptr;
+        QTRY_VERIFY((panel = f.app->window->findChild<QFileDialog *>(QStringLiteral("chooseFolderPanel"))));
+        QCOMPARE(panel->windowTitle(), QStringLiteral("Save result to…"));
+        // It opens where a folder is, with its button ready: this test's home has no desktop folder.
+        QVERIFY(panel->directory().exists());
+        QDialogButtonBox *buttons = panel->findChild<QDialogButtonBox *>();
+        QVERIFY(buttons && buttons->button(QDialogButtonBox::Open)->isEnabled());
+        QVERIFY(f.app->isModalOverlayVisible()); // until a folder is chosen
+        const QString chosen = f.path(QStringLiteral("chosen"));
+        QVERIFY(QDir().mkpath(chosen));
+        panel->selectFile(chosen);
+        static_cast<QDialog *>(panel)->accept();
+        QVERIFY(f.notified(1));
+        QVERIFY(QFileInfo::exists(chosen + QStringLiteral("/o_10x10.png")));
+        QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("o_10x10.png"))));
+    }
+
+    void convertingSeveralImages()
+    {
+        const QStringList images{image(QStringLiteral("one.png"), 20, 20), image(QStringLiteral("two.bmp"), 20, 20, "bmp"),
+                                 image(QStringLiteral("three.jpg"), 20, 20, "jpeg")};
+        QVERIFY(f.dropAndPress(images, QStringLiteral("multiConvrtImg")));
+        ImgConvertOverlayVC *vc = f.app->imgConvrtVC;
+        QVERIFY(vc->mergeToPDFCheck->isEnabled());
+        const quint64 before = ledgerTotal();
+        vc->typeButton(2)->click();
+        QVERIFY(f.notified(1));
+        QCOMPARE(ledgerTotal(), before + 90); // 30 for each image
+        const QStringList written = f.note().userInfo.value(QStringLiteral("filePaths")).toStringList();
+        QCOMPARE(written, QStringList({f.dir.path() + "/one.jpg", f.dir.path() + "/two.jpg", f.dir.path() + "/three 1.jpg"}));
+        QCOMPARE(f.note().title, QStringLiteral("Images converted"));
+
+        // Merged into one PDF, named after the first image.
+        f.button(QStringLiteral("multiConvrtImg"))->click();
+        vc->mergeToPDFCheck->setChecked(true);
+        vc->typeButton(ConvertJob::kPdfTag)->click();
+        QVERIFY(f.notified(2));
+        QCOMPARE(f.fakes->notifications.delivered.last().userInfo.value(QStringLiteral("filePaths")).toStringList(),
+                 QStringList{f.path(QStringLiteral("one.pdf"))});
+    }
+
+    void sliderSnapsInTheOverlay()
+    {
+        QVERIFY(f.dropAndPress({image(QStringLiteral("s.png"), 10, 10)}, QStringLiteral("revealImginFinderBtn")));
+        ImgConvertOverlayVC *vc = f.app->imgConvrtVC;
+        QVERIFY(f.app->isModalOverlayVisible());
+        QVERIFY(!vc->mergeToPDFCheck->isEnabled()); // one image: nothing to merge
+        vc->compressFactorSlider->setValue(37);
+        QCOMPARE(vc->compressFactorSlider->value(), 35);
+        QCOMPARE(vc->comprFactorLbl->text(), QStringLiteral("35%"));
+        float factor = -1;
+        qint64 tag = -1;
+        vc->setImgConvrtCompletion([&](qint64 t, float chosen, qint64) {
+            tag = t;
+            factor = chosen;
+        });
+        tagButton(vc, OverlayController::kCloseTag)->click();
+        QCOMPARE(tag, OverlayController::kCloseTag);
+        QCOMPARE(factor, 0.65f);
+    }
+
+    void pdfPagesAndTheirNotification()
+    {
+        const QString pdf = f.path(QStringLiteral("Invoice.pdf"));
+        QVERIFY(ImageFixtures::pdfWithPages(pdf, {QSizeF(72, 72), QSizeF(144, 72)}));
+        f.drop({pdf});
+        ActionButton *toImages = f.button(QStringLiteral("convrtPDFToImgBtn"));
+        QVERIFY(toImages && toImages->isVisible());
+        toImages->click();
+        PdfToImgVC *vc = f.app->pdfToImgConvVC;
+        vc->DPItxtFld->setText(QStringLiteral("144"));
+        const quint64 before = ledgerTotal();
+        tagButton(vc, 1)->click();
+        QVERIFY(f.notified(1));
+        const auto &note = f.note();
+        const QString folder = f.path(QStringLiteral("Invoice"));
+        QCOMPARE(note.title, QStringLiteral("PDF pages saved as images"));
+        QCOMPARE(note.body, QStringLiteral("Saved to /Invoice"));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{folder});
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(folder + QStringLiteral("/Page_2.png")), QStringLiteral("288x144"));
+        QCOMPARE(ledgerTotal(), before + 20);
+    }
+
+    void lockedPdfAsksForItsPassword()
+    {
+        if (QStandardPaths::findExecutable(QStringLiteral("qpdf")).isEmpty())
+            QSKIP("qpdf is missing: scripts/install-deps.sh installs it");
+        const QString plain = f.path(QStringLiteral("plain.pdf"));
+        const QString pdf = f.path(QStringLiteral("Locked.pdf"));
+        QVERIFY(ImageFixtures::pdfWithPages(plain, {QSizeF(36, 36)}));
+        QCOMPARE(QProcess::execute(QStringLiteral("qpdf"), {"--encrypt", "quay", "owner", "256", "--", plain, pdf}), 0);
+        QVERIFY(f.dropAndPress({pdf}, QStringLiteral("convrtPDFToImgBtn")));
+        auto sheet = [this] { return f.app->window->findChild<LockedPDFEnterPass *>(); };
+        auto unlock = [&](const QString &password) {
+            sheet()->pdfPassTxtFld->setText(password);
+            sheet()->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click();
+        };
+        // Cancel: the overlay waits for another try.
+        tagButton(f.app->pdfToImgConvVC, 2)->click();
+        QTRY_VERIFY(sheet() && sheet()->isVisible());
+        QCOMPARE(sheet()->pdfPassTxtFld->echoMode(), QLineEdit::Password);
+        QVERIFY(!sheet()->wrongPassLbl->isVisible());
+        sheet()->findChild<QPushButton *>(QStringLiteral("cancelBtn"))->click();
+        QTRY_VERIFY(!f.app->enterLockedPDFPass);
+        QVERIFY(f.app->isModalOverlayVisible());
+        // A wrong password is said, and the same sheet takes the right one.
+        tagButton(f.app->pdfToImgConvVC, 2)->click();
+        QTRY_VERIFY(sheet() && sheet()->isVisible());
+        unlock(QStringLiteral("wrong"));
+        QVERIFY(sheet() && sheet()->isVisible());
+        QVERIFY(sheet()->wrongPassLbl->isVisible());
+        QCOMPARE(sheet()->wrongPassLbl->text(), QStringLiteral("This password does not open the PDF. Try again."));
+        QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("Locked"))));
+        unlock(QStringLiteral("quay"));
+        QTRY_VERIFY(!f.app->enterLockedPDFPass);
+        QVERIFY(f.notified(1));
+        QVERIFY(QFileInfo::exists(f.path(QStringLiteral("Locked/Page_1.jpg"))));
+    }
+
+    void textDocumentToPdf()
+    {
+        const QString txt = f.file(QStringLiteral("Notes.txt"), "Quay notes\nShips at dawn.\n");
+        f.file(QStringLiteral("Notes.pdf"), "an older PDF of the user's");
+        f.drop({txt});
+        const quint64 before = ledgerTotal();
+        f.button(QStringLiteral("convToPDFbtn"))->click();
+        QCOMPARE(ledgerTotal(), before + 40);
+        QVERIFY(f.notified(1));
+        const auto &note = f.note();
+        QCOMPARE(note.title, QStringLiteral("Saved as PDF"));
+        const QString made = f.path(QStringLiteral("Notes 1.pdf"));
+        QCOMPARE(note.body, QStringLiteral("to ../%1/Notes 1.pdf").arg(QFileInfo(f.dir.path()).fileName()));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{made});
+        QCOMPARE(f.bytesOf(f.path(QStringLiteral("Notes.pdf"))), QByteArray("an older PDF of the user's"));
+        QVERIFY(f.bytesOf(made).startsWith("%PDF-"));
+    }
+
+    void failuresAreShown()
+    {
+        // An image whose data is damaged behind a good header: the panel opens, the resize fails.
+        const QString bad = f.file(QStringLiteral("bad.png"), ImageFixtures::damagedPng(ImageFixtures::picture(100, 100)));
+        QVERIFY(f.dropAndPress({bad}, QStringLiteral("resizeImgBtn")));
+        f.app->imgResizeVC->widthTextField->setText(QStringLiteral("10"));
+        f.app->imgResizeVC->heightTextField->setText(QStringLiteral("10"));
+        f.app->imgResizeVC->doneBtn->click();
+        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(), 20000);
+        QCOMPARE(visibleAlert()->text(), QStringLiteral("Nothing was written"));
+        QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("bad.png")));
+        QVERIFY(f.fakes->notifications.delivered.isEmpty());
+        QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("bad_10x10.png"))));
+        delete visibleAlert();
+
+        // No image behind the name at all: no overlay at 0 x 0, but the reason.
+        QVERIFY(f.dropAndPress({f.file(QStringLiteral("words.png"), "just words")}, QStringLiteral("resizeImgBtn")));
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QVERIFY(visibleAlert());
+        QCOMPARE(visibleAlert()->text(), QStringLiteral("The size of this image cannot be read"));
+        QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("words.png")));
+        delete visibleAlert();
+
+        // A PDF that cannot be read: said, and the overlay stays for another choice.
+        QVERIFY(f.dropAndPress({f.file(QStringLiteral("broken.pdf"), "%PDF-1.4 and then nothing")}, QStringLiteral("convrtPDFToImgBtn")));
+        tagButton(f.app->pdfToImgConvVC, 1)->click();
+        QVERIFY(f.app->isModalOverlayVisible());
+        QVERIFY(visibleAlert());
+        QCOMPARE(visibleAlert()->text(), QStringLiteral("This PDF cannot be read"));
+        QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("broken.pdf")));
+        QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("broken"))));
+    }
 
 private:
     QString image(const QString &name, int w, int h, const char *format = "png")
@@ -72,322 +354,12 @@ private:
     LaunchedFixture f;
 };
 
-void ImageActionsTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
 QPushButton *ImageActionsTest::tagButton(QWidget *overlay, qint64 tag) const
 {
     for (QPushButton *b : overlay->findChildren<QPushButton *>())
         if (b->property("tag").toLongLong() == tag && b->isVisible())
             return b;
     return nullptr;
-}
-
-void ImageActionsTest::oneImagesFields()
-{
-    QVERIFY(f.dropAndPress({image(QStringLiteral("wide.png"), 1000, 750)}, QStringLiteral("resizeImgBtn")));
-    ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-    QVERIFY(f.app->isModalOverlayVisible());
-    QCOMPARE(vc->widthTextField->text(), QStringLiteral("1000"));
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("750"));
-    QVERIFY(vc->cropRotateBtn->isEnabled());
-    // The arrows step the focused field by one, within five digits and not below one.
-    QTest::keyClick(vc->widthTextField, Qt::Key_Up);
-    QCOMPARE(vc->widthTextField->text(), QStringLiteral("1001"));
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("750")); // 750.75 truncated
-    vc->widthTextField->setText(QStringLiteral("12345"));
-    QTest::keyClick(vc->widthTextField, Qt::Key_Up);
-    QCOMPARE(vc->widthTextField->text(), QStringLiteral("12345"));
-    vc->heightTextField->setText(QStringLiteral("1"));
-    QTest::keyClick(vc->heightTextField, Qt::Key_Down);
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("1"));
-    // Typing one side gives the other in proportion; an emptied side empties the other.
-    retype(vc->widthTextField, QStringLiteral("333"));
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("249"));
-    retype(vc->heightTextField, QStringLiteral("375"));
-    QCOMPARE(vc->widthTextField->text(), QStringLiteral("500"));
-    for (int i = 0; i < 3; ++i)
-        QTest::keyClick(vc->heightTextField, Qt::Key_Backspace);
-    QCOMPARE(vc->widthTextField->text(), QString());
-    QTest::keyClick(vc->heightTextField, Qt::Key_Down);
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("-1"));
-    // Unticked, the fields are independent; ticked again, the picture's size is back.
-    vc->proportionCheckBox->setChecked(false);
-    vc->heightTextField->setText(QStringLiteral("7"));
-    vc->widthTextField->setText(QStringLiteral("10"));
-    QTest::keyClicks(vc->widthTextField, QStringLiteral("0"));
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("7"));
-    vc->proportionCheckBox->setChecked(true);
-    QCOMPARE(vc->widthTextField->text(), QStringLiteral("1000"));
-    QCOMPARE(vc->heightTextField->text(), QStringLiteral("750"));
-}
-
-void ImageActionsTest::severalImagesTakeOneSideOnly()
-{
-    QVERIFY(f.dropAndPress({image(QStringLiteral("w.png"), 100, 50), image(QStringLiteral("t.png"), 50, 100)},
-                           QStringLiteral("multiResizeImg")));
-    ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-    QVERIFY(vc->multiFilesMode());
-    QCOMPARE(vc->widthTextField->text(), QString());
-    QVERIFY(!vc->cropRotateBtn->isEnabled());
-    QTest::keyClicks(vc->heightTextField, QStringLiteral("9"));
-    QTest::keyClicks(vc->widthTextField, QStringLiteral("20"));
-    QCOMPARE(vc->heightTextField->text(), QString());
-    vc->doneBtn->click();
-    QVERIFY(f.notified(1));
-    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("w_20x10.png"))), QStringLiteral("20x10"));
-    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("t_20x40.png"))), QStringLiteral("20x40"));
-}
-
-void ImageActionsTest::nothingToDoWritesNothing()
-{
-    // The size left as it is: closed, nothing credited.
-    QVERIFY(f.dropAndPress({image(QStringLiteral("same.png"), 40, 20)}, QStringLiteral("resizeImgBtn")));
-    ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-    const quint64 before = ledgerTotal();
-    vc->doneBtn->click();
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QCOMPARE(ledgerTotal(), before);
-    // No size at all: the button's guard holds; Return goes without it, credited, nothing written.
-    f.button(QStringLiteral("resizeImgBtn"))->click();
-    vc->widthTextField->setText(QStringLiteral("0"));
-    vc->heightTextField->clear();
-    vc->doneBtn->click();
-    QVERIFY(f.app->isModalOverlayVisible());
-    QTest::keyClick(vc->widthTextField, Qt::Key_Return);
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QCOMPARE(ledgerTotal(), before + 150);
-    QTest::qWait(300);
-    QVERIFY(f.fakes->notifications.delivered.isEmpty());
-    QCOMPARE(QDir(f.dir.path()).entryList(QDir::Files).size(), 1);
-}
-
-void ImageActionsTest::resizeWritesBesideTheSourceAndCredits()
-{
-    const QString source = image(QStringLiteral("Harbour.png"), 300, 200);
-    QVERIFY(f.dropAndPress({source}, QStringLiteral("resizeImgBtn")));
-    QWidget *panel = f.app->window->contentView();
-    ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-    vc->widthTextField->setText(QStringLiteral("150"));
-    vc->heightTextField->setText(QStringLiteral("100"));
-    const quint64 before = ledgerTotal();
-    vc->doneBtn->click();
-    QVERIFY(f.app->emptyContviewIsShown);
-    QVERIFY(f.notified(1));
-    const auto &note = f.note();
-    QCOMPARE(note.title, QStringLiteral("Images resized"));
-    QCOMPARE(note.body, QStringLiteral("Saved to /%1").arg(QFileInfo(f.dir.path()).fileName()));
-    const QString output = f.path(QStringLiteral("Harbour_150x100.png"));
-    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{output});
-    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(output), QStringLiteral("150x100"));
-    QCOMPARE(ledgerTotal(), before + 150);
-    QTRY_VERIFY(!f.app->emptyContviewIsShown);
-    QCOMPARE(f.app->window->contentView(), panel); // back to the panel for the next action
-}
-
-void ImageActionsTest::resizeToAStoredDestination()
-{
-    const QString elsewhere = f.path(QStringLiteral("Exports"));
-    QVERIFY(QDir().mkpath(elsewhere));
-    Utils::updateMoveCopyPaths({elsewhere});
-    QVERIFY(f.dropAndPress({image(QStringLiteral("d.png"), 80, 80)}, QStringLiteral("resizeImgBtn")));
-    ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-    const int index = vc->destinationPop->findText(QStringLiteral("Exports"));
-    QVERIFY(index > 0);
-    vc->destinationPop->setCurrentIndex(index);
-    QCOMPARE(vc->selectedDestinationPath(), elsewhere);
-    vc->widthTextField->setText(QStringLiteral("8"));
-    vc->heightTextField->setText(QStringLiteral("8"));
-    vc->doneBtn->click();
-    QVERIFY(f.notified(1));
-    QVERIFY(QFileInfo::exists(elsewhere + QStringLiteral("/d_8x8.png")));
-}
-
-void ImageActionsTest::imagesFromAnotherApplicationAskForAFolder()
-{
-    const QString source = image(QStringLiteral("o.png"), 50, 50);
-    f.drop({source});
-    f.app->droppedImageFromOtherApp = true;
-    Utils::updateMoveCopyPaths({f.dir.path()});
-    f.button(QStringLiteral("resizeImgBtn"))->click();
-    ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-    vc->destinationPop->setCurrentIndex(1); // ignored for such an image
-    vc->widthTextField->setText(QStringLiteral("10"));
-    vc->heightTextField->setText(QStringLiteral("10"));
-    const quint64 before = ledgerTotal();
-    vc->doneBtn->click();
-    QCOMPARE(ledgerTotal(), before + 200);
-    QFileDialog *panel = nullptr;
-    QTRY_VERIFY((panel = f.app->window->findChild<QFileDialog *>(QStringLiteral("chooseFolderPanel"))));
-    QCOMPARE(panel->windowTitle(), QStringLiteral("Save result to…"));
-    // It opens where a folder is, with its button ready: this test's home has no desktop folder.
-    QVERIFY(panel->directory().exists());
-    QDialogButtonBox *buttons = panel->findChild<QDialogButtonBox *>();
-    QVERIFY(buttons && buttons->button(QDialogButtonBox::Open)->isEnabled());
-    QVERIFY(f.app->isModalOverlayVisible()); // until a folder is chosen
-    const QString chosen = f.path(QStringLiteral("chosen"));
-    QVERIFY(QDir().mkpath(chosen));
-    panel->selectFile(chosen);
-    static_cast<QDialog *>(panel)->accept();
-    QVERIFY(f.notified(1));
-    QVERIFY(QFileInfo::exists(chosen + QStringLiteral("/o_10x10.png")));
-    QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("o_10x10.png"))));
-}
-
-void ImageActionsTest::convertingSeveralImages()
-{
-    const QStringList images{image(QStringLiteral("one.png"), 20, 20), image(QStringLiteral("two.bmp"), 20, 20, "bmp"),
-                             image(QStringLiteral("three.jpg"), 20, 20, "jpeg")};
-    QVERIFY(f.dropAndPress(images, QStringLiteral("multiConvrtImg")));
-    ImgConvertOverlayVC *vc = f.app->imgConvrtVC;
-    QVERIFY(vc->mergeToPDFCheck->isEnabled());
-    const quint64 before = ledgerTotal();
-    vc->typeButton(2)->click();
-    QVERIFY(f.notified(1));
-    QCOMPARE(ledgerTotal(), before + 90); // 30 for each image
-    const QStringList written = f.note().userInfo.value(QStringLiteral("filePaths")).toStringList();
-    QCOMPARE(written, QStringList({f.dir.path() + "/one.jpg", f.dir.path() + "/two.jpg", f.dir.path() + "/three 1.jpg"}));
-    QCOMPARE(f.note().title, QStringLiteral("Images converted"));
-
-    // Merged into one PDF, named after the first image.
-    f.button(QStringLiteral("multiConvrtImg"))->click();
-    vc->mergeToPDFCheck->setChecked(true);
-    vc->typeButton(ConvertJob::kPdfTag)->click();
-    QVERIFY(f.notified(2));
-    QCOMPARE(f.fakes->notifications.delivered.last().userInfo.value(QStringLiteral("filePaths")).toStringList(),
-             QStringList{f.path(QStringLiteral("one.pdf"))});
-}
-
-void ImageActionsTest::sliderSnapsInTheOverlay()
-{
-    QVERIFY(f.dropAndPress({image(QStringLiteral("s.png"), 10, 10)}, QStringLiteral("revealImginFinderBtn")));
-    ImgConvertOverlayVC *vc = f.app->imgConvrtVC;
-    QVERIFY(f.app->isModalOverlayVisible());
-    QVERIFY(!vc->mergeToPDFCheck->isEnabled()); // one image: nothing to merge
-    vc->compressFactorSlider->setValue(37);
-    QCOMPARE(vc->compressFactorSlider->value(), 35);
-    QCOMPARE(vc->comprFactorLbl->text(), QStringLiteral("35%"));
-    float factor = -1;
-    qint64 tag = -1;
-    vc->setImgConvrtCompletion([&](qint64 t, float chosen, qint64) {
-        tag = t;
-        factor = chosen;
-    });
-    tagButton(vc, OverlayController::kCloseTag)->click();
-    QCOMPARE(tag, OverlayController::kCloseTag);
-    QCOMPARE(factor, 0.65f);
-}
-
-void ImageActionsTest::pdfPagesAndTheirNotification()
-{
-    const QString pdf = f.path(QStringLiteral("Invoice.pdf"));
-    QVERIFY(ImageFixtures::pdfWithPages(pdf, {QSizeF(72, 72), QSizeF(144, 72)}));
-    f.drop({pdf});
-    ActionButton *toImages = f.button(QStringLiteral("convrtPDFToImgBtn"));
-    QVERIFY(toImages && toImages->isVisible());
-    toImages->click();
-    PdfToImgVC *vc = f.app->pdfToImgConvVC;
-    vc->DPItxtFld->setText(QStringLiteral("144"));
-    const quint64 before = ledgerTotal();
-    tagButton(vc, 1)->click();
-    QVERIFY(f.notified(1));
-    const auto &note = f.note();
-    const QString folder = f.path(QStringLiteral("Invoice"));
-    QCOMPARE(note.title, QStringLiteral("PDF pages saved as images"));
-    QCOMPARE(note.body, QStringLiteral("Saved to /Invoice"));
-    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{folder});
-    QCOMPARE(Utils::getImageDimensionsAsStringImgPath(folder + QStringLiteral("/Page_2.png")), QStringLiteral("288x144"));
-    QCOMPARE(ledgerTotal(), before + 20);
-}
-
-void ImageActionsTest::lockedPdfAsksForItsPassword()
-{
-    if (QStandardPaths::findExecutable(QStringLiteral("qpdf")).isEmpty())
-        QSKIP("qpdf is missing: scripts/install-deps.sh installs it");
-    const QString plain = f.path(QStringLiteral("plain.pdf"));
-    const QString pdf = f.path(QStringLiteral("Locked.pdf"));
-    QVERIFY(ImageFixtures::pdfWithPages(plain, {QSizeF(36, 36)}));
-    QCOMPARE(QProcess::execute(QStringLiteral("qpdf"), {"--encrypt", "quay", "owner", "256", "--", plain, pdf}), 0);
-    QVERIFY(f.dropAndPress({pdf}, QStringLiteral("convrtPDFToImgBtn")));
-    auto sheet = [this] { return f.app->window->findChild<LockedPDFEnterPass *>(); };
-    auto unlock = [&](const QString &password) {
-        sheet()->pdfPassTxtFld->setText(password);
-        sheet()->findChild<QPushButton *>(QStringLiteral("unlockBtn"))->click();
-    };
-    // Cancel: the overlay waits for another try.
-    tagButton(f.app->pdfToImgConvVC, 2)->click();
-    QTRY_VERIFY(sheet() && sheet()->isVisible());
-    QCOMPARE(sheet()->pdfPassTxtFld->echoMode(), QLineEdit::Password);
-    QVERIFY(!sheet()->wrongPassLbl->isVisible());
-    sheet()->findChild<QPushButton *>(QStringLiteral("cancelBtn"))->click();
-    QTRY_VERIFY(!f.app->enterLockedPDFPass);
-    QVERIFY(f.app->isModalOverlayVisible());
-    // A wrong password is said, and the same sheet takes the right one.
-    tagButton(f.app->pdfToImgConvVC, 2)->click();
-    QTRY_VERIFY(sheet() && sheet()->isVisible());
-    unlock(QStringLiteral("wrong"));
-    QVERIFY(sheet() && sheet()->isVisible());
-    QVERIFY(sheet()->wrongPassLbl->isVisible());
-    QCOMPARE(sheet()->wrongPassLbl->text(), QStringLiteral("This password does not open the PDF. Try again."));
-    QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("Locked"))));
-    unlock(QStringLiteral("quay"));
-    QTRY_VERIFY(!f.app->enterLockedPDFPass);
-    QVERIFY(f.notified(1));
-    QVERIFY(QFileInfo::exists(f.path(QStringLiteral("Locked/Page_1.jpg"))));
-}
-
-void ImageActionsTest::textDocumentToPdf()
-{
-    const QString txt = f.file(QStringLiteral("Notes.txt"), "Quay notes\nShips at dawn.\n");
-    f.file(QStringLiteral("Notes.pdf"), "an older PDF of the user's");
-    f.drop({txt});
-    const quint64 before = ledgerTotal();
-    f.button(QStringLiteral("convToPDFbtn"))->click();
-    QCOMPARE(ledgerTotal(), before + 40);
-    QVERIFY(f.notified(1));
-    const auto &note = f.note();
-    QCOMPARE(note.title, QStringLiteral("Saved as PDF"));
-    const QString made = f.path(QStringLiteral("Notes 1.pdf"));
-    QCOMPARE(note.body, QStringLiteral("to ../%1/Notes 1.pdf").arg(QFileInfo(f.dir.path()).fileName()));
-    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{made});
-    QCOMPARE(f.bytesOf(f.path(QStringLiteral("Notes.pdf"))), QByteArray("an older PDF of the user's"));
-    QVERIFY(f.bytesOf(made).startsWith("%PDF-"));
-}
-
-void ImageActionsTest::failuresAreShown()
-{
-    // An image whose data is damaged behind a good header: the panel opens, the resize fails.
-    const QString bad = f.file(QStringLiteral("bad.png"), ImageFixtures::damagedPng(ImageFixtures::picture(100, 100)));
-    QVERIFY(f.dropAndPress({bad}, QStringLiteral("resizeImgBtn")));
-    f.app->imgResizeVC->widthTextField->setText(QStringLiteral("10"));
-    f.app->imgResizeVC->heightTextField->setText(QStringLiteral("10"));
-    f.app->imgResizeVC->doneBtn->click();
-    QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(), 20000);
-    QCOMPARE(visibleAlert()->text(), QStringLiteral("Nothing was written"));
-    QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("bad.png")));
-    QVERIFY(f.fakes->notifications.delivered.isEmpty());
-    QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("bad_10x10.png"))));
-    delete visibleAlert();
-
-    // No image behind the name at all: no overlay at 0 x 0, but the reason.
-    QVERIFY(f.dropAndPress({f.file(QStringLiteral("words.png"), "just words")}, QStringLiteral("resizeImgBtn")));
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QVERIFY(visibleAlert());
-    QCOMPARE(visibleAlert()->text(), QStringLiteral("The size of this image cannot be read"));
-    QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("words.png")));
-    delete visibleAlert();
-
-    // A PDF that cannot be read: said, and the overlay stays for another choice.
-    QVERIFY(f.dropAndPress({f.file(QStringLiteral("broken.pdf"), "%PDF-1.4 and then nothing")}, QStringLiteral("convrtPDFToImgBtn")));
-    tagButton(f.app->pdfToImgConvVC, 1)->click();
-    QVERIFY(f.app->isModalOverlayVisible());
-    QVERIFY(visibleAlert());
-    QCOMPARE(visibleAlert()->text(), QStringLiteral("This PDF cannot be read"));
-    QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("broken.pdf")));
-    QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("broken"))));
 }
 
 QTEST_MAIN(ImageActionsTest)

@@ -2,37 +2,24 @@
 // drag events on the views; promised files that settle or never do; the cancel of an import.
 
 #include "LaunchedProgram.h"
-#include "core/controller/AppDelegate.h"
 #include "core/overlays/MoveFileViewController.h"
-#include "core/settings/SettingsKeys.h"
 #include "core/window/ActionPanelView.h"
-#include "core/settings/SettingsStore.h"
 #include "core/window/BusyView.h"
 #include "core/window/DropFilesHereView.h"
-#include "core/texts/Texts.h"
 #include "core/window/DropView.h"
-#include "core/window/DropWindow.h"
-#include "platform/fake/FakePlatform.h"
-#include "utils/Utils.h"
 
-#include <QDir>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QLabel>
-#include <QMimeData>
 #include <QPushButton>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUrl>
 
-#include <memory>
 
 class IntakeTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { englishTestMode(); }
+
     void init()
     {
         SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
@@ -44,18 +31,270 @@ private Q_SLOTS:
         f.close();
         Utils::cleanUPTepmFileOperationsFolder();
     }
-    void windowTarget_data();
-    void windowTarget();
-    void promisedFilesSettle_data();
-    void promisedFilesSettle();
-    void anImageOutOfABrowser_data();
-    void anImageOutOfABrowser();
-    void aPromiseThatNeverCompletesWaitsForCancel();
-    void aDropOfNothingShownIsLeftByCancel();
-    void quickMoveShowsThePickerAlone();
-    void aliasesAreLinksBesideTheFiles();
-    void dropViewCaptionsFollowTheDrag();
-    void dropViewsTakeFilesOnly();
+
+    void windowTarget_data()
+    {
+        QTest::addColumn<QString>("kind");
+        QTest::addColumn<bool>("taken");
+        QTest::addColumn<int>("panel"); // 0: none
+        QTest::newRow("a text file") << "file" << true << 2;
+        QTest::newRow("an image file") << "image" << true << 1;
+        QTest::newRow("a folder") << "folder" << true << 333;
+        QTest::newRow("another file") << "other" << true << 777;
+        QTest::newRow("two files") << "files" << true << 888;
+        QTest::newRow("text") << "text" << true << 222;
+        QTest::newRow("image data") << "png" << true << 444;
+        QTest::newRow("a lone volume") << "volume" << false << 0;
+        QTest::newRow("a web link without an image") << "link" << false << 0;
+        QTest::newRow("a type nobody knows") << "unknown" << false << 0;
+    }
+
+    void windowTarget()
+    {
+        QFETCH(QString, kind);
+        QFETCH(bool, taken);
+        QFETCH(int, panel);
+        QMimeData data;
+        if (kind == QLatin1String("file"))
+            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("notes.txt")))});
+        else if (kind == QLatin1String("image"))
+            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("photo.png"), QByteArray("\x89PNG\r\n\x1a\n", 8)))});
+        else if (kind == QLatin1String("folder"))
+            data.setUrls({QUrl::fromLocalFile(f.dir.path())});
+        else if (kind == QLatin1String("other"))
+            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("data.bin")))});
+        else if (kind == QLatin1String("files"))
+            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("a.txt"))), QUrl::fromLocalFile(file(QStringLiteral("b.txt")))});
+        else if (kind == QLatin1String("text"))
+            data.setText(QStringLiteral("two words"));
+        else if (kind == QLatin1String("png"))
+            data.setData(QStringLiteral("image/png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
+        else if (kind == QLatin1String("volume"))
+            data.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
+        else if (kind == QLatin1String("link"))
+            data.setUrls({QUrl(QStringLiteral("https://example.org/page"))});
+        else
+            data.setData(QStringLiteral("application/x-foo"), "?");
+
+        QCOMPARE(dropOn(f.app->dropFilesHereView, &data), taken);
+        QCOMPARE(f.app->oneofThePanelsIsShown, panel != 0);
+        QVERIFY(!f.app->emptyContviewIsShown);
+        if (!taken) {
+            QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView); // still waiting
+            return;
+        }
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
+        QVERIFY(f.app->window->takesFocus()); // a panel takes the keys
+        QCOMPARE(f.app->filePathsArr.size(), kind == QLatin1String("files") ? 2 : kind == QLatin1String("text") ? 0 : 1);
+        if (kind == QLatin1String("text"))
+            QCOMPARE(Utils::readDroppedString(), QStringLiteral("two words"));
+        if (kind == QLatin1String("png")) {
+            QVERIFY(f.app->droppedImageFromOtherApp);
+            QVERIFY(f.app->filePathsArr.value(0).startsWith(Utils::tempFileOperationsFolder()));
+        }
+    }
+
+    void promisedFilesSettle_data()
+    {
+        QTest::addColumn<QStringList>("names");
+        QTest::addColumn<int>("writeAfterMs");
+        QTest::addColumn<int>("panel");
+        QTest::newRow("one image: the panel of an image from elsewhere") << QStringList{"shot.png"} << 0 << 444;
+        QTest::newRow("one text") << QStringList{"draft.txt"} << 0 << 2;
+        QTest::newRow("two files") << QStringList{"a.png", "b.txt"} << 0 << 888;
+        QTest::newRow("written late") << QStringList{"late.txt"} << 350 << 2;
+    }
+
+    void promisedFilesSettle()
+    {
+        QFETCH(QStringList, names);
+        QFETCH(int, writeAfterMs);
+        QFETCH(int, panel);
+        f.fakes->promisedFiles.names = names;
+        f.fakes->promisedFiles.writeAfterMs = writeAfterMs;
+        QMimeData data;
+        data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("also-named.txt")))}); // promises come first
+        QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+
+        QCOMPARE(f.fakes->promisedFiles.askedFolders.size(), 1);
+        const QString folder = f.fakes->promisedFiles.askedFolders.first();
+        QVERIFY(folder.startsWith(Utils::tempFileOperationsFolder() + QLatin1Char('/')));
+        QVERIFY(f.app->emptyContviewIsShown); // until the files stand still
+        QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
+        QVERIFY(f.app->droppedImageFromOtherApp);
+        QCOMPARE(f.app->filePathsArr.size(), names.size());
+        for (const QString &path : std::as_const(f.app->filePathsArr))
+            QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath()), qPrintable(path));
+    }
+
+    void anImageOutOfABrowser_data()
+    {
+        QTest::addColumn<bool>("directSave");
+        QTest::addColumn<QStringList>("sourceSaves"); // names the source's X Direct Save gives; empty: refuses
+        QTest::addColumn<QString>("address");
+        QTest::addColumn<QString>("written");
+        // Chromium answers X Direct Save with "F", leaving the file to the target from application/octet-stream.
+        QTest::newRow("X Direct Save left to the target") << true << QStringList{"harbour.png"}
+                                                          << "http://127.0.0.1/pics/view.php?id=7" << "harbour.png";
+        QTest::newRow("X Direct Save refused: named from the address") << true << QStringList()
+                                                                       << "http://127.0.0.1/pics/harbour.png" << "harbour.png";
+        QTest::newRow("bytes only: named from the address") << false << QStringList() << "http://127.0.0.1/pics/view.php?id=7"
+                                                             << "view.php.png";
+    }
+
+    // An image dragged out of a web page: no file and no image type, only its bytes beside its address.
+    void anImageOutOfABrowser()
+    {
+        QFETCH(bool, directSave);
+        QFETCH(QStringList, sourceSaves);
+        QFETCH(QString, address);
+        QFETCH(QString, written);
+        f.fakes->promisedFiles.names = sourceSaves;
+        f.fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
+        const QByteArray png = pngBytes();
+        QMimeData data;
+        data.setUrls({QUrl(address)});
+        data.setText(address);
+        data.setData(QStringLiteral("application/octet-stream"), png);
+        if (directSave)
+            data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
+        if (directSave && sourceSaves.isEmpty())
+            QTest::ignoreMessage(QtWarningMsg, "promised files not received: the source refused");
+        QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+        QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelOtherAppImage)));
+        QCOMPARE(f.app->filePathsArr.size(), 1);
+        const QString path = f.app->filePathsArr.first();
+        QCOMPARE(QFileInfo(path).fileName(), written);
+        QVERIFY(path.startsWith(QDir(Utils::tempFileOperationsFolder()).canonicalPath() + QLatin1Char('/')));
+        QCOMPARE(f.bytesOf(path), png);
+    }
+
+    void aPromiseThatNeverCompletesWaitsForCancel()
+    {
+        f.fakes->promisedFiles.names = {QStringLiteral("never.txt")};
+        f.fakes->promisedFiles.writeAfterMs = -1;
+        QMimeData data;
+        data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
+        QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+        QTest::qWait(400);
+        QVERIFY(f.app->emptyContviewIsShown);
+        QVERIFY(!f.app->oneofThePanelsIsShown);
+        const QString folder = f.fakes->promisedFiles.askedFolders.value(0);
+        QVERIFY(QFileInfo(folder).isDir());
+
+        f.app->emptyContview->cancelProgressBtn->click();
+        QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Data import canceled..."));
+        QVERIFY(!QFileInfo::exists(folder));
+        QVERIFY(f.app->windowIsVsbl()); // a moment to read the message
+        QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
+        // The file appearing now changes nothing: its checks ended with the import.
+        writtenFile(folder + QStringLiteral("/never.txt"), "late");
+        QTest::qWait(300);
+        QVERIFY(!f.app->oneofThePanelsIsShown);
+        QDir(folder).removeRecursively();
+    }
+
+    void aDropOfNothingShownIsLeftByCancel()
+    {
+        // Image data of a kind the window does not keep: the busy view stays, and the cancel is the way
+        // out. It removes nothing, as no promised folder was made.
+        const QString kept = file(QStringLiteral("kept.txt"));
+        QMimeData data;
+        data.setData(QStringLiteral("image/x-exotic"), "??");
+        QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+        QVERIFY(f.app->emptyContviewIsShown);
+        QVERIFY(f.app->filePathsArr.isEmpty());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^error deleting TempDir for promised files")));
+        f.app->emptyContview->cancelProgressBtn->click();
+        QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
+        QVERIFY(QFileInfo::exists(kept));
+        QVERIFY(QFileInfo(QDir::currentPath()).isDir());
+    }
+
+    void quickMoveShowsThePickerAlone()
+    {
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("move-me.txt")))});
+        QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &data));
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->moveFileVC));
+        QVERIFY(f.app->oneofThePanelsIsShown);
+        QVERIFY(!f.app->emptyContviewIsShown);
+        QVERIFY(f.app->moveFileVC->goBackBtn->isHidden());
+        QCOMPARE(f.app->window->frameYUp().size(), QSizeF(210, 300));
+        QCOMPARE(f.app->moveFileVC->destParentFldrPath(), f.app->filePathsArr.first());
+    }
+
+    void aliasesAreLinksBesideTheFiles()
+    {
+        const QString a = file(QStringLiteral("a.txt"));
+        const QString b = file(QStringLiteral("b b.txt"));
+        const QString taken = file(QStringLiteral("b b.txt alias"), "the user's own");
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b)});
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^&err > .*b b.txt alias")));
+        QVERIFY(dropOn(f.app->dropFilesHereView->createAliasDropView, &data));
+        QTRY_VERIFY(!f.app->windowIsVsbl());
+        QCOMPARE(QFileInfo(a + QStringLiteral(" alias")).symLinkTarget(), a);
+        // An item already there keeps its place and its content.
+        QVERIFY(!QFileInfo(taken).isSymLink());
+        QCOMPARE(f.bytesOf(taken), QByteArray("the user's own"));
+        QTRY_COMPARE(f.fakes->notifications.delivered.size(), 1);
+        const auto &note = f.fakes->notifications.delivered.first();
+        QCOMPARE(note.title, QStringLiteral("Alias created"));
+        QCOMPARE(note.body, QStringLiteral("at ../%1").arg(QFileInfo(f.dir.path()).fileName()));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{a + QStringLiteral(" alias")});
+    }
+
+    void dropViewCaptionsFollowTheDrag()
+    {
+        // Each target names itself at rest and says what a drop does while something hovers over it.
+        QMimeData data;
+        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("c.txt")))});
+        const struct
+        {
+            DropView *view;
+            const char *resting, *hovered;
+        } targets[] = {{f.app->dropFilesHereView->dropQuickMoveView, "Move", "Move/Copy"},
+                       {f.app->dropFilesHereView->createAliasDropView, "Alias", "Make alias"}};
+        for (const auto &t : targets) {
+            QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
+            QDragEnterEvent enter(QPoint(5, 5), Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(t.view, &enter);
+            QVERIFY(enter.isAccepted());
+            QCOMPARE(enter.dropAction(), Qt::LinkAction);
+            QVERIFY(t.view->isHovered());
+            QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.hovered));
+            QDragLeaveEvent leave;
+            QCoreApplication::sendEvent(t.view, &leave);
+            QVERIFY(!t.view->isHovered());
+            QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
+        }
+        DropView *quickMove = targets[0].view;
+        QVERIFY(dropOn(quickMove, &data));
+        QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Move")); // back at rest after the drop
+        Texts::setLanguage(QStringLiteral("de"));
+        QCoreApplication::processEvents();
+        QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Verschieben"));
+        Texts::setLanguage(QStringLiteral("en"));
+    }
+
+    void dropViewsTakeFilesOnly()
+    {
+        // A lone volume is refused by the small target and by the window's own around it.
+        QMimeData volume;
+        volume.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
+        QVERIFY(!dropOn(f.app->dropFilesHereView->createAliasDropView, &volume));
+        QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView);
+        // Text let go over a small target is the window's: its panel, no picker, no alias.
+        QMimeData text;
+        text.setText(QStringLiteral("words"));
+        QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &text));
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelString)));
+        QVERIFY(!f.app->dropFilesHereView->dropQuickMoveView->isHovered());
+    }
 
 private:
     QString file(const QString &name, const QByteArray &content = "x") { return f.file(name, content); }
@@ -64,12 +303,6 @@ private:
 
     LaunchedFixture f;
 };
-
-void IntakeTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(QStringLiteral("en"));
-}
 
 bool IntakeTest::dropOn(QWidget *target, const QMimeData *data)
 {
@@ -81,270 +314,6 @@ bool IntakeTest::dropOn(QWidget *target, const QMimeData *data)
     QDropEvent drop(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
     QCoreApplication::sendEvent(target, &drop);
     return drop.isAccepted();
-}
-
-void IntakeTest::windowTarget_data()
-{
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<bool>("taken");
-    QTest::addColumn<int>("panel"); // 0: none
-    QTest::newRow("a text file") << "file" << true << 2;
-    QTest::newRow("an image file") << "image" << true << 1;
-    QTest::newRow("a folder") << "folder" << true << 333;
-    QTest::newRow("another file") << "other" << true << 777;
-    QTest::newRow("two files") << "files" << true << 888;
-    QTest::newRow("text") << "text" << true << 222;
-    QTest::newRow("image data") << "png" << true << 444;
-    QTest::newRow("a lone volume") << "volume" << false << 0;
-    QTest::newRow("a web link without an image") << "link" << false << 0;
-    QTest::newRow("a type nobody knows") << "unknown" << false << 0;
-}
-
-void IntakeTest::windowTarget()
-{
-    QFETCH(QString, kind);
-    QFETCH(bool, taken);
-    QFETCH(int, panel);
-    QMimeData data;
-    if (kind == QLatin1String("file"))
-        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("notes.txt")))});
-    else if (kind == QLatin1String("image"))
-        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("photo.png"), QByteArray("\x89PNG\r\n\x1a\n", 8)))});
-    else if (kind == QLatin1String("folder"))
-        data.setUrls({QUrl::fromLocalFile(f.dir.path())});
-    else if (kind == QLatin1String("other"))
-        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("data.bin")))});
-    else if (kind == QLatin1String("files"))
-        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("a.txt"))), QUrl::fromLocalFile(file(QStringLiteral("b.txt")))});
-    else if (kind == QLatin1String("text"))
-        data.setText(QStringLiteral("two words"));
-    else if (kind == QLatin1String("png"))
-        data.setData(QStringLiteral("image/png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
-    else if (kind == QLatin1String("volume"))
-        data.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
-    else if (kind == QLatin1String("link"))
-        data.setUrls({QUrl(QStringLiteral("https://example.org/page"))});
-    else
-        data.setData(QStringLiteral("application/x-foo"), "?");
-
-    QCOMPARE(dropOn(f.app->dropFilesHereView, &data), taken);
-    QCOMPARE(f.app->oneofThePanelsIsShown, panel != 0);
-    QVERIFY(!f.app->emptyContviewIsShown);
-    if (!taken) {
-        QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView); // still waiting
-        return;
-    }
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
-    QVERIFY(f.app->window->takesFocus()); // a panel takes the keys
-    QCOMPARE(f.app->filePathsArr.size(), kind == QLatin1String("files") ? 2 : kind == QLatin1String("text") ? 0 : 1);
-    if (kind == QLatin1String("text"))
-        QCOMPARE(Utils::readDroppedString(), QStringLiteral("two words"));
-    if (kind == QLatin1String("png")) {
-        QVERIFY(f.app->droppedImageFromOtherApp);
-        QVERIFY(f.app->filePathsArr.value(0).startsWith(Utils::tempFileOperationsFolder()));
-    }
-}
-
-void IntakeTest::promisedFilesSettle_data()
-{
-    QTest::addColumn<QStringList>("names");
-    QTest::addColumn<int>("writeAfterMs");
-    QTest::addColumn<int>("panel");
-    QTest::newRow("one image: the panel of an image from elsewhere") << QStringList{"shot.png"} << 0 << 444;
-    QTest::newRow("one text") << QStringList{"draft.txt"} << 0 << 2;
-    QTest::newRow("two files") << QStringList{"a.png", "b.txt"} << 0 << 888;
-    QTest::newRow("written late") << QStringList{"late.txt"} << 350 << 2;
-}
-
-void IntakeTest::promisedFilesSettle()
-{
-    QFETCH(QStringList, names);
-    QFETCH(int, writeAfterMs);
-    QFETCH(int, panel);
-    f.fakes->promisedFiles.names = names;
-    f.fakes->promisedFiles.writeAfterMs = writeAfterMs;
-    QMimeData data;
-    data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
-    data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("also-named.txt")))}); // promises come first
-    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
-
-    QCOMPARE(f.fakes->promisedFiles.askedFolders.size(), 1);
-    const QString folder = f.fakes->promisedFiles.askedFolders.first();
-    QVERIFY(folder.startsWith(Utils::tempFileOperationsFolder() + QLatin1Char('/')));
-    QVERIFY(f.app->emptyContviewIsShown); // until the files stand still
-    QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
-    QVERIFY(f.app->droppedImageFromOtherApp);
-    QCOMPARE(f.app->filePathsArr.size(), names.size());
-    for (const QString &path : std::as_const(f.app->filePathsArr))
-        QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath()), qPrintable(path));
-}
-
-void IntakeTest::anImageOutOfABrowser_data()
-{
-    QTest::addColumn<bool>("directSave");
-    QTest::addColumn<QStringList>("sourceSaves"); // names the source's X Direct Save gives; empty: refuses
-    QTest::addColumn<QString>("address");
-    QTest::addColumn<QString>("written");
-    // Chromium answers X Direct Save with "F", leaving the file to the target from application/octet-stream.
-    QTest::newRow("X Direct Save left to the target") << true << QStringList{"harbour.png"}
-                                                      << "http://127.0.0.1/pics/view.php?id=7" << "harbour.png";
-    QTest::newRow("X Direct Save refused: named from the address") << true << QStringList()
-                                                                   << "http://127.0.0.1/pics/harbour.png" << "harbour.png";
-    QTest::newRow("bytes only: named from the address") << false << QStringList() << "http://127.0.0.1/pics/view.php?id=7"
-                                                         << "view.php.png";
-}
-
-// An image dragged out of a web page: no file and no image type, only its bytes beside its address.
-void IntakeTest::anImageOutOfABrowser()
-{
-    QFETCH(bool, directSave);
-    QFETCH(QStringList, sourceSaves);
-    QFETCH(QString, address);
-    QFETCH(QString, written);
-    f.fakes->promisedFiles.names = sourceSaves;
-    f.fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
-    const QByteArray png = pngBytes();
-    QMimeData data;
-    data.setUrls({QUrl(address)});
-    data.setText(address);
-    data.setData(QStringLiteral("application/octet-stream"), png);
-    if (directSave)
-        data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
-    if (directSave && sourceSaves.isEmpty())
-        QTest::ignoreMessage(QtWarningMsg, "promised files not received: the source refused");
-    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
-    QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelOtherAppImage)));
-    QCOMPARE(f.app->filePathsArr.size(), 1);
-    const QString path = f.app->filePathsArr.first();
-    QCOMPARE(QFileInfo(path).fileName(), written);
-    QVERIFY(path.startsWith(QDir(Utils::tempFileOperationsFolder()).canonicalPath() + QLatin1Char('/')));
-    QCOMPARE(f.bytesOf(path), png);
-}
-
-void IntakeTest::aPromiseThatNeverCompletesWaitsForCancel()
-{
-    f.fakes->promisedFiles.names = {QStringLiteral("never.txt")};
-    f.fakes->promisedFiles.writeAfterMs = -1;
-    QMimeData data;
-    data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
-    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
-    QTest::qWait(400);
-    QVERIFY(f.app->emptyContviewIsShown);
-    QVERIFY(!f.app->oneofThePanelsIsShown);
-    const QString folder = f.fakes->promisedFiles.askedFolders.value(0);
-    QVERIFY(QFileInfo(folder).isDir());
-
-    f.app->emptyContview->cancelProgressBtn->click();
-    QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Data import canceled..."));
-    QVERIFY(!QFileInfo::exists(folder));
-    QVERIFY(f.app->windowIsVsbl()); // a moment to read the message
-    QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
-    // The file appearing now changes nothing: its checks ended with the import.
-    writtenFile(folder + QStringLiteral("/never.txt"), "late");
-    QTest::qWait(300);
-    QVERIFY(!f.app->oneofThePanelsIsShown);
-    QDir(folder).removeRecursively();
-}
-
-void IntakeTest::aDropOfNothingShownIsLeftByCancel()
-{
-    // Image data of a kind the window does not keep: the busy view stays, and the cancel is the way
-    // out. It removes nothing, as no promised folder was made.
-    const QString kept = file(QStringLiteral("kept.txt"));
-    QMimeData data;
-    data.setData(QStringLiteral("image/x-exotic"), "??");
-    QVERIFY(dropOn(f.app->dropFilesHereView, &data));
-    QVERIFY(f.app->emptyContviewIsShown);
-    QVERIFY(f.app->filePathsArr.isEmpty());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^error deleting TempDir for promised files")));
-    f.app->emptyContview->cancelProgressBtn->click();
-    QTRY_VERIFY_WITH_TIMEOUT(!f.app->windowIsVsbl(), 2000);
-    QVERIFY(QFileInfo::exists(kept));
-    QVERIFY(QFileInfo(QDir::currentPath()).isDir());
-}
-
-void IntakeTest::quickMoveShowsThePickerAlone()
-{
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("move-me.txt")))});
-    QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &data));
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->moveFileVC));
-    QVERIFY(f.app->oneofThePanelsIsShown);
-    QVERIFY(!f.app->emptyContviewIsShown);
-    QVERIFY(f.app->moveFileVC->goBackBtn->isHidden());
-    QCOMPARE(f.app->window->frameYUp().size(), QSizeF(210, 300));
-    QCOMPARE(f.app->moveFileVC->destParentFldrPath(), f.app->filePathsArr.first());
-}
-
-void IntakeTest::aliasesAreLinksBesideTheFiles()
-{
-    const QString a = file(QStringLiteral("a.txt"));
-    const QString b = file(QStringLiteral("b b.txt"));
-    const QString taken = file(QStringLiteral("b b.txt alias"), "the user's own");
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(a), QUrl::fromLocalFile(b)});
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^&err > .*b b.txt alias")));
-    QVERIFY(dropOn(f.app->dropFilesHereView->createAliasDropView, &data));
-    QTRY_VERIFY(!f.app->windowIsVsbl());
-    QCOMPARE(QFileInfo(a + QStringLiteral(" alias")).symLinkTarget(), a);
-    // An item already there keeps its place and its content.
-    QVERIFY(!QFileInfo(taken).isSymLink());
-    QCOMPARE(f.bytesOf(taken), QByteArray("the user's own"));
-    QTRY_COMPARE(f.fakes->notifications.delivered.size(), 1);
-    const auto &note = f.fakes->notifications.delivered.first();
-    QCOMPARE(note.title, QStringLiteral("Alias created"));
-    QCOMPARE(note.body, QStringLiteral("at ../%1").arg(QFileInfo(f.dir.path()).fileName()));
-    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{a + QStringLiteral(" alias")});
-}
-
-void IntakeTest::dropViewCaptionsFollowTheDrag()
-{
-    // Each target names itself at rest and says what a drop does while something hovers over it.
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("c.txt")))});
-    const struct
-    {
-        DropView *view;
-        const char *resting, *hovered;
-    } targets[] = {{f.app->dropFilesHereView->dropQuickMoveView, "Move", "Move/Copy"},
-                   {f.app->dropFilesHereView->createAliasDropView, "Alias", "Make alias"}};
-    for (const auto &t : targets) {
-        QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
-        QDragEnterEvent enter(QPoint(5, 5), Qt::LinkAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(t.view, &enter);
-        QVERIFY(enter.isAccepted());
-        QCOMPARE(enter.dropAction(), Qt::LinkAction);
-        QVERIFY(t.view->isHovered());
-        QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.hovered));
-        QDragLeaveEvent leave;
-        QCoreApplication::sendEvent(t.view, &leave);
-        QVERIFY(!t.view->isHovered());
-        QCOMPARE(t.view->labelTextFld->text(), QLatin1String(t.resting));
-    }
-    DropView *quickMove = targets[0].view;
-    QVERIFY(dropOn(quickMove, &data));
-    QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Move")); // back at rest after the drop
-    Texts::setLanguage(QStringLiteral("de"));
-    QCoreApplication::processEvents();
-    QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Verschieben"));
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
-void IntakeTest::dropViewsTakeFilesOnly()
-{
-    // A lone volume is refused by the small target and by the window's own around it.
-    QMimeData volume;
-    volume.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
-    QVERIFY(!dropOn(f.app->dropFilesHereView->createAliasDropView, &volume));
-    QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView);
-    // Text let go over a small target is the window's: its panel, no picker, no alias.
-    QMimeData text;
-    text.setText(QStringLiteral("words"));
-    QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &text));
-    QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelString)));
-    QVERIFY(!f.app->dropFilesHereView->dropQuickMoveView->isHovered());
 }
 
 QTEST_MAIN(IntakeTest)

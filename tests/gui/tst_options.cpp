@@ -6,7 +6,6 @@
 #include "core/NotificationCenter.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/ledger/TimeSavedLedger.h"
-#include "core/texts/Texts.h"
 #include "menubar/options/OptionsRules.h"
 #include "menubar/options/PopMenuContentViewController.h"
 #include "menubar/statusitem/CCNStatusItem.h"
@@ -14,23 +13,15 @@
 #include "menubar/tutorial/MIHSliderView.h"
 #include "menubar/tutorial/QDIntroSlides.h"
 #include "platform/freedesktop/XdgAutostart.h"
-#include "utils/Utils.h"
 #include "widgets/controls/ITSwitch.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QKeySequenceEdit>
 #include <QLabel>
-#include <QMenu>
-#include <QSystemTrayIcon>
-#include <QMessageBox>
 #include <QPushButton>
-#include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTest>
+#include <QSystemTrayIcon>
 #include <QTimer>
-#include <QToolButton>
 
 namespace {
 
@@ -58,420 +49,395 @@ class OptionsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void summonBoxesExcludeEachOther_data();
-    void summonBoxesExcludeEachOther();
-    void recordedKeyIsStoredAndTakenAgain();
-    void switchesWriteTheirSettings();
-    void autostartEntryWrittenAndRemoved();
-    void timeSavedAndTheShareThreshold_data();
-    void timeSavedAndTheShareThreshold();
-    void languageSwitchChangesVisibleTexts();
-    void statusWindowStaysOnScreen_data();
-    void statusWindowStaysOnScreen();
-    void statusWindowComesAndGoes();
-    void hidingTheIconAndTheWayBack();
-    void withoutATrayTheOptionsAreANormalWindow_data();
-    void withoutATrayTheOptionsAreANormalWindow();
-    void slideNavigation();
-    void slideTimerAndSwipesWrap();
-    void firstStartShowsSlidesThenAsksAboutLogin();
+    void initTestCase() { englishTestMode(); }
+
+    void init()
+    {
+        QFile::remove(Utils::getTimeSavedPlistPath()); // each case starts from no time saved
+        SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
+        m_fakes = std::make_unique<FakePlatform>(QDir::tempPath() + QStringLiteral("/quaydrop-options-trash"));
+        m_app = launchedOn(*m_fakes);
+        QVERIFY(panel());
+    }
+
+    void cleanup()
+    {
+        m_app.reset();
+        deleteLeftoverWindows();
+        SettingsStore::shared().resetAll();
+        Texts::setLanguage(QStringLiteral("en"));
+    }
+
+    void summonBoxesExcludeEachOther_data()
+    {
+        QTest::addColumn<QString>("box");
+        QTest::addColumn<bool>("shortcutEnabled");
+        QTest::newRow("tick the key") << "onHotkeyCheckBox" << true;
+        QTest::newRow("untick the key") << "onHotkeyCheckBox" << false;
+        QTest::newRow("tick drags") << "onClickCheckBox" << false;
+        QTest::newRow("untick drags") << "onClickCheckBox" << true;
+    }
+
+    void summonBoxesExcludeEachOther()
+    {
+        QFETCH(QString, box);
+        QFETCH(bool, shortcutEnabled);
+        PopMenuContentViewController *p = panel();
+        QCheckBox *clicked = box == u"onHotkeyCheckBox" ? p->onHotkeyCheckBox : p->onClickCheckBox;
+        // Start from the state the click changes.
+        const bool tickHotkey = box == u"onHotkeyCheckBox";
+        const bool wantOn = tickHotkey ? shortcutEnabled : !shortcutEnabled;
+        SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, tickHotkey ? !wantOn : wantOn);
+        p->refresh();
+        QCOMPARE(clicked->isChecked(), !wantOn);
+        int notices = 0;
+        QObject context;
+        NotificationCenter::defaultCenter().observe(QString::fromLatin1(NotificationName::ActivateViaSettingsChanged), &context,
+                                                    [&](const QVariantMap &) { ++notices; });
+        clicked->click();
+        QCOMPARE(notices, 1);
+        QCOMPARE(Utils::isShortcutEnabled(), shortcutEnabled);
+        QCOMPARE(p->onHotkeyCheckBox->isChecked(), shortcutEnabled);
+        QCOMPARE(p->onClickCheckBox->isChecked(), !shortcutEnabled); // never both, never neither
+        QCOMPARE(p->shortcutView->isEnabled(), shortcutEnabled);
+        // The key is grabbed or released to match.
+        QCOMPARE(m_fakes->hotKey.bound.isEmpty(), !shortcutEnabled);
+    }
+
+    void recordedKeyIsStoredAndTakenAgain()
+    {
+        PopMenuContentViewController *p = panel();
+        p->onHotkeyCheckBox->click();
+        QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Alt+F"));
+        p->shortcutView->setFocus();
+        p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Shift+D, Ctrl+X")));
+        p->shortcutRecorded();
+        QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Shift+D")); // one combination
+        QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Shift+D"));
+        // A key another program holds: said under the recorder.
+        m_fakes->hotKey.refuse = true;
+        p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Alt+K")));
+        p->shortcutRecorded();
+        QVERIFY(!p->hotKeyProblemLbl->isHidden());
+        QVERIFY(p->hotKeyProblemLbl->text().contains(QStringLiteral("Ctrl+Alt+K")));
+    }
+
+    void switchesWriteTheirSettings()
+    {
+        PopMenuContentViewController *p = panel();
+        QVERIFY(p->onOffSwitch->isOn()); // each start is switched on
+        QTest::mouseClick(p->onOffSwitch, Qt::LeftButton);
+        QVERIFY(!Utils::QuaydropIsOFFSate());
+        QVERIFY(m_app->statusItem()->appearsDisabled());
+        QVERIFY(p->enableUserNotificationsSwitch->isOn());
+        QTest::mouseClick(p->enableUserNotificationsSwitch, Qt::LeftButton);
+        QVERIFY(!Utils::enableUserNotifWhenDoneSwitchValue());
+        QTest::mouseClick(p->launchAtLoginSwitch, Qt::LeftButton);
+        QVERIFY(m_fakes->loginItems.enabled);
+        // The panel reads back what is stored when it shows again.
+        SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
+        m_fakes->loginItems.enabled = false;
+        NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::StatusItemWindowWillShow));
+        QVERIFY(p->enableUserNotificationsSwitch->isOn());
+        QVERIFY(!p->launchAtLoginSwitch->isOn());
+    }
+
+    void autostartEntryWrittenAndRemoved()
+    {
+        XdgAutostart autostart(QStringLiteral("/opt/quay drop/quaydrop"));
+        Platform services = m_fakes->services();
+        services.loginItems = &autostart;
+        Platform::install(services);
+        PopMenuContentViewController p;
+        QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
+        QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
+        QFile entry(XdgAutostart::entryPath());
+        QVERIFY(entry.open(QIODevice::ReadOnly));
+        const QByteArray text = entry.readAll();
+        QVERIFY(text.contains("Exec=\"/opt/quay drop/quaydrop\""));
+        QVERIFY(Utils::isLogInAtLaunch());
+        QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
+        QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
+        QVERIFY(!p.launchAtLoginSwitch->isOn());
+        Platform::install(m_fakes->services());
+    }
+
+    void timeSavedAndTheShareThreshold_data()
+    {
+        QTest::addColumn<quint64>("seconds");
+        QTest::addColumn<bool>("menu");
+        QTest::newRow("1199: not yet") << quint64(1199) << false;
+        QTest::newRow("1200: the menu") << quint64(1200) << true;
+        QTest::newRow("3661") << quint64(3661) << true;
+    }
+
+    void timeSavedAndTheShareThreshold()
+    {
+        QFETCH(quint64, seconds);
+        QFETCH(bool, menu);
+        QCOMPARE(OptionsRules::canShareTime(seconds), menu);
+        Utils::saveChangesToTimeSavedPlistByAddingSec(seconds);
+        PopMenuContentViewController *p = panel();
+        p->refresh();
+        QCOMPARE(p->timeSavedTotalLbl->text(), relativeTime(seconds));
+        if (seconds == 3661)
+            QCOMPARE(p->timeSavedTotalLbl->text(), QStringLiteral("1h : 01m : 01s"));
+        auto *share = p->findChild<QPushButton *>(QStringLiteral("shareTimeBtn2"));
+        QVERIFY(share);
+        share->click();
+        QTest::qWait(50);
+        QCOMPARE(p->shareTimeSubMenu->isVisible(), menu);
+        QCOMPARE(visibleAlert() != nullptr, !menu);
+        if (menu) {
+            QCOMPARE(p->postOnTwitterMenuItem->property("tag").toInt(), 2);
+            p->shareTimeSubMenu->hide();
+            p->postOnTwitterMenuItem->trigger();
+            QCOMPARE(m_fakes->workspace.opened.size(), 1);
+            QVERIFY(m_fakes->workspace.opened.first().startsWith(QStringLiteral("https://twitter.com/intent/tweet?text=")));
+            QVERIFY(QUrl::fromPercentEncoding(m_fakes->workspace.opened.first().toUtf8()).contains(relativeTime(seconds)));
+        }
+    }
+
+    void languageSwitchChangesVisibleTexts()
+    {
+        PopMenuContentViewController *p = panel();
+        p->showExclusionList();
+        const QString englishTitle = p->exclListWC()->windowTitle();
+        QCOMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
+        p->languagePop->setCurrentIndex(p->languagePop->findData(2));
+        p->changeLanguage(2);
+        QCOMPARE(Texts::language(), QStringLiteral("de"));
+        // Open windows hear of it through the event loop.
+        QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("Sobald ein Ziehen beginnt"));
+        QCOMPARE(p->optionsSubMenu->actions().first()->text(), Texts::localized("exclListMenuItem"));
+        QVERIFY(p->optionsSubMenu->actions().first()->text() != QStringLiteral("Exclusion List…"));
+        // Other open windows too: the resize overlay's title and buttons.
+        QTRY_COMPARE(m_app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
+        QTRY_VERIFY(p->exclListWC()->windowTitle() != englishTitle);
+        QTRY_COMPARE(m_app->statusItem()->trayIcon()->contextMenu()->actions().at(2)->text(), QStringLiteral("Quaydrop beenden"));
+        QCOMPARE(p->exclListWC()->windowTitle(), Texts::localized("exclListTitle"));
+        // Kept for the next start.
+        QCOMPARE(Texts::startupLanguage(), QStringLiteral("de"));
+        p->changeLanguage(1);
+        QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
+        QCOMPARE(p->languagePop->currentData().toInt(), 1);
+        // A language without texts falls back to the system's, now and at the next start.
+        QVERIFY(Texts::chooseLanguage(QStringLiteral("de")));
+        QVERIFY(Texts::chooseLanguage(QStringLiteral("fr")));
+        QCOMPARE(Texts::language(), Texts::preferredLanguage());
+        QCOMPARE(Texts::startupLanguage(), Texts::preferredLanguage());
+    }
+
+    void statusWindowStaysOnScreen_data()
+    {
+        QTest::addColumn<QRectF>("icon");
+        QTest::addColumn<QRectF>("frame");
+        QTest::addColumn<bool>("above");
+        const QSizeF size(300, 400);
+        QTest::newRow("panel at the top, in the middle") << QRectF(600, 0, 24, 24) << QRectF(462, 26, 300, 400) << false;
+        QTest::newRow("top right corner: pushed in") << QRectF(1250, 0, 24, 24) << QRectF(980, 26, 300, 400) << false;
+        QTest::newRow("panel at the bottom: above the icon") << QRectF(600, 776, 24, 24) << QRectF(462, 374, 300, 400) << true;
+        QTest::newRow("bottom left corner") << QRectF(0, 776, 24, 24) << QRectF(0, 374, 300, 400) << true;
+    }
+
+    void statusWindowStaysOnScreen()
+    {
+        QFETCH(QRectF, icon);
+        QFETCH(QRectF, frame);
+        QFETCH(bool, above);
+        bool wentAbove = false;
+        QCOMPARE(StatusWindowGeometry::frameOnScreen(icon, QSizeF(300, 400), 2.0, QRectF(0, 0, 1280, 800), &wentAbove), frame);
+        QCOMPARE(wentAbove, above);
+    }
+
+    void statusWindowComesAndGoes()
+    {
+        CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
+        QStringList names = postedNames([&] {
+            c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+            QVERIFY(c->animationIsRunning());
+            // A second toggle while it moves is ignored.
+            c->dismissStatusItemWindow();
+            QTRY_VERIFY(c->windowIsOpen());
+        });
+        QCOMPARE(names, QStringList({"CCNStatusItemWindowWillShowNotification", "CCNStatusItemWindowDidShowNotification"}));
+        QVERIFY(c->window()->isVisible());
+        QCOMPARE(c->window()->userContentView(), panel());
+        QVERIFY(c->window()->geometry().top() >= 26);
+        names = postedNames([&] {
+            m_app->statusItem()->handleStatusItemButtonAction();
+            QTRY_VERIFY(!c->windowIsOpen() && !c->animationIsRunning());
+        });
+        QCOMPARE(names, QStringList({"CCNStatusItemWindowWillDismissNotification", "CCNStatusItemWindowDidDismissNotification"}));
+        QVERIFY(!c->window()->isVisible());
+        // Escape puts it away.
+        c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+        QTRY_VERIFY(c->windowIsOpen());
+        QTest::keyClick(c->window(), Qt::Key_Escape);
+        QTRY_VERIFY(!c->windowIsOpen());
+    }
+
+    void hidingTheIconAndTheWayBack()
+    {
+        PopMenuContentViewController *p = panel();
+        p->hideMenuBarIcon();
+        QMessageBox *alert = p->hideIconAlert();
+        QVERIFY(alert && alert->isVisible());
+        alert->buttons().at(1)->click(); // Cancel changes nothing
+        QVERIFY(!m_app->statusItem()->isRemoved());
+        QVERIFY(!Utils::shouldHideStatusBarItem());
+        p->hideMenuBarIcon();
+        QTRY_VERIFY(p->hideIconAlert());
+        p->hideIconAlert()->buttons().at(0)->click();
+        QVERIFY(m_app->statusItem()->isRemoved());
+        QVERIFY(Utils::shouldHideStatusBarItem()); // a second start brings it back: e2e_tray
+    }
+
+    void withoutATrayTheOptionsAreANormalWindow_data()
+    {
+        QTest::addColumn<QColor>("window");
+        QTest::addColumn<QColor>("text");
+        QTest::newRow("light") << QColor(239, 239, 239) << QColor(20, 20, 20);
+        QTest::newRow("dark") << QColor(45, 45, 48) << QColor(230, 230, 230);
+    }
+
+    void withoutATrayTheOptionsAreANormalWindow()
+    {
+        QFETCH(QColor, window);
+        QFETCH(QColor, text);
+        const QPalette before = QApplication::palette();
+        QPalette theme = before;
+        theme.setColor(QPalette::Window, window);
+        theme.setColor(QPalette::WindowText, text);
+        QApplication::setPalette(theme);
+        CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
+        // First as the panel under an icon, then as what a desktop without a tray gets.
+        c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
+        QTRY_VERIFY(c->windowIsOpen());
+        c->dismissStatusItemWindow();
+        QTRY_VERIFY(!c->windowIsOpen());
+        c->showAsNormalWindow();
+        QVERIFY(c->window()->isNormalWindow());
+        // The window's own background, in the theme's colour, under labels in the theme's text colour.
+        const QImage shot = c->window()->grab().toImage();
+        QCOMPARE(QColor(shot.pixel(3, 3)), window);
+        QCOMPARE(panel()->versionNumberTxtFld->window(), static_cast<QWidget *>(c->window()));
+        QCOMPARE(panel()->findChild<QLabel *>()->palette().color(QPalette::WindowText), text);
+        QApplication::setPalette(before);
+    }
+
+    void slideNavigation()
+    {
+        QDIntroSlides slides;
+        slides.sliderView->transitionAnimationDuration = 0;
+        QCOMPARE(slides.sliderView->slides().size(), 4);
+        slides.showPrevSlide(); // the first: nothing
+        QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 0);
+        QVERIFY(!slides.prevBtn->isEnabled());
+        for (int i = 0; i < 5; ++i)
+            slides.showNextSlide();
+        QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 3); // the last: no further
+        QCOMPARE(slides.sliderView->dotsControl()->indexOfHighlightedDot(), 3);
+        QCOMPARE(slides.nextBtn->text(), Texts::localized("Done"));
+        slides.sliderView->dotsControl()->dot(1)->click();
+        QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 1);
+        QCOMPARE(slides.sliderView->transitionStyle, MIHSliderView::PushFromLeft);
+        slides.sliderView->dotViewSelected(2);
+        QCOMPARE(slides.sliderView->transitionStyle, MIHSliderView::PushFromRight);
+        slides.dontShowAgainCheck->setChecked(false);
+        slides.dontShowAgainCheck->setChecked(true);
+        QVERIFY(Utils::dontshowIntroSlides());
+    }
+
+    void slideTimerAndSwipesWrap()
+    {
+        QDIntroSlides slides;
+        MIHSliderView *v = slides.sliderView;
+        v->transitionAnimationDuration = 0;
+        QVERIFY(v->transitionTimer()->isActive());
+        v->displaySlideAtIndex(3);
+        v->handleTimerTick();
+        QCOMPARE(v->indexOfDisplayedSlide(), 0); // wraps
+
+        auto swipeBy = [v](int dx) {
+            swipe(v, Qt::ScrollBegin, 0);
+            swipe(v, Qt::ScrollUpdate, dx);
+            swipe(v, Qt::ScrollEnd, 0);
+        };
+        v->displaySlideAtIndex(0);
+        swipeBy(50); // exactly the threshold: nothing
+        QCOMPARE(v->indexOfDisplayedSlide(), 0);
+        swipeBy(60); // back from the first wraps to the last
+        QCOMPARE(v->indexOfDisplayedSlide(), 3);
+        QCOMPARE(v->transitionStyle, MIHSliderView::PushFromLeft);
+        swipeBy(-60);
+        QCOMPARE(v->indexOfDisplayedSlide(), 0);
+        QCOMPARE(v->transitionStyle, MIHSliderView::PushFromRight);
+        // A plain mouse wheel is no swipe.
+        QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), QPoint(), QPoint(-400, 0), Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(v, &wheel);
+        QCOMPARE(v->indexOfDisplayedSlide(), 0);
+        // No slides: a tick does nothing; one slide: it stays.
+        MIHSliderView lone;
+        lone.resize(300, 200);
+        lone.transitionAnimationDuration = 0;
+        lone.handleTimerTick();
+        auto *only = new QWidget;
+        lone.addSlide(only);
+        lone.handleTimerTick();
+        QCOMPARE(lone.displayedSlide(), only);
+        QCOMPARE(lone.dotsControl()->dotsCount(), 1);
+    }
+
+    void firstStartShowsSlidesThenAsksAboutLogin()
+    {
+        auto alerts = [] {
+            QList<QMessageBox *> shown;
+            for (QWidget *w : QApplication::topLevelWidgets())
+                if (w->objectName() == QLatin1String("launchAtLoginAlert") && w->isVisible())
+                    shown << qobject_cast<QMessageBox *>(w);
+            return shown;
+        };
+        auto lastSlideSays = [](QWidget *slides) {
+            QStringList texts;
+            for (QLabel *l : static_cast<QDIntroSlides *>(slides)->slide4V->findChildren<QLabel *>())
+                texts << l->text();
+            return texts;
+        };
+        m_app.reset();
+        SettingsStore::shared().resetAll();
+        {
+            AppDelegate first(m_fakes->services());
+            first.applicationDidFinishLaunching();
+            // The last slide says where the options are: here, with no tray, a second start opens them.
+            QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
+            QVERIFY(!first.livesInTray());
+            QVERIFY(lastSlideSays(first.introSlidesWC).contains(Texts::localized("slide4TextNoTray")));
+            QDIntroSlides inTray(true);
+            QVERIFY(lastSlideSays(&inTray).contains(Texts::localized("slide4Text")));
+            // Not on top of the slides: asked about login when they close, saying where Quaydrop is.
+            QVERIFY(alerts().isEmpty());
+            first.introSlidesWC->close();
+            QCOMPARE(alerts().size(), 1);
+            QCOMPARE(alerts().first()->informativeText(), Texts::localized("loginLaunchInfTXTNoTray"));
+            alerts().first()->buttons().first()->click(); // "Yes"
+            QVERIFY(m_fakes->loginItems.enabled);
+        }
+        QTRY_VERIFY(alerts().isEmpty());
+        // Neither slides nor question again, even with login switched off meanwhile.
+        m_fakes->loginItems.enabled = false;
+        SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
+        AppDelegate second(m_fakes->services());
+        second.applicationDidFinishLaunching();
+        QVERIFY(!second.introSlidesWC);
+        QVERIFY(alerts().isEmpty());
+    }
 
 private:
     std::unique_ptr<FakePlatform> m_fakes;
     std::unique_ptr<AppDelegate> m_app;
     PopMenuContentViewController *panel() const { return m_app->optionsPanel(); }
 };
-
-void OptionsTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
-void OptionsTest::init()
-{
-    QFile::remove(Utils::getTimeSavedPlistPath()); // each case starts from no time saved
-    SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
-    m_fakes = std::make_unique<FakePlatform>(QDir::tempPath() + QStringLiteral("/quaydrop-options-trash"));
-    m_app = launchedOn(*m_fakes);
-    QVERIFY(panel());
-}
-
-void OptionsTest::cleanup()
-{
-    m_app.reset();
-    deleteLeftoverWindows();
-    SettingsStore::shared().resetAll();
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
-void OptionsTest::summonBoxesExcludeEachOther_data()
-{
-    QTest::addColumn<QString>("box");
-    QTest::addColumn<bool>("shortcutEnabled");
-    QTest::newRow("tick the key") << "onHotkeyCheckBox" << true;
-    QTest::newRow("untick the key") << "onHotkeyCheckBox" << false;
-    QTest::newRow("tick drags") << "onClickCheckBox" << false;
-    QTest::newRow("untick drags") << "onClickCheckBox" << true;
-}
-
-void OptionsTest::summonBoxesExcludeEachOther()
-{
-    QFETCH(QString, box);
-    QFETCH(bool, shortcutEnabled);
-    PopMenuContentViewController *p = panel();
-    QCheckBox *clicked = box == u"onHotkeyCheckBox" ? p->onHotkeyCheckBox : p->onClickCheckBox;
-    // Start from the state the click changes.
-    const bool tickHotkey = box == u"onHotkeyCheckBox";
-    const bool wantOn = tickHotkey ? shortcutEnabled : !shortcutEnabled;
-    SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, tickHotkey ? !wantOn : wantOn);
-    p->refresh();
-    QCOMPARE(clicked->isChecked(), !wantOn);
-    int notices = 0;
-    QObject context;
-    NotificationCenter::defaultCenter().observe(QString::fromLatin1(NotificationName::ActivateViaSettingsChanged), &context,
-                                                [&](const QVariantMap &) { ++notices; });
-    clicked->click();
-    QCOMPARE(notices, 1);
-    QCOMPARE(Utils::isShortcutEnabled(), shortcutEnabled);
-    QCOMPARE(p->onHotkeyCheckBox->isChecked(), shortcutEnabled);
-    QCOMPARE(p->onClickCheckBox->isChecked(), !shortcutEnabled); // never both, never neither
-    QCOMPARE(p->shortcutView->isEnabled(), shortcutEnabled);
-    // The key is grabbed or released to match.
-    QCOMPARE(m_fakes->hotKey.bound.isEmpty(), !shortcutEnabled);
-}
-
-void OptionsTest::recordedKeyIsStoredAndTakenAgain()
-{
-    PopMenuContentViewController *p = panel();
-    p->onHotkeyCheckBox->click();
-    QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Alt+F"));
-    p->shortcutView->setFocus();
-    p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Shift+D, Ctrl+X")));
-    p->shortcutRecorded();
-    QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Shift+D")); // one combination
-    QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Shift+D"));
-    // A key another program holds: said under the recorder.
-    m_fakes->hotKey.refuse = true;
-    p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Alt+K")));
-    p->shortcutRecorded();
-    QVERIFY(!p->hotKeyProblemLbl->isHidden());
-    QVERIFY(p->hotKeyProblemLbl->text().contains(QStringLiteral("Ctrl+Alt+K")));
-}
-
-void OptionsTest::switchesWriteTheirSettings()
-{
-    PopMenuContentViewController *p = panel();
-    QVERIFY(p->onOffSwitch->isOn()); // each start is switched on
-    QTest::mouseClick(p->onOffSwitch, Qt::LeftButton);
-    QVERIFY(!Utils::QuaydropIsOFFSate());
-    QVERIFY(m_app->statusItem()->appearsDisabled());
-    QVERIFY(p->enableUserNotificationsSwitch->isOn());
-    QTest::mouseClick(p->enableUserNotificationsSwitch, Qt::LeftButton);
-    QVERIFY(!Utils::enableUserNotifWhenDoneSwitchValue());
-    QTest::mouseClick(p->launchAtLoginSwitch, Qt::LeftButton);
-    QVERIFY(m_fakes->loginItems.enabled);
-    // The panel reads back what is stored when it shows again.
-    SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
-    m_fakes->loginItems.enabled = false;
-    NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::StatusItemWindowWillShow));
-    QVERIFY(p->enableUserNotificationsSwitch->isOn());
-    QVERIFY(!p->launchAtLoginSwitch->isOn());
-}
-
-void OptionsTest::autostartEntryWrittenAndRemoved()
-{
-    XdgAutostart autostart(QStringLiteral("/opt/quay drop/quaydrop"));
-    Platform services = m_fakes->services();
-    services.loginItems = &autostart;
-    Platform::install(services);
-    PopMenuContentViewController p;
-    QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
-    QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
-    QFile entry(XdgAutostart::entryPath());
-    QVERIFY(entry.open(QIODevice::ReadOnly));
-    const QByteArray text = entry.readAll();
-    QVERIFY(text.contains("Exec=\"/opt/quay drop/quaydrop\""));
-    QVERIFY(Utils::isLogInAtLaunch());
-    QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
-    QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
-    QVERIFY(!p.launchAtLoginSwitch->isOn());
-    Platform::install(m_fakes->services());
-}
-
-void OptionsTest::timeSavedAndTheShareThreshold_data()
-{
-    QTest::addColumn<quint64>("seconds");
-    QTest::addColumn<bool>("menu");
-    QTest::newRow("1199: not yet") << quint64(1199) << false;
-    QTest::newRow("1200: the menu") << quint64(1200) << true;
-    QTest::newRow("3661") << quint64(3661) << true;
-}
-
-void OptionsTest::timeSavedAndTheShareThreshold()
-{
-    QFETCH(quint64, seconds);
-    QFETCH(bool, menu);
-    QCOMPARE(OptionsRules::canShareTime(seconds), menu);
-    Utils::saveChangesToTimeSavedPlistByAddingSec(seconds);
-    PopMenuContentViewController *p = panel();
-    p->refresh();
-    QCOMPARE(p->timeSavedTotalLbl->text(), relativeTime(seconds));
-    if (seconds == 3661)
-        QCOMPARE(p->timeSavedTotalLbl->text(), QStringLiteral("1h : 01m : 01s"));
-    auto *share = p->findChild<QPushButton *>(QStringLiteral("shareTimeBtn2"));
-    QVERIFY(share);
-    share->click();
-    QTest::qWait(50);
-    QCOMPARE(p->shareTimeSubMenu->isVisible(), menu);
-    QCOMPARE(visibleAlert() != nullptr, !menu);
-    if (menu) {
-        QCOMPARE(p->postOnTwitterMenuItem->property("tag").toInt(), 2);
-        p->shareTimeSubMenu->hide();
-        p->postOnTwitterMenuItem->trigger();
-        QCOMPARE(m_fakes->workspace.opened.size(), 1);
-        QVERIFY(m_fakes->workspace.opened.first().startsWith(QStringLiteral("https://twitter.com/intent/tweet?text=")));
-        QVERIFY(QUrl::fromPercentEncoding(m_fakes->workspace.opened.first().toUtf8()).contains(relativeTime(seconds)));
-    }
-}
-
-void OptionsTest::languageSwitchChangesVisibleTexts()
-{
-    PopMenuContentViewController *p = panel();
-    p->showExclusionList();
-    const QString englishTitle = p->exclListWC()->windowTitle();
-    QCOMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
-    p->languagePop->setCurrentIndex(p->languagePop->findData(2));
-    p->changeLanguage(2);
-    QCOMPARE(Texts::language(), QStringLiteral("de"));
-    // Open windows hear of it through the event loop.
-    QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("Sobald ein Ziehen beginnt"));
-    QCOMPARE(p->optionsSubMenu->actions().first()->text(), Texts::localized("exclListMenuItem"));
-    QVERIFY(p->optionsSubMenu->actions().first()->text() != QStringLiteral("Exclusion List…"));
-    // Other open windows too: the resize overlay's title and buttons.
-    QTRY_COMPARE(m_app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
-    QTRY_VERIFY(p->exclListWC()->windowTitle() != englishTitle);
-    QTRY_COMPARE(m_app->statusItem()->trayIcon()->contextMenu()->actions().at(2)->text(), QStringLiteral("Quaydrop beenden"));
-    QCOMPARE(p->exclListWC()->windowTitle(), Texts::localized("exclListTitle"));
-    // Kept for the next start.
-    QCOMPARE(Texts::startupLanguage(), QStringLiteral("de"));
-    p->changeLanguage(1);
-    QTRY_COMPARE(p->onClickCheckBox->text(), QStringLiteral("When a drag starts"));
-    QCOMPARE(p->languagePop->currentData().toInt(), 1);
-    // A language without texts falls back to the system's, now and at the next start.
-    QVERIFY(Texts::chooseLanguage(QStringLiteral("de")));
-    QVERIFY(Texts::chooseLanguage(QStringLiteral("fr")));
-    QCOMPARE(Texts::language(), Texts::preferredLanguage());
-    QCOMPARE(Texts::startupLanguage(), Texts::preferredLanguage());
-}
-
-void OptionsTest::statusWindowStaysOnScreen_data()
-{
-    QTest::addColumn<QRectF>("icon");
-    QTest::addColumn<QRectF>("frame");
-    QTest::addColumn<bool>("above");
-    const QSizeF size(300, 400);
-    QTest::newRow("panel at the top, in the middle") << QRectF(600, 0, 24, 24) << QRectF(462, 26, 300, 400) << false;
-    QTest::newRow("top right corner: pushed in") << QRectF(1250, 0, 24, 24) << QRectF(980, 26, 300, 400) << false;
-    QTest::newRow("panel at the bottom: above the icon") << QRectF(600, 776, 24, 24) << QRectF(462, 374, 300, 400) << true;
-    QTest::newRow("bottom left corner") << QRectF(0, 776, 24, 24) << QRectF(0, 374, 300, 400) << true;
-}
-
-void OptionsTest::statusWindowStaysOnScreen()
-{
-    QFETCH(QRectF, icon);
-    QFETCH(QRectF, frame);
-    QFETCH(bool, above);
-    bool wentAbove = false;
-    QCOMPARE(StatusWindowGeometry::frameOnScreen(icon, QSizeF(300, 400), 2.0, QRectF(0, 0, 1280, 800), &wentAbove), frame);
-    QCOMPARE(wentAbove, above);
-}
-
-void OptionsTest::statusWindowComesAndGoes()
-{
-    CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
-    QStringList names = postedNames([&] {
-        c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
-        QVERIFY(c->animationIsRunning());
-        // A second toggle while it moves is ignored.
-        c->dismissStatusItemWindow();
-        QTRY_VERIFY(c->windowIsOpen());
-    });
-    QCOMPARE(names, QStringList({"CCNStatusItemWindowWillShowNotification", "CCNStatusItemWindowDidShowNotification"}));
-    QVERIFY(c->window()->isVisible());
-    QCOMPARE(c->window()->userContentView(), panel());
-    QVERIFY(c->window()->geometry().top() >= 26);
-    names = postedNames([&] {
-        m_app->statusItem()->handleStatusItemButtonAction();
-        QTRY_VERIFY(!c->windowIsOpen() && !c->animationIsRunning());
-    });
-    QCOMPARE(names, QStringList({"CCNStatusItemWindowWillDismissNotification", "CCNStatusItemWindowDidDismissNotification"}));
-    QVERIFY(!c->window()->isVisible());
-    // Escape puts it away.
-    c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
-    QTRY_VERIFY(c->windowIsOpen());
-    QTest::keyClick(c->window(), Qt::Key_Escape);
-    QTRY_VERIFY(!c->windowIsOpen());
-}
-
-void OptionsTest::hidingTheIconAndTheWayBack()
-{
-    PopMenuContentViewController *p = panel();
-    p->hideMenuBarIcon();
-    QMessageBox *alert = p->hideIconAlert();
-    QVERIFY(alert && alert->isVisible());
-    alert->buttons().at(1)->click(); // Cancel changes nothing
-    QVERIFY(!m_app->statusItem()->isRemoved());
-    QVERIFY(!Utils::shouldHideStatusBarItem());
-    p->hideMenuBarIcon();
-    QTRY_VERIFY(p->hideIconAlert());
-    p->hideIconAlert()->buttons().at(0)->click();
-    QVERIFY(m_app->statusItem()->isRemoved());
-    QVERIFY(Utils::shouldHideStatusBarItem()); // a second start brings it back: e2e_tray
-}
-
-void OptionsTest::withoutATrayTheOptionsAreANormalWindow_data()
-{
-    QTest::addColumn<QColor>("window");
-    QTest::addColumn<QColor>("text");
-    QTest::newRow("light") << QColor(239, 239, 239) << QColor(20, 20, 20);
-    QTest::newRow("dark") << QColor(45, 45, 48) << QColor(230, 230, 230);
-}
-
-void OptionsTest::withoutATrayTheOptionsAreANormalWindow()
-{
-    QFETCH(QColor, window);
-    QFETCH(QColor, text);
-    const QPalette before = QApplication::palette();
-    QPalette theme = before;
-    theme.setColor(QPalette::Window, window);
-    theme.setColor(QPalette::WindowText, text);
-    QApplication::setPalette(theme);
-    CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
-    // First as the panel under an icon, then as what a desktop without a tray gets.
-    c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
-    QTRY_VERIFY(c->windowIsOpen());
-    c->dismissStatusItemWindow();
-    QTRY_VERIFY(!c->windowIsOpen());
-    c->showAsNormalWindow();
-    QVERIFY(c->window()->isNormalWindow());
-    // The window's own background, in the theme's colour, under labels in the theme's text colour.
-    const QImage shot = c->window()->grab().toImage();
-    QCOMPARE(QColor(shot.pixel(3, 3)), window);
-    QCOMPARE(panel()->versionNumberTxtFld->window(), static_cast<QWidget *>(c->window()));
-    QCOMPARE(panel()->findChild<QLabel *>()->palette().color(QPalette::WindowText), text);
-    QApplication::setPalette(before);
-}
-
-void OptionsTest::slideNavigation()
-{
-    QDIntroSlides slides;
-    slides.sliderView->transitionAnimationDuration = 0;
-    QCOMPARE(slides.sliderView->slides().size(), 4);
-    slides.showPrevSlide(); // the first: nothing
-    QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 0);
-    QVERIFY(!slides.prevBtn->isEnabled());
-    for (int i = 0; i < 5; ++i)
-        slides.showNextSlide();
-    QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 3); // the last: no further
-    QCOMPARE(slides.sliderView->dotsControl()->indexOfHighlightedDot(), 3);
-    QCOMPARE(slides.nextBtn->text(), Texts::localized("Done"));
-    slides.sliderView->dotsControl()->dot(1)->click();
-    QCOMPARE(slides.sliderView->indexOfDisplayedSlide(), 1);
-    QCOMPARE(slides.sliderView->transitionStyle, MIHSliderView::PushFromLeft);
-    slides.sliderView->dotViewSelected(2);
-    QCOMPARE(slides.sliderView->transitionStyle, MIHSliderView::PushFromRight);
-    slides.dontShowAgainCheck->setChecked(false);
-    slides.dontShowAgainCheck->setChecked(true);
-    QVERIFY(Utils::dontshowIntroSlides());
-}
-
-void OptionsTest::slideTimerAndSwipesWrap()
-{
-    QDIntroSlides slides;
-    MIHSliderView *v = slides.sliderView;
-    v->transitionAnimationDuration = 0;
-    QVERIFY(v->transitionTimer()->isActive());
-    v->displaySlideAtIndex(3);
-    v->handleTimerTick();
-    QCOMPARE(v->indexOfDisplayedSlide(), 0); // wraps
-
-    auto swipeBy = [v](int dx) {
-        swipe(v, Qt::ScrollBegin, 0);
-        swipe(v, Qt::ScrollUpdate, dx);
-        swipe(v, Qt::ScrollEnd, 0);
-    };
-    v->displaySlideAtIndex(0);
-    swipeBy(50); // exactly the threshold: nothing
-    QCOMPARE(v->indexOfDisplayedSlide(), 0);
-    swipeBy(60); // back from the first wraps to the last
-    QCOMPARE(v->indexOfDisplayedSlide(), 3);
-    QCOMPARE(v->transitionStyle, MIHSliderView::PushFromLeft);
-    swipeBy(-60);
-    QCOMPARE(v->indexOfDisplayedSlide(), 0);
-    QCOMPARE(v->transitionStyle, MIHSliderView::PushFromRight);
-    // A plain mouse wheel is no swipe.
-    QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), QPoint(), QPoint(-400, 0), Qt::NoButton, {}, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(v, &wheel);
-    QCOMPARE(v->indexOfDisplayedSlide(), 0);
-    // No slides: a tick does nothing; one slide: it stays.
-    MIHSliderView lone;
-    lone.resize(300, 200);
-    lone.transitionAnimationDuration = 0;
-    lone.handleTimerTick();
-    auto *only = new QWidget;
-    lone.addSlide(only);
-    lone.handleTimerTick();
-    QCOMPARE(lone.displayedSlide(), only);
-    QCOMPARE(lone.dotsControl()->dotsCount(), 1);
-}
-
-void OptionsTest::firstStartShowsSlidesThenAsksAboutLogin()
-{
-    auto alerts = [] {
-        QList<QMessageBox *> shown;
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (w->objectName() == QLatin1String("launchAtLoginAlert") && w->isVisible())
-                shown << qobject_cast<QMessageBox *>(w);
-        return shown;
-    };
-    auto lastSlideSays = [](QWidget *slides) {
-        QStringList texts;
-        for (QLabel *l : static_cast<QDIntroSlides *>(slides)->slide4V->findChildren<QLabel *>())
-            texts << l->text();
-        return texts;
-    };
-    m_app.reset();
-    SettingsStore::shared().resetAll();
-    {
-        AppDelegate first(m_fakes->services());
-        first.applicationDidFinishLaunching();
-        // The last slide says where the options are: here, with no tray, a second start opens them.
-        QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
-        QVERIFY(!first.livesInTray());
-        QVERIFY(lastSlideSays(first.introSlidesWC).contains(Texts::localized("slide4TextNoTray")));
-        QDIntroSlides inTray(true);
-        QVERIFY(lastSlideSays(&inTray).contains(Texts::localized("slide4Text")));
-        // Not on top of the slides: asked about login when they close, saying where Quaydrop is.
-        QVERIFY(alerts().isEmpty());
-        first.introSlidesWC->close();
-        QCOMPARE(alerts().size(), 1);
-        QCOMPARE(alerts().first()->informativeText(), Texts::localized("loginLaunchInfTXTNoTray"));
-        alerts().first()->buttons().first()->click(); // "Yes"
-        QVERIFY(m_fakes->loginItems.enabled);
-    }
-    QTRY_VERIFY(alerts().isEmpty());
-    // Neither slides nor question again, even with login switched off meanwhile.
-    m_fakes->loginItems.enabled = false;
-    SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
-    AppDelegate second(m_fakes->services());
-    second.applicationDidFinishLaunching();
-    QVERIFY(!second.introSlidesWC);
-    QVERIFY(alerts().isEmpty());
-}
 
 QTEST_MAIN(OptionsTest)
 #include "tst_options.moc"

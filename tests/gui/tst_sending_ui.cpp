@@ -4,37 +4,118 @@
 #include "LaunchedProgram.h"
 
 #include "core/overlays/OverlayControllers.h"
-#include "core/texts/Texts.h"
-#include "core/window/DropWindow.h"
 #include "sending/FileUris.h"
-#include "utils/Utils.h"
-#include "widgets/ActionButton.h"
 
-#include <QApplication>
 #include <QClipboard>
-#include <QMenu>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
-#include <QStandardPaths>
-#include <QTest>
-#include <QUrl>
 
 class SendingUiTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
+    void initTestCase() { englishTestMode(); }
+
     void init()
     {
         f.launch([](FakePlatform &fakes) { fakes.share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}}; });
     }
     void cleanup() { f.close(); }
-    void mailButtons_data();
-    void mailButtons();
-    void shareMenuOffersWhatIsThere_data();
-    void shareMenuOffersWhatIsThere();
-    void shareOverlayHandsOverTheFirstFile();
+
+    void mailButtons_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<QString>("mailto"); // what a dropped text becomes
+        QTest::newRow("a document") << QStringList{"a b&c.txt"} << "" << "maildocBtn" << "";
+        QTest::newRow("several files") << QStringList{"one.bin", "two,2.bin"} << "" << "mailMultyBtn" << "";
+        QTest::newRow("a text") << QStringList{} << "a b&c" << "strMailBtn" << "mailto:?body=a%20b%26c";
+    }
+
+    void mailButtons()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QString, text);
+        QFETCH(QString, button);
+        QFETCH(QString, mailto);
+        const QStringList paths = this->files(files);
+        drop(paths, text);
+        QVERIFY2(f.button(button), qPrintable(button));
+        f.button(button)->click();
+        if (mailto.isEmpty())
+            QCOMPARE(f.fakes->mail.composed, QList<QStringList>{FileUris::fromPaths(paths)});
+        else
+            QCOMPARE(f.fakes->mail.mailtos, QStringList{mailto});
+        // A mail program that takes no attachments: said, with a button that opens it.
+        if (!mailto.isEmpty())
+            return;
+        f.fakes->mail.client.takesAttachments = false;
+        f.button(button)->click();
+        QTRY_VERIFY(visibleAlert());
+        QCOMPARE(visibleAlert()->text(), Texts::localized("MailAppNOTDefault"));
+        visibleAlert()->findChild<QPushButton *>(QStringLiteral("launchMailAppBtn"))->click();
+        QCOMPARE(f.fakes->mail.launches, 1);
+    }
+
+    void shareMenuOffersWhatIsThere_data()
+    {
+        QTest::addColumn<QStringList>("files");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<bool>("mailClient");
+        QTest::addColumn<QStringList>("entries");
+        QTest::addColumn<QString>("pick");
+        QTest::newRow("a document") << QStringList{"doc.txt"} << "airDrDocBtn" << true
+                                    << QStringList{"mail", "kdeconnect:abc", "save-as", "copy-links"} << "kdeconnect:abc";
+        QTest::newRow("no mail program") << QStringList{"doc.txt"} << "airDrDocBtn" << false
+                                         << QStringList{"kdeconnect:abc", "save-as", "copy-links"} << "copy-links";
+        QTest::newRow("several files") << QStringList{"a.bin", "b.bin"} << "airDrMultiBtn" << true
+                                       << QStringList{"mail", "kdeconnect:abc", "copy-links"} << "kdeconnect:abc";
+        QTest::newRow("a text") << QStringList{} << "strOSXShareBtn" << true
+                                << QStringList{"copy-text", "mail", "save-txt", "search", "web:x", "web:facebook"} << "search";
+    }
+
+    void shareMenuOffersWhatIsThere()
+    {
+        QFETCH(QStringList, files);
+        QFETCH(QString, button);
+        QFETCH(bool, mailClient);
+        QFETCH(QStringList, entries);
+        QFETCH(QString, pick);
+        if (!mailClient)
+            f.fakes->mail.client = MailClient();
+        const QStringList paths = this->files(files);
+        drop(paths, files.isEmpty() ? QStringLiteral("find me") : QString());
+        QMenu *menu = openMenu(button);
+        QVERIFY(menu);
+        QStringList shown;
+        for (QAction *a : menu->actions())
+            if (!a->isSeparator())
+                shown.append(a->objectName());
+        QCOMPARE(shown, entries);
+        for (QAction *a : menu->actions())
+            if (a->objectName() == pick)
+                a->trigger();
+        if (pick == QLatin1String("kdeconnect:abc"))
+            QTRY_COMPARE(f.fakes->share.shared, (QList<QPair<QString, QStringList>>{{pick, FileUris::fromPaths(paths)}}));
+        else if (pick == QLatin1String("copy-links"))
+            QCOMPARE(QApplication::clipboard()->mimeData()->data(QStringLiteral("text/uri-list")),
+                     (FileUris::fromPaths(paths).join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toLatin1());
+        else if (pick == QLatin1String("search"))
+            QCOMPARE(f.fakes->share.searches.value(0).first, QStringLiteral("find me"));
+    }
+
+    void shareOverlayHandsOverTheFirstFile()
+    {
+        const QString path = f.file(QStringLiteral("photo.png"));
+        drop({path});
+        f.app->showOverlayPanel(f.app->imgShareVC);
+        QPushButton *device = f.app->imgShareVC->findChild<QPushButton *>(QStringLiteral("kdeconnect:abc"));
+        QVERIFY(device);
+        QCOMPARE(device->text(), QStringLiteral("Pixel 7 (KDE Connect)"));
+        device->click();
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QTRY_COMPARE(f.fakes->share.shared.value(0).second, FileUris::fromPaths({path}));
+    }
 
 private:
     // These files, or the text when there is one, dropped on the window.
@@ -59,12 +140,6 @@ private:
     LaunchedFixture f;
 };
 
-void SendingUiTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(QStringLiteral("en"));
-}
-
 QMenu *SendingUiTest::openMenu(const QString &name)
 {
     ActionButton *b = f.button(name);
@@ -75,102 +150,6 @@ QMenu *SendingUiTest::openMenu(const QString &name)
         if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
             return qobject_cast<QMenu *>(w);
     return nullptr;
-}
-
-void SendingUiTest::mailButtons_data()
-{
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<QString>("mailto"); // what a dropped text becomes
-    QTest::newRow("a document") << QStringList{"a b&c.txt"} << "" << "maildocBtn" << "";
-    QTest::newRow("several files") << QStringList{"one.bin", "two,2.bin"} << "" << "mailMultyBtn" << "";
-    QTest::newRow("a text") << QStringList{} << "a b&c" << "strMailBtn" << "mailto:?body=a%20b%26c";
-}
-
-void SendingUiTest::mailButtons()
-{
-    QFETCH(QStringList, files);
-    QFETCH(QString, text);
-    QFETCH(QString, button);
-    QFETCH(QString, mailto);
-    const QStringList paths = this->files(files);
-    drop(paths, text);
-    QVERIFY2(f.button(button), qPrintable(button));
-    f.button(button)->click();
-    if (mailto.isEmpty())
-        QCOMPARE(f.fakes->mail.composed, QList<QStringList>{FileUris::fromPaths(paths)});
-    else
-        QCOMPARE(f.fakes->mail.mailtos, QStringList{mailto});
-    // A mail program that takes no attachments: said, with a button that opens it.
-    if (!mailto.isEmpty())
-        return;
-    f.fakes->mail.client.takesAttachments = false;
-    f.button(button)->click();
-    QTRY_VERIFY(visibleAlert());
-    QCOMPARE(visibleAlert()->text(), Texts::localized("MailAppNOTDefault"));
-    visibleAlert()->findChild<QPushButton *>(QStringLiteral("launchMailAppBtn"))->click();
-    QCOMPARE(f.fakes->mail.launches, 1);
-}
-
-void SendingUiTest::shareMenuOffersWhatIsThere_data()
-{
-    QTest::addColumn<QStringList>("files");
-    QTest::addColumn<QString>("button");
-    QTest::addColumn<bool>("mailClient");
-    QTest::addColumn<QStringList>("entries");
-    QTest::addColumn<QString>("pick");
-    QTest::newRow("a document") << QStringList{"doc.txt"} << "airDrDocBtn" << true
-                                << QStringList{"mail", "kdeconnect:abc", "save-as", "copy-links"} << "kdeconnect:abc";
-    QTest::newRow("no mail program") << QStringList{"doc.txt"} << "airDrDocBtn" << false
-                                     << QStringList{"kdeconnect:abc", "save-as", "copy-links"} << "copy-links";
-    QTest::newRow("several files") << QStringList{"a.bin", "b.bin"} << "airDrMultiBtn" << true
-                                   << QStringList{"mail", "kdeconnect:abc", "copy-links"} << "kdeconnect:abc";
-    QTest::newRow("a text") << QStringList{} << "strOSXShareBtn" << true
-                            << QStringList{"copy-text", "mail", "save-txt", "search", "web:x", "web:facebook"} << "search";
-}
-
-void SendingUiTest::shareMenuOffersWhatIsThere()
-{
-    QFETCH(QStringList, files);
-    QFETCH(QString, button);
-    QFETCH(bool, mailClient);
-    QFETCH(QStringList, entries);
-    QFETCH(QString, pick);
-    if (!mailClient)
-        f.fakes->mail.client = MailClient();
-    const QStringList paths = this->files(files);
-    drop(paths, files.isEmpty() ? QStringLiteral("find me") : QString());
-    QMenu *menu = openMenu(button);
-    QVERIFY(menu);
-    QStringList shown;
-    for (QAction *a : menu->actions())
-        if (!a->isSeparator())
-            shown.append(a->objectName());
-    QCOMPARE(shown, entries);
-    for (QAction *a : menu->actions())
-        if (a->objectName() == pick)
-            a->trigger();
-    if (pick == QLatin1String("kdeconnect:abc"))
-        QTRY_COMPARE(f.fakes->share.shared, (QList<QPair<QString, QStringList>>{{pick, FileUris::fromPaths(paths)}}));
-    else if (pick == QLatin1String("copy-links"))
-        QCOMPARE(QApplication::clipboard()->mimeData()->data(QStringLiteral("text/uri-list")),
-                 (FileUris::fromPaths(paths).join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toLatin1());
-    else if (pick == QLatin1String("search"))
-        QCOMPARE(f.fakes->share.searches.value(0).first, QStringLiteral("find me"));
-}
-
-void SendingUiTest::shareOverlayHandsOverTheFirstFile()
-{
-    const QString path = f.file(QStringLiteral("photo.png"));
-    drop({path});
-    f.app->showOverlayPanel(f.app->imgShareVC);
-    QPushButton *device = f.app->imgShareVC->findChild<QPushButton *>(QStringLiteral("kdeconnect:abc"));
-    QVERIFY(device);
-    QCOMPARE(device->text(), QStringLiteral("Pixel 7 (KDE Connect)"));
-    device->click();
-    QVERIFY(!f.app->isModalOverlayVisible());
-    QTRY_COMPARE(f.fakes->share.shared.value(0).second, FileUris::fromPaths({path}));
 }
 
 QTEST_MAIN(SendingUiTest)

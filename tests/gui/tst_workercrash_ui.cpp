@@ -8,31 +8,86 @@
 #include "LaunchedProgram.h"
 
 #include "core/overlays/ImgConvertOverlayVC.h"
-#include "core/texts/Texts.h"
-#include "core/window/DropWindow.h"
 #include "menubar/statusitem/CCNStatusItem.h"
-#include "widgets/ActionButton.h"
 #include "worker/WorkerPool.h"
-
-#include <QApplication>
-#include <QMessageBox>
-#include <QMimeData>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QSystemTrayIcon>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QUrl>
+
 
 class WorkerCrashTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase();
-    void init();
-    void cleanup();
-    void crashFailsTheFileAndTheProgramGoesOn();
-    void crashInTheMiddleOfABatch();
+    void initTestCase()
+    {
+        englishTestMode();
+        QVERIFY2(qEnvironmentVariable("QUAYDROP_WORKER").endsWith(QLatin1String("quaydrop-test-worker")),
+                 "runs with the test build of the worker");
+        QVERIFY2(QGuiApplication::platformName() == QLatin1String("xcb"), "runs on an X server");
+    }
+
+    void init()
+    {
+        m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
+        m_app = launchedOn(*m_fakes);
+        // The tray host of the test's X server takes the icon in a moment.
+        QTRY_VERIFY_WITH_TIMEOUT(m_app->livesInTray() && m_app->statusItem()->trayIcon()->isVisible(), 10000);
+    }
+
+    void cleanup()
+    {
+        m_app.reset();
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (qobject_cast<QMessageBox *>(w))
+                delete w;
+        SettingsStore::shared().resetAll();
+        QDir(m_dir.path()).removeRecursively();
+        QDir().mkpath(m_dir.path());
+    }
+
+    void crashFailsTheFileAndTheProgramGoesOn()
+    {
+        const QString crashing = picture(QStringLiteral("Harbour.png"), "QUAYDROP-TEST-ABORT");
+        convertToJpeg({crashing}, QStringLiteral("revealImginFinderBtn"));
+        QMessageBox *alert = nullptr;
+        QTRY_VERIFY_WITH_TIMEOUT((alert = visibleAlert()) != nullptr, 20000);
+        QCOMPARE(alert->text(), QStringLiteral("Nothing was written"));
+        QCOMPARE(alert->informativeText(), crashing + QStringLiteral(": could not be read: the decoder stopped"));
+        QVERIFY(m_fakes->notifications.delivered.isEmpty());
+        QCOMPARE(leftovers(), QStringList());
+        delete alert;
+
+        // The program, its icon and its window are there as before; the panel is back for the next action.
+        QVERIFY(m_app->livesInTray());
+        QVERIFY(m_app->statusItem()->trayIcon()->isVisible());
+        QTRY_VERIFY(!m_app->emptyContviewIsShown);
+        QVERIFY(m_app->windowIsVsbl());
+
+        // The next action starts a fresh worker and writes its picture.
+        const QString good = picture(QStringLiteral("Lighthouse.png"));
+        convertToJpeg({good}, QStringLiteral("revealImginFinderBtn"));
+        QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
+        QCOMPARE(m_fakes->notifications.delivered.first().title, QStringLiteral("Images converted"));
+        QCOMPARE(leftovers(), QStringList{QStringLiteral("Lighthouse.jpg")});
+        QCOMPARE(QImage(m_dir.path() + QStringLiteral("/Lighthouse.jpg")).size(), QSize(40, 30));
+        QVERIFY(!visibleAlert());
+    }
+
+    void crashInTheMiddleOfABatch()
+    {
+        const QStringList pictures{picture(QStringLiteral("a.png")), picture(QStringLiteral("b.png"), "QUAYDROP-TEST-ABORT"),
+                                   picture(QStringLiteral("c.png"))};
+        convertToJpeg(pictures, QStringLiteral("multiConvrtImg"));
+        QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
+        const auto &note = m_fakes->notifications.delivered.first();
+        QCOMPARE(note.title, QStringLiteral("Images converted"));
+        // The one picture that failed is named, with the reason.
+        QVERIFY2(note.body.contains(QStringLiteral("b.png: could not be read: the decoder stopped")), qPrintable(note.body));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(),
+                 QStringList({m_dir.path() + QStringLiteral("/a.jpg"), m_dir.path() + QStringLiteral("/c.jpg")}));
+        QCOMPARE(leftovers(), QStringList({QStringLiteral("a.jpg"), QStringLiteral("c.jpg")}));
+        QVERIFY(m_app->livesInTray());
+    }
 
 private:
     QString picture(const QString &name, const QByteArray &marker = {});
@@ -44,34 +99,6 @@ private:
     std::unique_ptr<FakePlatform> m_fakes;
     std::unique_ptr<AppDelegate> m_app;
 };
-
-void WorkerCrashTest::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    Texts::setLanguage(QStringLiteral("en"));
-    QVERIFY2(qEnvironmentVariable("QUAYDROP_WORKER").endsWith(QLatin1String("quaydrop-test-worker")),
-             "runs with the test build of the worker");
-    QVERIFY2(QGuiApplication::platformName() == QLatin1String("xcb"), "runs on an X server");
-}
-
-void WorkerCrashTest::init()
-{
-    m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-    m_app = launchedOn(*m_fakes);
-    // The tray host of the test's X server takes the icon in a moment.
-    QTRY_VERIFY_WITH_TIMEOUT(m_app->livesInTray() && m_app->statusItem()->trayIcon()->isVisible(), 10000);
-}
-
-void WorkerCrashTest::cleanup()
-{
-    m_app.reset();
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (qobject_cast<QMessageBox *>(w))
-            delete w;
-    SettingsStore::shared().resetAll();
-    QDir(m_dir.path()).removeRecursively();
-    QDir().mkpath(m_dir.path());
-}
 
 QString WorkerCrashTest::picture(const QString &name, const QByteArray &marker)
 {
@@ -113,49 +140,6 @@ QStringList WorkerCrashTest::leftovers() const
     return found;
 }
 
-void WorkerCrashTest::crashFailsTheFileAndTheProgramGoesOn()
-{
-    const QString crashing = picture(QStringLiteral("Harbour.png"), "QUAYDROP-TEST-ABORT");
-    convertToJpeg({crashing}, QStringLiteral("revealImginFinderBtn"));
-    QMessageBox *alert = nullptr;
-    QTRY_VERIFY_WITH_TIMEOUT((alert = visibleAlert()) != nullptr, 20000);
-    QCOMPARE(alert->text(), QStringLiteral("Nothing was written"));
-    QCOMPARE(alert->informativeText(), crashing + QStringLiteral(": could not be read: the decoder stopped"));
-    QVERIFY(m_fakes->notifications.delivered.isEmpty());
-    QCOMPARE(leftovers(), QStringList());
-    delete alert;
-
-    // The program, its icon and its window are there as before; the panel is back for the next action.
-    QVERIFY(m_app->livesInTray());
-    QVERIFY(m_app->statusItem()->trayIcon()->isVisible());
-    QTRY_VERIFY(!m_app->emptyContviewIsShown);
-    QVERIFY(m_app->windowIsVsbl());
-
-    // The next action starts a fresh worker and writes its picture.
-    const QString good = picture(QStringLiteral("Lighthouse.png"));
-    convertToJpeg({good}, QStringLiteral("revealImginFinderBtn"));
-    QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
-    QCOMPARE(m_fakes->notifications.delivered.first().title, QStringLiteral("Images converted"));
-    QCOMPARE(leftovers(), QStringList{QStringLiteral("Lighthouse.jpg")});
-    QCOMPARE(QImage(m_dir.path() + QStringLiteral("/Lighthouse.jpg")).size(), QSize(40, 30));
-    QVERIFY(!visibleAlert());
-}
-
-void WorkerCrashTest::crashInTheMiddleOfABatch()
-{
-    const QStringList pictures{picture(QStringLiteral("a.png")), picture(QStringLiteral("b.png"), "QUAYDROP-TEST-ABORT"),
-                               picture(QStringLiteral("c.png"))};
-    convertToJpeg(pictures, QStringLiteral("multiConvrtImg"));
-    QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
-    const auto &note = m_fakes->notifications.delivered.first();
-    QCOMPARE(note.title, QStringLiteral("Images converted"));
-    // The one picture that failed is named, with the reason.
-    QVERIFY2(note.body.contains(QStringLiteral("b.png: could not be read: the decoder stopped")), qPrintable(note.body));
-    QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(),
-             QStringList({m_dir.path() + QStringLiteral("/a.jpg"), m_dir.path() + QStringLiteral("/c.jpg")}));
-    QCOMPARE(leftovers(), QStringList({QStringLiteral("a.jpg"), QStringLiteral("c.jpg")}));
-    QVERIFY(m_app->livesInTray());
-}
-
 QTEST_MAIN(WorkerCrashTest)
 #include "tst_workercrash_ui.moc"
+#include <QSystemTrayIcon>
