@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Real drops on the drop window over X11 drag and drop, from a drag source of the test's own: a file,
-# a folder, several files, text and a promised file each bring up their panel; the small targets
+# text and a promised file each bring up their panel; the small targets
 # below open the quick-move picker and make aliases.
 source "$(dirname "$0")/lib.sh"
 BIN=$1
@@ -15,8 +15,6 @@ write_conf
 files="$E2E_HOME/files"
 mkdir -p "$files/Projects"
 printf 'notes\n' >"$files/notes.txt"
-printf 'a' >"$files/a.bin"
-printf 'b' >"$files/b.bin"
 
 # The drop window opens at a fixed place: (600, 400) in the program's y-up coordinates. Each drop gets
 # a fresh start, so that each begins at the drop target.
@@ -26,20 +24,12 @@ target_y=$((screen_h - 400 - 45))
 log="$E2E_HOME/quaydrop.log"
 out="$E2E_HOME/source.out"
 
-window_size() { window_geometry | awk '{print $3 "x" $4}'; }
-
-drop_and_expect() { # panel, source arguments...
-  local expect=$1; shift
-  drag_onto "$target_x" "$target_y" "$@"
-  wait_for "$log" "panel $expect shown" 5 || { cat "$log"; fail "no panel $expect after dropping $*"; }
-  [ "$(window_size)" = "210x235" ] || fail "the panel's window is $(window_size), not 210x235"
-  stop_both
-  pass "dropping $* shows panel $expect"
-}
-
-drop_and_expect 2 --files "$files/notes.txt"
-drop_and_expect 333 --files "$files/Projects"
-drop_and_expect 888 --files "$files/a.bin" "$files/b.bin"
+# (Which panel each kind of drop brings is tst_intake's; here the drops go over real X11.)
+drag_onto "$target_x" "$target_y" --files "$files/notes.txt"
+wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "no panel 2 after dropping a file"; }
+[ "$(window_geometry | cut -d' ' -f3,4)" = "210 235" ] || fail "the panel's window is not 210x235: $(window_geometry)"
+stop_both
+pass "dropping a file shows its panel"
 temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"
 drag_onto "$target_x" "$target_y" --text "Ships leave the quay at dawn"
 wait_for "$log" "panel 222 shown" 5 || { cat "$log"; fail "no panel 222 after dropping text"; }
@@ -76,4 +66,4 @@ sleep 5.5
 ! has_window '^Quaydrop$' || fail "the balloon stayed longer than five seconds"
 stop_both
 pass "without a notification server a balloon tells it, for five seconds"
-echo "8 passed, 0 failed"
+echo "5 passed, 0 failed"

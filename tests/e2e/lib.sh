@@ -93,17 +93,42 @@ wait_gone() {
   return 1
 }
 
-# Real drops on the drop window, from the drag source of the tests (qd_dragsource). The caller sets
-# BIN, SOURCE, log and out; pid and src name the program and the source afterwards.
-# Starts the program with its drop target up, then drags from the source to (x, y) and lets go.
-drag_onto() { # x, y, source arguments...
-  local x=$1 y=$2; shift 2
+# The drag source of the tests (qd_dragsource, $SOURCE) up with these arguments: its output in $out
+# ("ready", "dropped" once a drag ends), its process in src.
+start_source() {
   : >"$out"
-  QUAYDROP_SHOW_DROP_WINDOW_AT=600,400 start_quaydrop "quaydrop.window.debug=true"
-  wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "the drop target did not show"; }
   "$SOURCE" "$@" >"$out" 2>/dev/null &
   src=$!
   wait_for "$out" ready 10 || fail "drag source did not start"
+}
+
+# The button released, and the source's drag seen to end.
+let_go() {
+  local drops=$(grep -c dropped "$out" || true)
+  xdotool mouseup 1
+  wait_until 10 eval '[ "$(grep -c dropped "$out" || true)" -gt '"$drops"' ]' || fail "the drag did not end"
+}
+
+# drag_until_raised DX DY [WHAT]: a press where the pointer is, over the source, then steps of (DX, DY)
+# as a hand moves, until the drop window is raised (a loaded machine may start the drag late).
+drag_until_raised() {
+  local before=$(shown_count)
+  xdotool mousedown 1
+  for _ in $(seq 30); do
+    xdotool mousemove_relative -- "$1" "$2"
+    sleep 0.04
+    raised_since "$before" && return
+  done
+  wait_until 5 raised_since "$before" || { cat "$log"; fail "${3:-a drag}: the drag raised nothing"; }
+}
+
+# Real drops on the drop window: the program started with its drop target up, then a drag from the
+# source (with these arguments) to (x, y), let go there; the caller sets BIN, SOURCE, log and out.
+drag_onto() { # x, y, source arguments...
+  local x=$1 y=$2; shift 2
+  QUAYDROP_SHOW_DROP_WINDOW_AT=600,400 start_quaydrop "quaydrop.window.debug=true"
+  wait_for "$log" "panel 111 shown" 5 || { cat "$log"; fail "the drop target did not show"; }
+  start_source "$@"
   sleep 0.3
   xdotool mousemove 100 100 mousedown 1
   for step in 1 2 3 4 5 6 7 8 9 10; do
@@ -111,12 +136,10 @@ drag_onto() { # x, y, source arguments...
     sleep 0.05
   done
   sleep 0.2
-  xdotool mouseup 1
-  wait_for "$out" dropped 10 || fail "the drag did not end"
+  let_go
 }
 
 stop_both() {
   kill "$src" 2>/dev/null || true
   stop_quaydrop
 }
-

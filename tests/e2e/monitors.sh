@@ -89,14 +89,8 @@ drag_from() { # what, x, y, dx, dy
   local what=$1
   xdotool windowmove "$source_window" $(($2 - 60)) $(($3 - 60))
   sleep 0.3
-  local raised=$(shown_count)
-  xdotool mousemove "$2" "$3" mousedown 1
-  for _ in $(seq 30); do
-    xdotool mousemove_relative -- "$4" "$5"
-    sleep 0.04
-    raised_since "$raised" && break
-  done
-  raised_since "$raised" || { cat "$log"; fail "$what: the drag raised nothing"; }
+  xdotool mousemove "$2" "$3"
+  drag_until_raised "$4" "$5" "$what"
   sleep 0.15
   eval "$(xdotool getmouselocation --shell)"
   read -r x y w h state <<<"$(window_geometry)"
@@ -111,11 +105,9 @@ drag_from() { # what, x, y, dx, dy
 
 # Lets go over the source (no drop), then wanders off by (dx, dy) in steps until the window closes.
 end_and_wander() { # what, dx, dy
-  local drops=$(grep -c dropped "$out" || true)
   xdotool mousemove $((x_source + 60)) $((y_source + 60))
   sleep 0.1
-  xdotool mouseup 1
-  for _ in $(seq 50); do [ "$(grep -c dropped "$out" || true)" -gt "$drops" ] && break; sleep 0.1; done
+  let_go
   for _ in $(seq 6); do xdotool mousemove_relative -- "$2" "$3"; sleep 0.05; done
   sleep 0.2
   ! window_shown || fail "$1: the window stayed although the pointer went far away"
@@ -125,10 +117,7 @@ run_pass() { # scale of RIGHT
   right_scale=$1
   : >"$log"
   QT_SCREEN_SCALE_FACTORS="LEFT=1;RIGHT=$right_scale" start_quaydrop "quaydrop.window.debug=true"
-  : >"$out"
-  "$SOURCE" --files "$E2E_HOME/notes.txt" >"$out" 2>/dev/null &
-  src=$!
-  wait_for "$out" ready 10 || fail "drag source did not start"
+  start_source --files "$E2E_HOME/notes.txt"
   source_window=$(xdotool search --sync --name '^drag source$' | head -1)
   at="at scale $right_scale on RIGHT"
 
@@ -157,11 +146,9 @@ run_pass() { # scale of RIGHT
   x_source=970 y_source=440
   # Let go on LEFT, just outside the window: inside the margin the window stays, beyond it goes.
   read -r x y w h _ <<<"$(window_geometry)"
-  drops=$(grep -c dropped "$out" || true)
   xdotool mousemove $((x - 20)) $((y + h / 2))
   sleep 0.1
-  xdotool mouseup 1
-  for _ in $(seq 50); do [ "$(grep -c dropped "$out" || true)" -gt "$drops" ] && break; sleep 0.1; done
+  let_go
   xdotool mousemove_relative -- 0 2
   sleep 0.3
   window_shown || fail "the window closed with the pointer 20 pixels beside it on the other monitor ($at)"

@@ -9,13 +9,12 @@ private_home
 trap 'leave $pid $src' EXIT
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 log="$E2E_HOME/quaydrop.log"
+out="$E2E_HOME/source.out"
 start() { start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"; }
 
 # A whole drag of a file from the source; true when the program saw it start.
 drag_a_file() {
-  "$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
-  src=$!
-  wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
+  start_source --files "$E2E_HOME/notes.txt"
   sleep 0.3
   xdotool mousemove 100 100 mousedown 1
   for _ in $(seq 20); do xdotool mousemove_relative -- 1 4; sleep 0.05; done
@@ -23,8 +22,7 @@ drag_a_file() {
   wait_for "$log" "window under the pointer" 5 || { cat "$log"; fail "the window under the pointer was not asked"; }
   xdotool mousemove_relative -- 0 300
   sleep 0.2
-  xdotool mouseup 1
-  wait_for "$E2E_HOME/source.out" dropped 10 || fail "the drag did not end"
+  let_go
   kill "$src" 2>/dev/null || true
 }
 

@@ -6,26 +6,18 @@
 
 #include "CupsSandbox.h"
 #include "SendingFixtures.h"
-#include "core/controller/AppDelegate.h"
 #include "core/window/ActionPanelView.h"
-#include "core/window/DropWindow.h"
 #include "gui/LaunchedProgram.h"
 #include "platform/cups/CupsPrint.h"
 #include "platform/freedesktop/FreedesktopMail.h"
 #include "platform/freedesktop/FreedesktopShare.h"
 #include "sending/FileUris.h"
-#include "widgets/ActionButton.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDialogButtonBox>
-#include <QMenu>
 #include <QPrintDialog>
-#include <QProcess>
 #include <QPrinter>
 #include <QPushButton>
-#include <QStandardPaths>
-#include <QTest>
 
 using SendingFixtures::StubDesktop;
 
@@ -55,20 +47,19 @@ private Q_SLOTS:
 
     void init()
     {
-        m_fakes = std::make_unique<FakePlatform>(QString::fromUtf8(m_desktop->tree.native()) + QStringLiteral("/.trash"));
-        Platform services = m_fakes->services();
-        services.mail = m_mail.get();
-        services.share = m_share.get();
-        services.print = &m_print;
-        m_app = launchedOn(services);
-        m_app->showDropTargetAt(QPointF(600, 400));
-        QVERIFY(QTest::qWaitForWindowExposed(m_app->window));
+        f.launch({}, [this](Platform &services) {
+            services.mail = m_mail.get();
+            services.share = m_share.get();
+            services.print = &m_print;
+        });
+        f.app->showDropTargetAt(QPointF(600, 400));
+        QVERIFY(QTest::qWaitForWindowExposed(f.app->window));
 
         // The source's window sits at the top left; a press there and a glide onto the drop window drop it.
         m_source.start(QStringLiteral(QD_DRAGSOURCE), {QStringLiteral("--files"), m_pdf});
         QByteArray said;
         QTRY_VERIFY((said += m_source.readAllStandardOutput()).contains("ready"));
-        const QPoint target = m_app->window->mapToGlobal(m_app->window->rect().center());
+        const QPoint target = f.app->window->mapToGlobal(f.app->window->rect().center());
         xdotool({"mousemove", "100", "100", "mousedown", "1"});
         for (int step = 1; step <= 10; ++step) {
             xdotool({"mousemove", QString::number(100 + (target.x() - 100) * step / 10),
@@ -77,20 +68,15 @@ private Q_SLOTS:
         }
         QTest::qWait(200);
         xdotool({"mouseup", "1"});
-        QTRY_VERIFY_WITH_TIMEOUT(m_app->oneofThePanelsIsShown, 10000);
-        QCOMPARE(m_app->filePathsArr, QStringList{m_pdf});
+        QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 10000);
+        QCOMPARE(f.app->filePathsArr, QStringList{m_pdf});
     }
 
     void cleanup()
     {
         m_source.kill();
         m_source.waitForFinished(3000);
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (qobject_cast<QMenu *>(w) || qobject_cast<QDialog *>(w))
-                w->close();
-        m_app.reset();
-        m_fakes.reset();
-        SettingsStore::shared().resetAll();
+        f.close();
     }
 
     void mailAttachesTheDroppedFile()
@@ -136,7 +122,7 @@ private Q_SLOTS:
         const qsizetype before = m_cups->outputs().size();
         press("printPrTbleFileBtn");
         QPrintDialog *dialog = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT((dialog = m_app->window->findChild<QPrintDialog *>()) && dialog->isVisible(), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT((dialog = f.app->window->findChild<QPrintDialog *>()) && dialog->isVisible(), 10000);
         QVERIFY(QTest::qWaitForWindowExposed(dialog));
         QCOMPARE(dialog->printer()->printerName(), m_cups->queue);
         QPushButton *print = dialog->findChild<QDialogButtonBox *>()->button(QDialogButtonBox::Ok);
@@ -147,48 +133,29 @@ private Q_SLOTS:
     }
 
 private:
-    static void xdotool(const QStringList &args);
-    static void clickAt(QPoint global);
-    void press(const char *outlet);
-    static QMenu *sharePicker();
+    void press(const char *outlet)
+    {
+        ActionButton *button = f.button(QLatin1String(outlet));
+        QVERIFY2(button && button->isVisible() && button->isEnabled(), outlet);
+        clickAt(button->mapToGlobal(button->rect().center()));
+    }
+    static QMenu *sharePicker()
+    {
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
+                return qobject_cast<QMenu *>(w);
+        return nullptr;
+    }
 
     std::unique_ptr<CupsSandbox> m_cups;
     std::unique_ptr<StubDesktop> m_desktop;
     std::unique_ptr<FreedesktopMail> m_mail;
     std::unique_ptr<FreedesktopShare> m_share;
     CupsPrint m_print;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
+    LaunchedFixture f;
     QString m_pdf;
     QProcess m_source;
 };
-
-void SendingEndToEndTest::xdotool(const QStringList &args)
-{
-    QProcess process;
-    process.start(QStringLiteral("xdotool"), args);
-    QVERIFY(process.waitForFinished(5000) && process.exitCode() == 0);
-}
-
-void SendingEndToEndTest::clickAt(QPoint global)
-{
-    xdotool({"mousemove", QString::number(global.x()), QString::number(global.y()), "click", "1"});
-}
-
-void SendingEndToEndTest::press(const char *outlet)
-{
-    ActionButton *button = m_app->window->contentView()->findChild<ActionButton *>(QLatin1String(outlet));
-    QVERIFY2(button && button->isVisible() && button->isEnabled(), outlet);
-    clickAt(button->mapToGlobal(button->rect().center()));
-}
-
-QMenu *SendingEndToEndTest::sharePicker()
-{
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
-            return qobject_cast<QMenu *>(w);
-    return nullptr;
-}
 
 QTEST_MAIN(SendingEndToEndTest)
 #include "tst_sending_e2e.moc"

@@ -202,16 +202,14 @@ private Q_SLOTS:
 
 private:
     // A new drag of `source`, once the pasteboard saw it.
-    void startDrag(Source &source);
+    void startDrag(Source &source)
+    {
+        QSignalSpy changed(m_x11->pasteboard.get(), &DragPasteboard::changed);
+        source.startDrag();
+        QVERIFY(changed.wait(2000));
+    }
     std::unique_ptr<X11Desktop> m_x11;
 };
-
-void X11DragPasteboardTest::startDrag(Source &source)
-{
-    QSignalSpy changed(m_x11->pasteboard.get(), &DragPasteboard::changed);
-    source.startDrag();
-    QVERIFY(changed.wait(2000));
-}
 
 QTEST_MAIN(X11DragPasteboardTest)
 #include "tst_x11dragpasteboard.moc"

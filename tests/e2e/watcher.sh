@@ -10,6 +10,7 @@ trap 'leave $pid $src' EXIT
 write_conf
 printf 'notes\n' >"$E2E_HOME/notes.txt"
 log="$E2E_HOME/quaydrop.log"
+out="$E2E_HOME/source.out"
 start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"
 
 # Pressing and moving with no drag raises nothing: XdndSelection never changes hands.
@@ -20,21 +21,12 @@ sleep 0.3
 grep -q "panel 111 shown" "$log" && fail "a press and move without a drag raised the window"
 pass "moving with the button down raises nothing"
 
-# A drag of a file from the source, downward in small steps as a hand moves, until the window is up
-# again (a loaded machine may start the source's drag late): it opens above the pointer.
+# A drag of a file from the source, downward: the window opens above the pointer.
 start_drag() {
-  "$SOURCE" --files "$E2E_HOME/notes.txt" >"$E2E_HOME/source.out" 2>/dev/null &
-  src=$!
-  wait_for "$E2E_HOME/source.out" ready 10 || fail "drag source did not start"
+  start_source --files "$E2E_HOME/notes.txt"
   sleep 0.3
-  local before=$(shown_count)
-  xdotool mousemove 100 100 mousedown 1
-  for _ in $(seq 30); do
-    xdotool mousemove_relative -- 1 4
-    sleep 0.05
-    raised_since "$before" && break
-  done
-  wait_until 5 raised_since "$before" || { cat "$log"; fail "a drag of a file did not raise the window"; }
+  xdotool mousemove 100 100
+  drag_until_raised 1 4 "a drag of a file"
 }
 
 start_drag
@@ -51,8 +43,7 @@ xdotool mousemove_relative -- 0 $((y + 45 - Y))
 sleep 0.2
 xdotool mousemove_relative -- 1 1
 sleep 0.2
-xdotool mouseup 1
-wait_for "$E2E_HOME/source.out" dropped 10 || fail "the drag did not end"
+let_go
 wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "dropping on the raised window showed no panel"; }
 pass "dropping on it shows the document panel"
 kill "$src" 2>/dev/null || true
@@ -66,8 +57,7 @@ read -r x y w h state <<<"$(window_geometry)"
 for _ in 1 2 3 4 5 6; do xdotool mousemove_relative -- 0 40; sleep 0.05; done
 read -r x y w h state <<<"$(window_geometry)"
 [ "$state" = IsViewable ] || fail "the window closed while the drag was still going on"
-xdotool mouseup 1
-wait_for "$E2E_HOME/source.out" dropped 10 || fail "the drag did not end"
+let_go
 for _ in 1 2 3; do xdotool mousemove_relative -- 0 10; sleep 0.05; done
 sleep 0.3
 read -r x y w h state <<<"$(window_geometry)"

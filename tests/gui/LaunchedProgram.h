@@ -20,6 +20,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPointer>
+#include <QProcess>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -133,6 +134,18 @@ inline void deleteLeftoverWindows()
             leftovers.append(w);
     for (const QPointer<QWidget> &w : leftovers)
         delete w.data();
+}
+
+// The real pointer on an X server, through xdotool (XTest): as a hand moves and clicks it.
+inline void xdotool(const QStringList &args)
+{
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), args);
+    QVERIFY(process.waitForFinished(5000) && process.exitCode() == 0);
+}
+inline void clickAt(QPoint global)
+{
+    xdotool({"mousemove", QString::number(global.x()), QString::number(global.y()), "click", "1"});
 }
 
 // What the window tests start from: a folder for the user's files, fake services, the program

@@ -12,6 +12,32 @@
 using DragContent::Kind;
 Q_DECLARE_METATYPE(DragContent::Kind)
 
+// Where the window goes for a drag moving by (dx, dy) at the pointer, on that visible frame (y-up).
+struct Placement
+{
+    qreal dx, dy;
+    QPointF pointer;
+    QRectF visible, frame;
+};
+Q_DECLARE_METATYPE(Placement)
+
+// A drag of these types and files, over and under these applications, in these modes: whether the
+// window came up, and whether the drag was taken for one of ours to keep the window for.
+struct WatchedDrag
+{
+    QStringList types, paths;
+    QString appUnderPointer, frontmost;
+    bool hotKeyMode, allButFileManager, raised, counted;
+};
+Q_DECLARE_METATYPE(WatchedDrag)
+
+struct DragStart
+{
+    QStringList types;
+    bool heldInOurOwnWindow, droppedBeforeTheAnswer, staysOnceKnown;
+};
+Q_DECLARE_METATYPE(DragStart)
+
 class DragWatchTest : public QObject
 {
     Q_OBJECT
@@ -27,46 +53,36 @@ private Q_SLOTS:
 
     void besidePointer_data()
     {
-        QTest::addColumn<qreal>("dx");
-        QTest::addColumn<qreal>("dy");
-        QTest::addColumn<QPointF>("pointer");
-        QTest::addColumn<QRectF>("visible");
-        QTest::addColumn<QRectF>("frame");
+        QTest::addColumn<Placement>("p");
         // y-up: a 1440 by 870 visible frame; a second screen left of it, lower, with negative x.
         const QRectF screen(0, 0, 1440, 870);
         const QRectF left(-1024, 100, 1024, 768);
-        QTest::newRow("middle, downward: above") << 0.0 << 4.0 << QPointF(700, 400) << screen << QRectF(655, 490, 90, 90);
-        QTest::newRow("middle, upward: below") << 0.0 << -4.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
-        QTest::newRow("sideways counts as upward") << 5.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 210, 90, 90);
-        QTest::newRow("hot key: bottom edge at the pointer") << 0.0 << 0.0 << QPointF(700, 400) << screen << QRectF(655, 400, 90, 90);
-        QTest::newRow("top edge, downward: below instead") << 0.0 << 4.0 << QPointF(700, 860) << screen << QRectF(655, 680, 90, 90);
-        QTest::newRow("bottom edge, upward: above instead") << 0.0 << -4.0 << QPointF(700, 20) << screen << QRectF(655, 120, 90, 90);
-        QTest::newRow("left edge") << 0.0 << 4.0 << QPointF(5, 400) << screen << QRectF(0, 490, 90, 90);
-        QTest::newRow("right edge") << 0.0 << -4.0 << QPointF(1438, 400) << screen << QRectF(1350, 210, 90, 90);
-        QTest::newRow("top left corner") << 0.0 << 4.0 << QPointF(2, 868) << screen << QRectF(0, 688, 90, 90);
-        QTest::newRow("top right corner") << 3.0 << 1.0 << QPointF(1439, 869) << screen << QRectF(1350, 689, 90, 90);
-        QTest::newRow("bottom left corner") << -3.0 << -1.0 << QPointF(0, 1) << screen << QRectF(0, 101, 90, 90);
-        QTest::newRow("bottom right corner") << 2.0 << 0.0 << QPointF(1439, 1) << screen << QRectF(1350, 101, 90, 90);
-        QTest::newRow("hot key at the top edge") << 0.0 << 0.0 << QPointF(700, 860) << screen << QRectF(655, 769, 90, 90);
-        QTest::newRow("on a screen left of the primary") << 0.0 << 4.0 << QPointF(-500, 500) << left << QRectF(-545, 590, 90, 90);
-        QTest::newRow("that screen's top edge") << 0.0 << 4.0 << QPointF(-1000, 860) << left << QRectF(-1024, 680, 90, 90);
-        QTest::newRow("too low for above or below: right") << 0.0 << 4.0 << QPointF(700, 75) << QRectF(0, 0, 1440, 150)
-                                                           << QRectF(745, 30, 90, 90);
-        QTest::newRow("and at the right edge: left") << 0.0 << 4.0 << QPointF(1430, 75) << QRectF(0, 0, 1440, 150)
-                                                     << QRectF(1295, 30, 90, 90);
+        QTest::newRow("middle, downward: above") << Placement{0.0, 4.0, {700, 400}, screen, {655, 490, 90, 90}};
+        QTest::newRow("middle, upward: below") << Placement{0.0, -4.0, {700, 400}, screen, {655, 210, 90, 90}};
+        QTest::newRow("sideways counts as upward") << Placement{5.0, 0.0, {700, 400}, screen, {655, 210, 90, 90}};
+        QTest::newRow("hot key: bottom edge at the pointer") << Placement{0.0, 0.0, {700, 400}, screen, {655, 400, 90, 90}};
+        QTest::newRow("top edge, downward: below instead") << Placement{0.0, 4.0, {700, 860}, screen, {655, 680, 90, 90}};
+        QTest::newRow("bottom edge, upward: above instead") << Placement{0.0, -4.0, {700, 20}, screen, {655, 120, 90, 90}};
+        QTest::newRow("left edge") << Placement{0.0, 4.0, {5, 400}, screen, {0, 490, 90, 90}};
+        QTest::newRow("right edge") << Placement{0.0, -4.0, {1438, 400}, screen, {1350, 210, 90, 90}};
+        QTest::newRow("top left corner") << Placement{0.0, 4.0, {2, 868}, screen, {0, 688, 90, 90}};
+        QTest::newRow("top right corner") << Placement{3.0, 1.0, {1439, 869}, screen, {1350, 689, 90, 90}};
+        QTest::newRow("bottom left corner") << Placement{-3.0, -1.0, {0, 1}, screen, {0, 101, 90, 90}};
+        QTest::newRow("bottom right corner") << Placement{2.0, 0.0, {1439, 1}, screen, {1350, 101, 90, 90}};
+        QTest::newRow("hot key at the top edge") << Placement{0.0, 0.0, {700, 860}, screen, {655, 769, 90, 90}};
+        QTest::newRow("on a screen left of the primary") << Placement{0.0, 4.0, {-500, 500}, left, {-545, 590, 90, 90}};
+        QTest::newRow("that screen's top edge") << Placement{0.0, 4.0, {-1000, 860}, left, {-1024, 680, 90, 90}};
+        QTest::newRow("too low for above or below: right") << Placement{0.0, 4.0, {700, 75}, {0, 0, 1440, 150}, {745, 30, 90, 90}};
+        QTest::newRow("and at the right edge: left") << Placement{0.0, 4.0, {1430, 75}, {0, 0, 1440, 150}, {1295, 30, 90, 90}};
     }
 
     void besidePointer()
     {
-        QFETCH(qreal, dx);
-        QFETCH(qreal, dy);
-        QFETCH(QPointF, pointer);
-        QFETCH(QRectF, visible);
-        QFETCH(QRectF, frame);
-        const QRectF placed = DropHereGeometry::besidePointer(dx, dy, pointer, visible);
-        QCOMPARE(placed, frame);
-        QVERIFY(visible.contains(placed));
-        QVERIFY(!DropHereGeometry::coversPointer(placed, pointer));
+        QFETCH(Placement, p);
+        const QRectF placed = DropHereGeometry::besidePointer(p.dx, p.dy, p.pointer, p.visible);
+        QCOMPARE(placed, p.frame);
+        QVERIFY(p.visible.contains(placed));
+        QVERIFY(!DropHereGeometry::coversPointer(placed, p.pointer));
     }
 
     void keepOpenRectangles_data()
@@ -162,80 +178,58 @@ private Q_SLOTS:
 
     void handler_data()
     {
-        QTest::addColumn<QStringList>("types");
-        QTest::addColumn<QStringList>("paths");
-        QTest::addColumn<QString>("appUnderPointer");
-        QTest::addColumn<QString>("frontmost");
-        QTest::addColumn<bool>("hotKeyMode");
-        QTest::addColumn<bool>("allButFileManager");
-        QTest::addColumn<bool>("raised");
-        QTest::addColumn<bool>("counted"); // the drag raised the flag of this drag
+        QTest::addColumn<WatchedDrag>("d");
         const QStringList files{"text/uri-list"};
         const QStringList file{QStringLiteral(QD_TEST_FILE)};
-        QTest::newRow("a file") << files << file << "org.gnome.gedit" << "" << false << false << true << true;
-        QTest::newRow("text") << QStringList{"text/plain"} << QStringList() << "" << "" << false << false << true << true;
-        QTest::newRow("source that does not say") << QStringList() << QStringList() << "" << "" << false << false << true << true;
-        QTest::newRow("unknown type") << QStringList{"application/x-foo"} << QStringList() << "" << "" << false << false << false << false;
-        QTest::newRow("link without image") << files << QStringList() << "" << "" << false << false << false << false;
-        QTest::newRow("lone volume") << files << QStringList{"/media/someone/STICK"} << "" << "" << false << false << false << false;
-        QTest::newRow("over an image editor") << files << file << "org.gimp.GIMP" << "" << false << false << false << false;
-        QTest::newRow("image editor in front") << files << file << "" << "org.kde.krita" << false << false << false << false;
-        QTest::newRow("image editor, hot-key mode") << files << file << "org.gimp.GIMP" << "" << true << false << false << true;
-        QTest::newRow("excluded by the user") << files << file << "org.example.Excluded" << "" << false << false << false << false;
-        QTest::newRow("all but the file manager: elsewhere") << files << file << "org.gnome.gedit" << "" << false << true << false << false;
-        QTest::newRow("all but the file manager: over it") << files << file << "org.gnome.Nautilus" << "" << false << true << true << true;
-        QTest::newRow("all but the file manager: over nothing") << files << file << "" << "" << false << true << false << false;
+        QTest::newRow("a file") << WatchedDrag{files, file, "org.gnome.gedit", "", false, false, true, true};
+        QTest::newRow("text") << WatchedDrag{QStringList{"text/plain"}, {}, "", "", false, false, true, true};
+        QTest::newRow("source that does not say") << WatchedDrag{{}, {}, "", "", false, false, true, true};
+        QTest::newRow("unknown type") << WatchedDrag{QStringList{"application/x-foo"}, {}, "", "", false, false, false, false};
+        QTest::newRow("link without image") << WatchedDrag{files, {}, "", "", false, false, false, false};
+        QTest::newRow("lone volume") << WatchedDrag{files, QStringList{"/media/someone/STICK"}, "", "", false, false, false, false};
+        QTest::newRow("over an image editor") << WatchedDrag{files, file, "org.gimp.GIMP", "", false, false, false, false};
+        QTest::newRow("image editor in front") << WatchedDrag{files, file, "", "org.kde.krita", false, false, false, false};
+        QTest::newRow("image editor, hot-key mode") << WatchedDrag{files, file, "org.gimp.GIMP", "", true, false, false, true};
+        QTest::newRow("excluded by the user") << WatchedDrag{files, file, "org.example.Excluded", "", false, false, false, false};
+        QTest::newRow("all but the file manager: elsewhere") << WatchedDrag{files, file, "org.gnome.gedit", "", false, true, false, false};
+        QTest::newRow("all but the file manager: over it") << WatchedDrag{files, file, "org.gnome.Nautilus", "", false, true, true, true};
+        QTest::newRow("all but the file manager: over nothing") << WatchedDrag{files, file, "", "", false, true, false, false};
     }
 
     void handler()
     {
-        QFETCH(QStringList, types);
-        QFETCH(QStringList, paths);
-        QFETCH(QString, appUnderPointer);
-        QFETCH(QString, frontmost);
-        QFETCH(bool, hotKeyMode);
-        QFETCH(bool, allButFileManager);
-        QFETCH(bool, raised);
-        QFETCH(bool, counted);
+        QFETCH(WatchedDrag, d);
         QDir().mkpath(Utils::QDappSupportPath());
         QVERIFY(Plist::writeFileAtomically(Utils::QDappSupportPath() + QStringLiteral("/exclAppList.plist"),
                                            QStringList{"org.example.Excluded"}).ok());
-        SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, hotKeyMode);
-        SettingsStore::shared().setBool(SettingsKey::ExclAllButFinder, allButFileManager);
-        f.fakes->windows.appUnderPointer = appUnderPointer;
-        f.fakes->windows.frontmost = frontmost;
-        drag(types, paths);
-        QCOMPARE(f.app->windowIsVsbl(), raised);
-        QCOMPARE(f.app->mouseDraggedBool, counted);
+        SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, d.hotKeyMode);
+        SettingsStore::shared().setBool(SettingsKey::ExclAllButFinder, d.allButFileManager);
+        f.fakes->windows.appUnderPointer = d.appUnderPointer;
+        f.fakes->windows.frontmost = d.frontmost;
+        drag(d.types, d.paths);
+        QCOMPARE(f.app->windowIsVsbl(), d.raised);
+        QCOMPARE(f.app->mouseDraggedBool, d.counted); // the drag raised the flag of this drag
         QCOMPARE(f.app->myPbrdChangeCount, f.fakes->drag.changeCount()); // looked at once, whatever came of it
     }
 
     void raisedAtTheDragsStart_data()
     {
-        QTest::addColumn<QStringList>("types");
-        QTest::addColumn<bool>("heldInOurOwnWindow");
-        QTest::addColumn<bool>("droppedBeforeTheAnswer");
-        QTest::addColumn<bool>("staysOnceKnown");
-        QTest::newRow("text") << QStringList{"text/plain"} << false << false << true;
-        QTest::newRow("a source that does not say: judged at the drop") << QStringList() << false << false << true;
-        QTest::newRow("an image out of a browser") << QStringList{"text/x-moz-url", "text/plain", "XdndDirectSave0",
-                                                                  "application/octet-stream"}
-                                                   << false << false << true;
-        QTest::newRow("a web link: goes once known") << QStringList{"text/x-moz-url", "text/plain", "text/html"} << false << false
-                                                    << false;
-        QTest::newRow("unknown type: goes once known") << QStringList{"application/x-foo"} << false << false << false;
-        QTest::newRow("unknown type, but the drop came first") << QStringList{"application/x-foo"} << false << true << true;
-        QTest::newRow("a press in our own window") << QStringList{"text/plain"} << true << false << false;
+        QTest::addColumn<DragStart>("row");
+        QTest::newRow("text") << DragStart{{"text/plain"}, false, false, true};
+        QTest::newRow("a source that does not say: judged at the drop") << DragStart{{}, false, false, true};
+        QTest::newRow("an image out of a browser") << DragStart{{"text/x-moz-url", "text/plain", "XdndDirectSave0", "application/octet-stream"}, false, false, true};
+        QTest::newRow("a web link: goes once known") << DragStart{{"text/x-moz-url", "text/plain", "text/html"}, false, false, false};
+        QTest::newRow("unknown type: goes once known") << DragStart{{"application/x-foo"}, false, false, false};
+        QTest::newRow("unknown type, but the drop came first") << DragStart{{"application/x-foo"}, false, true, true};
+        QTest::newRow("a press in our own window") << DragStart{{"text/plain"}, true, false, false};
     }
 
     // The drag's start (a new owner of the drag selection) raises the window by itself, with the button
     // held and no motion since; what is dragged is learnt with the window up.
     void raisedAtTheDragsStart()
     {
-        QFETCH(QStringList, types);
-        QFETCH(bool, heldInOurOwnWindow);
-        QFETCH(bool, droppedBeforeTheAnswer);
-        QFETCH(bool, staysOnceKnown);
+        QFETCH(DragStart, row);
+        const auto &[types, heldInOurOwnWindow, droppedBeforeTheAnswer, staysOnceKnown] = row;
         f.fakes->pointer.held = PointerDrag{!heldInOurOwnWindow, QPointF(400, 300), 1, 6};
         f.fakes->drag.answerLater = true;
         f.fakes->drag.startDrag(types);
@@ -271,7 +265,7 @@ private Q_SLOTS:
         QVERIFY(f.app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
     }
 
-    void oneRaisePerDrag()
+    void oneRaisePerDragAndADragElsewhereDismissesAPanel()
     {
         drag({"text/plain"});
         QVERIFY(f.app->windowIsVsbl());
@@ -280,11 +274,7 @@ private Q_SLOTS:
         QVERIFY(!f.app->windowIsVsbl());
         drag({"text/plain"}); // a new drag
         QVERIFY(f.app->windowIsVsbl());
-    }
-
-    void aDragElsewhereDismissesAPanel()
-    {
-        drag({"text/plain"});
+        // With a panel up, the drag going on far away dismisses it.
         f.app->filePathsArr = {QStringLiteral(QD_TEST_FILE)};
         f.app->showPanelWithIndex(DropPanelDefault);
         f.fakes->pointer.drag(QPointF(900, 700), 5, 5);
@@ -312,16 +302,14 @@ private Q_SLOTS:
     }
 
 private:
-    void drag(const QStringList &types, const QStringList &paths = {});
+    void drag(const QStringList &types, const QStringList &paths = {})
+    {
+        f.fakes->drag.startDrag(types, paths);
+        f.fakes->pointer.drag(QPointF(400, 300), 3, 4);
+    }
 
     LaunchedFixture f;
 };
-
-void DragWatchTest::drag(const QStringList &types, const QStringList &paths)
-{
-    f.fakes->drag.startDrag(types, paths);
-    f.fakes->pointer.drag(QPointF(400, 300), 3, 4);
-}
 
 QTEST_MAIN(DragWatchTest)
 #include "tst_dragwatch.moc"

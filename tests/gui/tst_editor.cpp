@@ -1,19 +1,37 @@
 // The crop and rotate editor's window, offscreen: opening, the number fields' rules, the keys, quarter
 // turns swapping the fields, crops in pixels, the resize popover, revert (also when the file is gone),
-// a one-pixel picture, and files that are refused. Saving and painting: tst_editor_saving.
+// a one-pixel picture, files that are refused; saving beside the source under free names or through
+// the save dialog, the notification, closing after a save, undo and redo of strokes, strokes kept
+// through a window resize, a second picture waiting for unsaved changes, a folder that cannot be
+// written, sharing, and the way in from the image panel's crop button.
 
 #include "EditorCase.h"
 
+#include "core/overlays/ImgResizeOverlayVC.h"
 #include "editor/ui/AKPaintView.h"
 #include "editor/ui/CropSuper.h"
 #include "editor/ui/CropView.h"
 #include "editor/ui/ResizePopover.h"
-#include <QLabel>
-#include <QSlider>
+#include "widgets/Spinner.h"
 
+#include <QFileDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QUndoStack>
+
+#include <unistd.h>
 
 using namespace ImageFixtures;
 using namespace EditorWindowFixtures;
+
+struct KeyPress
+{
+    int key, modifiers;
+    QSize picture;
+    QPointF moved; // of the small frame's origin
+};
+Q_DECLARE_METATYPE(KeyPress)
 
 class EditorTest : public QObject
 {
@@ -91,24 +109,19 @@ private Q_SLOTS:
 
     void keys_data()
     {
-        QTest::addColumn<int>("key");
-        QTest::addColumn<int>("modifiers");
-        QTest::addColumn<QSize>("picture");
-        QTest::addColumn<QPointF>("moved"); // of the small frame's origin
-        QTest::newRow("right nudges a point") << int(Qt::Key_Right) << int(Qt::NoModifier) << QSize(800, 600) << QPointF(1, 0);
-        QTest::newRow("up nudges a point") << int(Qt::Key_Up) << int(Qt::NoModifier) << QSize(800, 600) << QPointF(0, 1);
-        QTest::newRow("left at the edge stays") << int(Qt::Key_Left) << int(Qt::NoModifier) << QSize(800, 600) << QPointF(0, 0);
-        QTest::newRow("return crops") << int(Qt::Key_Return) << int(Qt::NoModifier) << QSize(400, 300) << QPointF();
-        QTest::newRow("ctrl+right turns") << int(Qt::Key_Right) << int(Qt::ControlModifier) << QSize(600, 800) << QPointF();
-        QTest::newRow("ctrl+left turns") << int(Qt::Key_Left) << int(Qt::ControlModifier) << QSize(600, 800) << QPointF();
+        QTest::addColumn<KeyPress>("row");
+        QTest::newRow("right nudges a point") << KeyPress{int(Qt::Key_Right), int(Qt::NoModifier), QSize(800, 600), QPointF(1, 0)};
+        QTest::newRow("up nudges a point") << KeyPress{int(Qt::Key_Up), int(Qt::NoModifier), QSize(800, 600), QPointF(0, 1)};
+        QTest::newRow("left at the edge stays") << KeyPress{int(Qt::Key_Left), int(Qt::NoModifier), QSize(800, 600), QPointF(0, 0)};
+        QTest::newRow("return crops") << KeyPress{int(Qt::Key_Return), int(Qt::NoModifier), QSize(400, 300), QPointF()};
+        QTest::newRow("ctrl+right turns") << KeyPress{int(Qt::Key_Right), int(Qt::ControlModifier), QSize(600, 800), QPointF()};
+        QTest::newRow("ctrl+left turns") << KeyPress{int(Qt::Key_Left), int(Qt::ControlModifier), QSize(600, 800), QPointF()};
     }
 
     void keys()
     {
-        QFETCH(int, key);
-        QFETCH(int, modifiers);
-        QFETCH(QSize, picture);
-        QFETCH(QPointF, moved);
+        QFETCH(KeyPress, row);
+        const auto &[key, modifiers, picture, moved] = row;
         CropImgWC &e = *c.editor;
         typeInto(e.cropSizeWidthTF, QStringLiteral("400"));
         typeInto(e.cropSizeHeightTF, QStringLiteral("300"));
@@ -252,6 +265,228 @@ private Q_SLOTS:
         // The window already open keeps its picture.
         c.editor->openImage(path, false, false);
         QCOMPARE(c.editor->windowTitle(), QStringLiteral("photo.png"));
+    }
+
+    void savesBesideTheSourceUnderFreeNames()
+    {
+        CropImgWC &e = *c.editor;
+        e.rotateBy90Left();
+        QSignalSpy saved(&e, &CropImgWC::saved);
+        QSignalSpy closed(&e, &CropImgWC::closed);
+        QTest::keyClick(&e, Qt::Key_S, Qt::ControlModifier);
+        QVERIFY(saved.wait(10000));
+        e.saveCropRotateResult();
+        QVERIFY(saved.wait(10000));
+        QCOMPARE(saved.at(0).first().toString(), c.dir.filePath(QStringLiteral("_Quaydrop-photo.png")));
+        QCOMPARE(saved.at(1).first().toString(), c.dir.filePath(QStringLiteral("_Quaydrop-photo 1.png")));
+        QCOMPARE(QImage(saved.at(0).first().toString()).size(), QSize(600, 800));
+        QVERIFY(!e.hasUnsavedChanges());
+        QVERIFY(!e.saveProgrIndic->isSpinning());
+        // The notification names the folder and the file, and shows it on a click.
+        QCOMPARE(c.fakes->notifications.delivered.size(), 2);
+        const auto &note = c.fakes->notifications.delivered.first();
+        QCOMPARE(note.title, Texts::localized("imgSaved"));
+        QCOMPARE(note.body, QStringLiteral("to ../%1/_Quaydrop-photo.png").arg(QDir(c.dir.path()).dirName()));
+        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{saved.at(0).first().toString()});
+        QVERIFY(filesIn(c.dir.path()).filter(QStringLiteral(".quaydrop")).isEmpty()); // no temporary file left
+        // The window stays open after saving unless asked to close.
+        QVERIFY(e.isVisible());
+        e.closeWindafterSaveCheckbox->setChecked(true);
+        e.saveCropRotateResult();
+        QVERIFY(saved.wait(10000));
+        QVERIFY(!e.isVisible());
+        QCOMPARE(closed.count(), 1);
+    }
+
+    void pictureFromAnotherApplicationAsksWhere()
+    {
+        CropImgWC &e = *c.editor;
+        QVERIFY(openAndWait(e, c.photo, true));
+        const QString chosen = c.dir.filePath(QStringLiteral("chosen.png"));
+        // Cancelled first: nothing written, the window stays, the spinner stops.
+        e.saveCropRotateResult();
+        QFileDialog *dialog = nullptr;
+        QVERIFY(QTest::qWaitFor([&] { return (dialog = e.findChild<QFileDialog *>(QStringLiteral("editorSavePanel"))) && dialog->isVisible(); }));
+        QVERIFY(dialog->selectedFiles().value(0).endsWith(QStringLiteral("_Quaydrop-photo.png")));
+        dialog->reject();
+        QVERIFY(QTest::qWaitFor([&] { return !e.saveProgrIndic->isSpinning(); }));
+        QVERIFY(e.isVisible());
+        // Then a name is chosen.
+        QSignalSpy saved(&e, &CropImgWC::saved);
+        e.saveCropRotateResult();
+        QVERIFY(QTest::qWaitFor([&] { return (dialog = e.findChild<QFileDialog *>(QStringLiteral("editorSavePanel"))) && dialog->isVisible(); }));
+        dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->setText(c.dir.filePath(QStringLiteral("chosen")));
+        QMetaObject::invokeMethod(dialog, "accept");
+        QVERIFY(saved.count() == 1 || saved.wait(10000));
+        QCOMPARE(saved.first().first().toString(), chosen);
+        QCOMPARE(QImage(chosen).size(), QSize(800, 600));
+        QVERIFY(!QFile::exists(c.dir.filePath(QStringLiteral("_Quaydrop-photo.png"))));
+    }
+
+    void undoAndRedoStrokes()
+    {
+        CropImgWC &e = *c.editor;
+        e.setPaintMode(true);
+        e.colorChanged(Qt::red);
+        stroke(e.paintView, {{0.1, 0.1}, {0.3, 0.2}, {0.5, 0.2}});
+        e.colorChanged(Qt::blue);
+        stroke(e.paintView, {{0.1, 0.8}, {0.4, 0.8}});
+        QCOMPARE(e.paintView->paintSession.steps().size(), 3);
+        e.undoPressed();
+        QCOMPARE(e.paintView->paintSession.steps().size(), 2);
+        // The controls follow the last segment drawn, a moment after the undo.
+        QTRY_COMPARE(e.paintView->tool.brushColor, (PaintColor{1, 0, 0, 1}));
+        QVERIFY(e.redoBtn->isEnabled());
+        e.redoPressed();
+        QCOMPARE(e.paintView->paintSession.steps().size(), 3);
+        QTRY_COMPARE(e.paintView->tool.brushColor, (PaintColor{0, 0, 1, 1}));
+        e.undoPressed();
+        e.undoPressed();
+        QVERIFY(!e.paintView->hasDrawings());
+        QVERIFY(!e.undoBtn->isEnabled());
+        // A click without a drag paints nothing but is still a step of the history.
+        stroke(e.paintView, {{0.5, 0.5}});
+        QCOMPARE(e.undoStack()->count(), 1);
+        QVERIFY(!e.paintView->hasDrawings());
+    }
+
+    void strokesAreSavedFromPaintModeOnly()
+    {
+        CropImgWC &e = *c.editor;
+        e.setPaintMode(true);
+        e.colorChanged(QColor(255, 0, 255));
+        e.brushSizeChanged(20);
+        stroke(e.paintView, {{0.1, 0.5}, {0.9, 0.5}});
+        QCOMPARE(QImage(savedAndWaited(e)).pixel(400, 300), qRgb(255, 0, 255));
+        e.setPaintMode(false);
+        QCOMPARE(QImage(savedAndWaited(e)).pixel(400, 300), QImage(c.photo).pixel(400, 300));
+    }
+
+    void windowResizeKeepsStrokesOnThePicture()
+    {
+        CropImgWC &e = *c.editor;
+        e.setPaintMode(true);
+        stroke(e.paintView, {{0.25, 0.25}, {0.75, 0.75}});
+        const QImage before = e.paintView->snapshotWithSize(QSize(400, 300));
+        e.resize(e.width() + 200, e.height() + 100);
+        QTRY_COMPARE(QRectF(e.paintView->geometry()), e.cropSuper->fromYUp(e.getImgRectInsideImgView()).toRect());
+        e.paintView->syncLayer();
+        // Drawn at the same size, the strokes are where they were on the picture.
+        QCOMPARE(e.paintView->snapshotWithSize(QSize(400, 300)), before);
+    }
+
+    void secondPictureWaitsForUnsavedChanges()
+    {
+        CropImgWC &e = *c.editor;
+        const QString other = c.image(QStringLiteral("other.png"), picture(300, 200));
+        e.rotateBy90right();
+        e.openImage(other, false, false);
+        QMessageBox *box = visibleAlert(QStringLiteral("unsavedChangesAlert"));
+        QVERIFY(box);
+        box->reject(); // keep editing
+        QCOMPARE(e.windowTitle(), QStringLiteral("photo.png"));
+        QCOMPARE(e.pixelSize(), QSize(600, 800));
+        e.openImage(other, false, false);
+        box = visibleAlert(QStringLiteral("unsavedChangesAlert"));
+        QVERIFY(box);
+        QSignalSpy ready(&e, &CropImgWC::pictureReady);
+        for (QAbstractButton *b : box->buttons())
+            if (b->text() == Texts::localized("editorDiscard"))
+                b->click();
+        QVERIFY(ready.count() == 1 || ready.wait(10000));
+        QCOMPARE(e.windowTitle(), QStringLiteral("other.png"));
+        QCOMPARE(e.pixelSize(), QSize(300, 200));
+        QVERIFY(filesIn(c.dir.path()).filter(QStringLiteral("_Quaydrop")).isEmpty());
+    }
+
+    void unwritableFolderKeepsThePicture()
+    {
+        QDir(c.dir.path()).mkdir(QStringLiteral("locked"));
+        const QString folder = c.dir.filePath(QStringLiteral("locked"));
+        const QString file = folder + QStringLiteral("/shot.png");
+        QVERIFY(write(file, encoded(quarters(200, 100), "png")));
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::ExeOwner);
+        const bool writable = QFileInfo(folder).isWritable();
+        if (writable && ::geteuid() == 0) {
+            QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+            QSKIP("root writes anywhere; this case runs again unprivileged");
+        }
+        CropImgWC &e = *c.editor;
+        QVERIFY(openAndWait(e, file));
+        e.rotateBy90right();
+        e.saveCropRotateResult();
+        QMessageBox *box = nullptr;
+        QVERIFY(QTest::qWaitFor([&] { return (box = visibleAlert(QStringLiteral("saveFailedAlert"))) != nullptr; }));
+        QVERIFY(box->informativeText().contains(QStringLiteral("ermission")));
+        box->reject();
+        QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QCOMPARE(e.pixelSize(), QSize(100, 200)); // nothing lost
+        QVERIFY(e.hasUnsavedChanges());
+        QCOMPARE(filesIn(folder), QStringList{QStringLiteral("shot.png")});
+    }
+
+    void sharingHandsOverACopy()
+    {
+        CropImgWC &e = *c.editor;
+        QVERIFY(!e.shareCWimgBtn->isHidden());
+        e.rotateBy90right();
+        e.showSharePopCW();
+        QMenu *menu = nullptr;
+        QVERIFY(QTest::qWaitFor([&] { return (menu = e.findChild<QMenu *>(QStringLiteral("sharePicker"))) != nullptr; }));
+        // The copy is in the temporary folder: what would point there (Save as, file links) is not offered.
+        QVERIFY(!menu->findChild<QAction *>(QStringLiteral("copy-links")));
+        QVERIFY(!menu->findChild<QAction *>(QStringLiteral("save-as")));
+        QAction *device = menu->findChild<QAction *>(QStringLiteral("kdeconnect:abc"));
+        QVERIFY(device);
+        device->trigger();
+        QTRY_COMPARE(c.fakes->share.shared.size(), 1);
+        const QString path = QUrl(c.fakes->share.shared.first().second.value(0)).toLocalFile();
+        QCOMPARE(QFileInfo(path).fileName(), QStringLiteral("photo.png")); // the source's name
+        QVERIFY(Utils::isInTempFileOperationsFolder(path));
+        QCOMPARE(QImage(path).size(), QSize(600, 800)); // the picture as it stands
+        // Without a share service or a mail program the button is not offered.
+        Platform::install({});
+        CropImgWC fresh;
+        QVERIFY(openAndWait(fresh, c.photo));
+        QVERIFY(fresh.shareCWimgBtn->isHidden());
+    }
+
+    void cropButtonOfTheImagePanelOpensTheEditor()
+    {
+        c.editor.reset();
+        const auto app = launchedOn(*c.fakes);
+        dropOnWindow(*app, {c.photo});
+        panelButton(*app, QStringLiteral("resizeImgBtn"))->click();
+        QVERIFY(app->isModalOverlayVisible());
+        app->imgResizeVC->cropRotateBtn->click();
+        CropImgWC *editor = app->cropEditor();
+        QVERIFY(editor && editor->isVisible());
+        QCOMPARE(app->cropRotateWC.data(), editor);
+        QVERIFY(!app->windowIsVsbl()); // the drop window made way
+        QVERIFY(editor->ensureFullPicture());
+        QCOMPARE(editor->windowTitle(), QStringLiteral("photo.png"));
+        // A crop, a quarter turn and a few strokes, saved beside the photo.
+        typeInto(editor->cropSizeWidthTF, QStringLiteral("400"));
+        typeInto(editor->cropSizeHeightTF, QStringLiteral("300"));
+        editor->cropImage();
+        editor->rotateBy90right();
+        editor->setPaintMode(true);
+        editor->colorChanged(QColor(255, 255, 0));
+        editor->brushSizeChanged(12);
+        stroke(editor->paintView, {{0.5, 0.1}, {0.5, 0.5}, {0.5, 0.9}});
+        QSignalSpy saved(editor, &CropImgWC::saved);
+        editor->saveCropRotateResult();
+        QVERIFY(saved.wait(10000));
+        const QString written = c.dir.filePath(QStringLiteral("_Quaydrop-photo.png"));
+        QCOMPARE(saved.first().first().toString(), written);
+        const QImage result(written);
+        QCOMPARE(result.size(), QSize(300, 400));
+        QCOMPARE(result.pixel(150, 200), qRgb(255, 255, 0));
+        // The bottom left quarter (blue), turned right, lies at the top left.
+        QCOMPARE(result.pixel(20, 20), qRgb(0, 0, 255));
+        // Closed after saving; the controller lets go of it.
+        QVERIFY(!editor->isVisible());
+        QVERIFY(app->cropRotateWC.isNull());
     }
 
 private:

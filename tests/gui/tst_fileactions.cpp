@@ -1,19 +1,67 @@
 // The file actions through the window: what each button and overlay makes on disk, what it credits,
-// and the notifications with their Show and Undo.
+// and the notifications with their Show and Undo; mail and share through the window's buttons: what
+// reaches the mail program, which targets the share menu offers and what each does. (Printing from the
+// panel onto a real CUPS queue: tst_sending_e2e.)
 
 #include "LaunchedProgram.h"
 
+#include "core/overlays/FileOverlays.h"
+#include "core/overlays/OverlayControllers.h"
 #include "core/window/ActionPanelView.h"
 #include "core/window/BusyView.h"
-#include "core/overlays/FileOverlays.h"
 #include "fileops/actions/TrashJob.h"
 #include "fileops/ui/ZipProgressWindow.h"
+#include "sending/FileUris.h"
 
 #include <QCheckBox>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
+
+struct NewItem
+{
+    QStringList items;
+    QString panelButton, kindButton, typed, expected;
+    quint64 credit;
+};
+Q_DECLARE_METATYPE(NewItem)
+
+struct Zipped
+{
+    QStringList items;
+    QString buttonName, archive;
+    quint64 credit;
+};
+Q_DECLARE_METATYPE(Zipped)
+
+struct Mailed
+{
+    QStringList files;
+    QString text, button;
+    QString mailto; // what a dropped text becomes
+};
+Q_DECLARE_METATYPE(Mailed)
+
+struct Undoable
+{
+    QString panelButton;
+    QString field; // of the overlay that asks, empty when none does
+    QString typed;
+    QStringList expected; // where the two items are then, relative to the tree
+};
+Q_DECLARE_METATYPE(Undoable)
+
+struct ShareMenu
+{
+    QStringList files;
+    QString button;
+    bool mailClient;
+    QStringList entries;
+    QString pick;
+};
+Q_DECLARE_METATYPE(ShareMenu)
 
 class FileActionsTest : public QObject
 {
@@ -21,26 +69,24 @@ class FileActionsTest : public QObject
 private Q_SLOTS:
     void initTestCase() { englishTestMode(); }
 
-    void init() { f.launch(); }
+    void init()
+    {
+        f.launch([](FakePlatform &fakes) { fakes.share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}}; });
+    }
     void cleanup() { f.close(); }
 
     void zipButtonWritesTheArchiveAndCredits_data()
     {
-        QTest::addColumn<QStringList>("items");
-        QTest::addColumn<QString>("buttonName");
-        QTest::addColumn<QString>("archive");
-        QTest::addColumn<quint64>("credit");
-        QTest::newRow("a document") << QStringList{"a.b.txt"} << "zipDocBtn" << "a.b.zip" << quint64(2);
-        QTest::newRow("a folder") << QStringList{"Photos/", "Photos/p.jpg"} << "zipBtn" << "Photos.zip" << quint64(2);
-        QTest::newRow("several files") << QStringList{"x.bin", "y.bin"} << "zipMultiBtn" << "QuaydropZip.zip" << quint64(7);
+        QTest::addColumn<Zipped>("row");
+        QTest::newRow("a document") << Zipped{{"a.b.txt"}, "zipDocBtn", "a.b.zip", 2};
+        QTest::newRow("a folder") << Zipped{{"Photos/", "Photos/p.jpg"}, "zipBtn", "Photos.zip", 2};
+        QTest::newRow("several files") << Zipped{{"x.bin", "y.bin"}, "zipMultiBtn", "QuaydropZip.zip", 7};
     }
 
     void zipButtonWritesTheArchiveAndCredits()
     {
-        QFETCH(QStringList, items);
-        QFETCH(QString, buttonName);
-        QFETCH(QString, archive);
-        QFETCH(quint64, credit);
+        QFETCH(Zipped, row);
+        const auto &[items, buttonName, archive, credit] = row;
         QStringList dropped;
         for (const QString &item : items) {
             const QString made = make(item);
@@ -67,30 +113,17 @@ private Q_SLOTS:
 
     void newItemFromTheOverlay_data()
     {
-        QTest::addColumn<QStringList>("items");
-        QTest::addColumn<QString>("panelButton");
-        QTest::addColumn<QString>("kindButton");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("expected");
-        QTest::addColumn<quint64>("credit");
-        QTest::newRow("text beside a document") << QStringList{"a.txt"} << "createNewDocBtn" << "createTextDocumentAction" << ""
-                                                << "_NewTextFile.txt" << quint64(10);
-        QTest::newRow("folder inside a dropped folder") << QStringList{"box/"} << "createNewBtn" << "createFolderBtnAction"
-                                                        << "Inner" << "box/Inner" << quint64(3);
-        QTest::newRow("workbook for several") << QStringList{"x", "y"} << "createFileMultiBtn" << "createExcelSheet" << ""
-                                              << "_NewWorkbook.xlsx" << quint64(10);
-        QTest::newRow("OpenDocument text") << QStringList{"p.png"} << "createNewFImgBtn" << "createOdfText" << "Plan"
-                                           << "Plan.odt" << quint64(10);
+        QTest::addColumn<NewItem>("row");
+        QTest::newRow("text beside a document") << NewItem{{"a.txt"}, "createNewDocBtn", "createTextDocumentAction", "", "_NewTextFile.txt", 10};
+        QTest::newRow("folder inside a dropped folder") << NewItem{{"box/"}, "createNewBtn", "createFolderBtnAction", "Inner", "box/Inner", 3};
+        QTest::newRow("workbook for several") << NewItem{{"x", "y"}, "createFileMultiBtn", "createExcelSheet", "", "_NewWorkbook.xlsx", 10};
+        QTest::newRow("OpenDocument text") << NewItem{{"p.png"}, "createNewFImgBtn", "createOdfText", "Plan", "Plan.odt", 10};
     }
 
     void newItemFromTheOverlay()
     {
-        QFETCH(QStringList, items);
-        QFETCH(QString, panelButton);
-        QFETCH(QString, kindButton);
-        QFETCH(QString, typed);
-        QFETCH(QString, expected);
-        QFETCH(quint64, credit);
+        QFETCH(NewItem, row);
+        const auto &[items, panelButton, kindButton, typed, expected, credit] = row;
         QStringList dropped;
         for (const QString &item : items)
             dropped.append(make(item));
@@ -135,21 +168,16 @@ private Q_SLOTS:
 
     void undoableActions_data()
     {
-        QTest::addColumn<QString>("panelButton");
-        QTest::addColumn<QString>("field"); // of the overlay that asks, empty when none does
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QStringList>("expected"); // where the two items are then, relative to the tree
-        QTest::newRow("into folder") << "moveToOneFoldBtn" << "folderNameTF" << "Box" << QStringList{"Box/a.jpg", "Box/b.jpg"};
-        QTest::newRow("rename") << "renameMultiBtn" << "renameNameTF" << "Trip" << QStringList{"Trip.jpg", "Trip 1.jpg"};
-        QTest::newRow("trash") << "trashMultiBtn" << "" << "" << QStringList{".trash/a.jpg", ".trash/b.jpg"};
+        QTest::addColumn<Undoable>("row");
+        QTest::newRow("into folder") << Undoable{"moveToOneFoldBtn", "folderNameTF", "Box", {"Box/a.jpg", "Box/b.jpg"}};
+        QTest::newRow("rename") << Undoable{"renameMultiBtn", "renameNameTF", "Trip", {"Trip.jpg", "Trip 1.jpg"}};
+        QTest::newRow("trash") << Undoable{"trashMultiBtn", "", "", {".trash/a.jpg", ".trash/b.jpg"}};
     }
 
     void undoableActions()
     {
-        QFETCH(QString, panelButton);
-        QFETCH(QString, field);
-        QFETCH(QString, typed);
-        QFETCH(QStringList, expected);
+        QFETCH(Undoable, row);
+        const auto &[panelButton, field, typed, expected] = row;
         const QStringList dropped{make("a.jpg", "A"), make("b.jpg", "B")};
         QVERIFY(f.dropAndPress(dropped, panelButton));
         if (!field.isEmpty()) {
@@ -185,6 +213,86 @@ private Q_SLOTS:
         QCOMPARE(f.fakes->workspace.revealed.last(), QStringList{dropped.first()});
     }
 
+    void mailButtons_data()
+    {
+        QTest::addColumn<Mailed>("row");
+        QTest::newRow("a document") << Mailed{{"a b&c.txt"}, "", "maildocBtn", ""};
+        QTest::newRow("several files") << Mailed{{"one.bin", "two,2.bin"}, "", "mailMultyBtn", ""};
+        QTest::newRow("a text") << Mailed{{}, "a b&c", "strMailBtn", "mailto:?body=a%20b%26c"};
+    }
+
+    void mailButtons()
+    {
+        QFETCH(Mailed, row);
+        const auto &[files, text, button, mailto] = row;
+        const QStringList paths = this->files(files);
+        drop(paths, text);
+        QVERIFY2(f.button(button), qPrintable(button));
+        f.button(button)->click();
+        if (mailto.isEmpty())
+            QCOMPARE(f.fakes->mail.composed, QList<QStringList>{FileUris::fromPaths(paths)});
+        else
+            QCOMPARE(f.fakes->mail.mailtos, QStringList{mailto});
+        // A mail program that takes no attachments: said, with a button that opens it.
+        if (!mailto.isEmpty())
+            return;
+        f.fakes->mail.client.takesAttachments = false;
+        f.button(button)->click();
+        QTRY_VERIFY(visibleAlert());
+        QCOMPARE(visibleAlert()->text(), Texts::localized("MailAppNOTDefault"));
+        visibleAlert()->findChild<QPushButton *>(QStringLiteral("launchMailAppBtn"))->click();
+        QCOMPARE(f.fakes->mail.launches, 1);
+    }
+
+    void shareMenuOffersWhatIsThere_data()
+    {
+        QTest::addColumn<ShareMenu>("row");
+        QTest::newRow("a document") << ShareMenu{{"doc.txt"}, "airDrDocBtn", true, {"mail", "kdeconnect:abc", "save-as", "copy-links"}, "kdeconnect:abc"};
+        QTest::newRow("no mail program") << ShareMenu{{"doc.txt"}, "airDrDocBtn", false, {"kdeconnect:abc", "save-as", "copy-links"}, "copy-links"};
+        QTest::newRow("several files") << ShareMenu{{"a.bin", "b.bin"}, "airDrMultiBtn", true, {"mail", "kdeconnect:abc", "copy-links"}, "kdeconnect:abc"};
+        QTest::newRow("a text") << ShareMenu{{}, "strOSXShareBtn", true, {"copy-text", "mail", "save-txt", "search", "web:x", "web:facebook"}, "search"};
+    }
+
+    void shareMenuOffersWhatIsThere()
+    {
+        QFETCH(ShareMenu, row);
+        const auto &[files, button, mailClient, entries, pick] = row;
+        if (!mailClient)
+            f.fakes->mail.client = MailClient();
+        const QStringList paths = this->files(files);
+        drop(paths, files.isEmpty() ? QStringLiteral("find me") : QString());
+        QMenu *menu = openMenu(button);
+        QVERIFY(menu);
+        QStringList shown;
+        for (QAction *a : menu->actions())
+            if (!a->isSeparator())
+                shown.append(a->objectName());
+        QCOMPARE(shown, entries);
+        for (QAction *a : menu->actions())
+            if (a->objectName() == pick)
+                a->trigger();
+        if (pick == QLatin1String("kdeconnect:abc"))
+            QTRY_COMPARE(f.fakes->share.shared, (QList<QPair<QString, QStringList>>{{pick, FileUris::fromPaths(paths)}}));
+        else if (pick == QLatin1String("copy-links"))
+            QCOMPARE(QApplication::clipboard()->mimeData()->data(QStringLiteral("text/uri-list")),
+                     (FileUris::fromPaths(paths).join(QStringLiteral("\r\n")) + QStringLiteral("\r\n")).toLatin1());
+        else if (pick == QLatin1String("search"))
+            QCOMPARE(f.fakes->share.searches.value(0).first, QStringLiteral("find me"));
+    }
+
+    void shareOverlayHandsOverTheFirstFile()
+    {
+        const QString path = f.file(QStringLiteral("photo.png"));
+        drop({path});
+        f.app->showOverlayPanel(f.app->imgShareVC);
+        QPushButton *device = f.app->imgShareVC->findChild<QPushButton *>(QStringLiteral("kdeconnect:abc"));
+        QVERIFY(device);
+        QCOMPARE(device->text(), QStringLiteral("Pixel 7 (KDE Connect)"));
+        device->click();
+        QVERIFY(!f.app->isModalOverlayVisible());
+        QTRY_COMPARE(f.fakes->share.shared.value(0).second, FileUris::fromPaths({path}));
+    }
+
 private:
     // A file, or a folder when the name ends in a slash.
     QString make(const QString &relative, const QByteArray &content = "x")
@@ -193,6 +301,35 @@ private:
             return f.file(relative, content);
         QDir().mkpath(f.path(relative));
         return f.path(relative.chopped(1));
+    }
+
+    // These files, or the text when there is one, dropped on the window.
+    void drop(const QStringList &paths, const QString &text = {})
+    {
+        if (text.isEmpty())
+            return f.drop(paths);
+        QMimeData data;
+        data.setText(text);
+        f.app->showDropTargetAt(QPointF(400, 300));
+        f.app->mycustomviewDidGetDrop(&data);
+    }
+    QStringList files(const QStringList &names)
+    {
+        QStringList paths;
+        for (const QString &name : names)
+            paths.append(f.file(name));
+        return paths;
+    }
+    QMenu *openMenu(const QString &name)
+    {
+        ActionButton *b = f.button(name);
+        if (!b)
+            return nullptr;
+        b->click();
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
+                return qobject_cast<QMenu *>(w);
+        return nullptr;
     }
 
     LaunchedFixture f;

@@ -14,6 +14,14 @@
 #include <QPushButton>
 
 
+struct BrowserImage
+{
+    bool directSave;
+    QStringList sourceSaves; // names the source's X Direct Save gives; empty: refuses
+    QString address, written;
+};
+Q_DECLARE_METATYPE(BrowserImage)
+
 class IntakeTest : public QObject
 {
     Q_OBJECT
@@ -131,26 +139,18 @@ private Q_SLOTS:
 
     void anImageOutOfABrowser_data()
     {
-        QTest::addColumn<bool>("directSave");
-        QTest::addColumn<QStringList>("sourceSaves"); // names the source's X Direct Save gives; empty: refuses
-        QTest::addColumn<QString>("address");
-        QTest::addColumn<QString>("written");
+        QTest::addColumn<BrowserImage>("row");
         // Chromium answers X Direct Save with "F", leaving the file to the target from application/octet-stream.
-        QTest::newRow("X Direct Save left to the target") << true << QStringList{"harbour.png"}
-                                                          << "http://127.0.0.1/pics/view.php?id=7" << "harbour.png";
-        QTest::newRow("X Direct Save refused: named from the address") << true << QStringList()
-                                                                       << "http://127.0.0.1/pics/harbour.png" << "harbour.png";
-        QTest::newRow("bytes only: named from the address") << false << QStringList() << "http://127.0.0.1/pics/view.php?id=7"
-                                                             << "view.php.png";
+        QTest::newRow("X Direct Save left to the target") << BrowserImage{true, {"harbour.png"}, "http://127.0.0.1/pics/view.php?id=7", "harbour.png"};
+        QTest::newRow("X Direct Save refused: named from the address") << BrowserImage{true, {}, "http://127.0.0.1/pics/harbour.png", "harbour.png"};
+        QTest::newRow("bytes only: named from the address") << BrowserImage{false, {}, "http://127.0.0.1/pics/view.php?id=7", "view.php.png"};
     }
 
     // An image dragged out of a web page: no file and no image type, only its bytes beside its address.
     void anImageOutOfABrowser()
     {
-        QFETCH(bool, directSave);
-        QFETCH(QStringList, sourceSaves);
-        QFETCH(QString, address);
-        QFETCH(QString, written);
+        QFETCH(BrowserImage, row);
+        const auto &[directSave, sourceSaves, address, written] = row;
         f.fakes->promisedFiles.names = sourceSaves;
         f.fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
         const QByteArray png = pngBytes();
@@ -299,22 +299,20 @@ private Q_SLOTS:
 private:
     QString file(const QString &name, const QByteArray &content = "x") { return f.file(name, content); }
     // Enter, then drop, as the windowing system delivers them; whether the drop was taken.
-    static bool dropOn(QWidget *target, const QMimeData *data);
+    static bool dropOn(QWidget *target, const QMimeData *data)
+    {
+        const QPoint at = target->rect().center();
+        QDragEnterEvent enter(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent drop(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(target, &drop);
+        return drop.isAccepted();
+    }
 
     LaunchedFixture f;
 };
-
-bool IntakeTest::dropOn(QWidget *target, const QMimeData *data)
-{
-    const QPoint at = target->rect().center();
-    QDragEnterEvent enter(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &enter);
-    if (!enter.isAccepted())
-        return false;
-    QDropEvent drop(at, Qt::CopyAction | Qt::LinkAction, data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(target, &drop);
-    return drop.isAccepted();
-}
 
 QTEST_MAIN(IntakeTest)
 #include "tst_intake.moc"

@@ -151,24 +151,22 @@ private:
     {
         return writtenFile(dir + '/' + name, bytes);
     }
-    void dropAndPick(const QStringList &paths, const QString &destination);
+    void dropAndPick(const QStringList &paths, const QString &destination)
+    {
+        f.app->showDropTargetAt(QPointF(300, 300));
+        dropPaths(*f.app, paths);
+        f.app->moveToBtnAction();
+        QVERIFY(f.app->isModalOverlayVisible());
+        // A stored destination is a row of the picker like any other.
+        f.app->moveFileVC->setDestinationsArr({destination});
+        QListView *rows = f.app->moveFileVC->destTablView;
+        const QModelIndex first = rows->model()->index(0, 0);
+        QCOMPARE(first.data(DestinationListModel::PathRole).toString(), destination);
+        QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualRect(first).center());
+    }
 
     LaunchedFixture f;
 };
-
-void MoveCopyUiTest::dropAndPick(const QStringList &paths, const QString &destination)
-{
-    f.app->showDropTargetAt(QPointF(300, 300));
-    dropPaths(*f.app, paths);
-    f.app->moveToBtnAction();
-    QVERIFY(f.app->isModalOverlayVisible());
-    // A stored destination is a row of the picker like any other.
-    f.app->moveFileVC->setDestinationsArr({destination});
-    QListView *rows = f.app->moveFileVC->destTablView;
-    const QModelIndex first = rows->model()->index(0, 0);
-    QCOMPARE(first.data(DestinationListModel::PathRole).toString(), destination);
-    QTest::mouseClick(rows->viewport(), Qt::LeftButton, {}, rows->visualRect(first).center());
-}
 
 QTEST_MAIN(MoveCopyUiTest)
 #include "tst_movecopy_ui.moc"

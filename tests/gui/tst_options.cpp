@@ -1,11 +1,14 @@
 // The tray presence: the options panel's controls and their settings, the status window's place and
-// its comings and goings, the slides, the language switch, and the way back to a hidden icon.
+// its comings and goings, the slides, the language switch, the way back to a hidden icon, and the
+// exclusion list with its picker of installed applications.
 
 #include "LaunchedProgram.h"
 
 #include "core/NotificationCenter.h"
-#include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/ledger/TimeSavedLedger.h"
+#include "core/overlays/ImgResizeOverlayVC.h"
+#include "core/plist/Plist.h"
+#include "menubar/ExclusionListWC.h"
 #include "menubar/options/OptionsRules.h"
 #include "menubar/options/PopMenuContentViewController.h"
 #include "menubar/statusitem/CCNStatusItem.h"
@@ -19,9 +22,12 @@
 #include <QComboBox>
 #include <QKeySequenceEdit>
 #include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QSystemTrayIcon>
 #include <QTimer>
+#include <QToolButton>
 
 namespace {
 
@@ -49,7 +55,17 @@ class OptionsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase() { englishTestMode(); }
+    void initTestCase()
+    {
+        englishTestMode();
+        // Applications for the exclusion list's picker, one of them a hidden helper.
+        const QList<QPair<QString, QString>> apps = {
+            {"org.gimp.GIMP", "GIMP"}, {"org.kde.krita", "Krita"}, {"org.inkscape.Inkscape", "Inkscape"}, {"helper", "Helper"}};
+        for (const auto &[id, name] : apps)
+            writtenFile(m_apps.filePath(id + QStringLiteral(".desktop")),
+                        "[Desktop Entry]\nType=Application\nName=" + name.toUtf8() + "\nExec=" + id.toUtf8() + "\n" +
+                            (id == u"helper" ? "NoDisplay=true\n" : ""));
+    }
 
     void init()
     {
@@ -62,6 +78,7 @@ private Q_SLOTS:
 
     void cleanup()
     {
+        QFile::remove(Utils::pathForExlAppsPlist());
         m_app.reset();
         deleteLeftoverWindows();
         SettingsStore::shared().resetAll();
@@ -433,10 +450,81 @@ private Q_SLOTS:
         QVERIFY(alerts().isEmpty());
     }
 
+    void rowsShowNamesOfTheListedApplications()
+    {
+        QDir().mkpath(Utils::QDappSupportPath());
+        QVERIFY(Plist::writeFileAtomically(Utils::pathForExlAppsPlist(), QStringList{"org.kde.krita", "qd_dragsource"}).ok());
+        ExclusionListWC window(entries());
+        QCOMPARE(window.exclApps, (QStringList{"org.kde.krita", "qd_dragsource"}));
+        // A window class without a desktop file shows as it is.
+        QCOMPARE(shownNames(window), (QStringList{"Krita", "qd_dragsource"}));
+    }
+
+    void pickerAddsInstalledApplications()
+    {
+        Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
+        ExclusionListWC window(entries());
+        window.show();
+        window.chooseApplication();
+        auto *picker = qobject_cast<ApplicationPicker *>(window.picker());
+        QVERIFY(picker);
+        // Listed ones and hidden helpers are not offered; the rest by name.
+        QStringList offered;
+        for (int i = 0; i < picker->list()->count(); ++i)
+            offered.append(picker->list()->item(i)->text());
+        QCOMPARE(offered, (QStringList{"GIMP", "Inkscape"}));
+        picker->filter()->setText(QStringLiteral("ink"));
+        QVERIFY(picker->list()->item(0)->isHidden());
+        QVERIFY(!picker->list()->item(1)->isHidden());
+        picker->list()->item(0)->setSelected(true);
+        picker->list()->item(1)->setSelected(true);
+        picker->accept();
+        QCOMPARE(Utils::exclBndlIDAppsArray(), (QStringList{"org.kde.krita", "org.gimp.GIMP", "org.inkscape.Inkscape"}));
+        QCOMPARE(shownNames(window), (QStringList{"Krita", "GIMP", "Inkscape"}));
+        QVERIFY(!window.picker());
+    }
+
+    void removingAsksFirst()
+    {
+        Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.gimp.GIMP"), false);
+        Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
+        ExclusionListWC window(entries());
+        window.show();
+        const auto answer = [&window](int row, const QString &button) {
+            window.exclTblView->itemWidget(window.exclTblView->item(row))->findChild<QToolButton *>()->click();
+            QMessageBox *question = window.removalQuestion();
+            QVERIFY(question);
+            QCOMPARE(question->informativeText(), window.exclTblView->item(row) ? shownNames(window).at(row) : QString());
+            for (QAbstractButton *b : question->buttons())
+                if (b->text() == button)
+                    b->click();
+        };
+        answer(1, Texts::localized("NO"));
+        QTRY_VERIFY(!window.removalQuestion()); // answered, and gone
+        QCOMPARE(Utils::exclBndlIDAppsArray(), (QStringList{"org.gimp.GIMP", "org.kde.krita"}));
+        answer(1, Texts::localized("YES"));
+        QCOMPARE(Utils::exclBndlIDAppsArray(), QStringList{"org.gimp.GIMP"});
+        QCOMPARE(shownNames(window), QStringList{"GIMP"});
+    }
+
 private:
     std::unique_ptr<FakePlatform> m_fakes;
     std::unique_ptr<AppDelegate> m_app;
     PopMenuContentViewController *panel() const { return m_app->optionsPanel(); }
+    DesktopEntries entries() const { return DesktopEntries::load({m_apps.path()}); }
+    static QStringList shownNames(const ExclusionListWC &window)
+    {
+        QStringList names;
+        for (int i = 0; i < window.exclTblView->count(); ++i) {
+            QWidget *cell = window.exclTblView->itemWidget(window.exclTblView->item(i));
+            const QList<QLabel *> labels = cell->findChildren<QLabel *>();
+            for (const QLabel *label : labels)
+                if (!label->text().isEmpty())
+                    names.append(label->text());
+        }
+        return names;
+    }
+    QTemporaryDir m_apps;
 };
 
 QTEST_MAIN(OptionsTest)

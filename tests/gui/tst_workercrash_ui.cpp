@@ -10,9 +10,9 @@
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "menubar/statusitem/CCNStatusItem.h"
 #include "worker/WorkerPool.h"
+
 #include <QPushButton>
 #include <QSystemTrayIcon>
-
 
 class WorkerCrashTest : public QObject
 {
@@ -28,22 +28,11 @@ private Q_SLOTS:
 
     void init()
     {
-        m_fakes = std::make_unique<FakePlatform>(m_dir.path() + QStringLiteral("/.trash"));
-        m_app = launchedOn(*m_fakes);
+        f.launch();
         // The tray host of the test's X server takes the icon in a moment.
-        QTRY_VERIFY_WITH_TIMEOUT(m_app->livesInTray() && m_app->statusItem()->trayIcon()->isVisible(), 10000);
+        QTRY_VERIFY_WITH_TIMEOUT(f.app->livesInTray() && f.app->statusItem()->trayIcon()->isVisible(), 10000);
     }
-
-    void cleanup()
-    {
-        m_app.reset();
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (qobject_cast<QMessageBox *>(w))
-                delete w;
-        SettingsStore::shared().resetAll();
-        QDir(m_dir.path()).removeRecursively();
-        QDir().mkpath(m_dir.path());
-    }
+    void cleanup() { f.close(); }
 
     void crashFailsTheFileAndTheProgramGoesOn()
     {
@@ -53,23 +42,23 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT((alert = visibleAlert()) != nullptr, 20000);
         QCOMPARE(alert->text(), QStringLiteral("Nothing was written"));
         QCOMPARE(alert->informativeText(), crashing + QStringLiteral(": could not be read: the decoder stopped"));
-        QVERIFY(m_fakes->notifications.delivered.isEmpty());
+        QVERIFY(f.fakes->notifications.delivered.isEmpty());
         QCOMPARE(leftovers(), QStringList());
         delete alert;
 
         // The program, its icon and its window are there as before; the panel is back for the next action.
-        QVERIFY(m_app->livesInTray());
-        QVERIFY(m_app->statusItem()->trayIcon()->isVisible());
-        QTRY_VERIFY(!m_app->emptyContviewIsShown);
-        QVERIFY(m_app->windowIsVsbl());
+        QVERIFY(f.app->livesInTray());
+        QVERIFY(f.app->statusItem()->trayIcon()->isVisible());
+        QTRY_VERIFY(!f.app->emptyContviewIsShown);
+        QVERIFY(f.app->windowIsVsbl());
 
         // The next action starts a fresh worker and writes its picture.
         const QString good = picture(QStringLiteral("Lighthouse.png"));
         convertToJpeg({good}, QStringLiteral("revealImginFinderBtn"));
-        QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
-        QCOMPARE(m_fakes->notifications.delivered.first().title, QStringLiteral("Images converted"));
+        QTRY_COMPARE_WITH_TIMEOUT(int(f.fakes->notifications.delivered.size()), 1, 20000);
+        QCOMPARE(f.fakes->notifications.delivered.first().title, QStringLiteral("Images converted"));
         QCOMPARE(leftovers(), QStringList{QStringLiteral("Lighthouse.jpg")});
-        QCOMPARE(QImage(m_dir.path() + QStringLiteral("/Lighthouse.jpg")).size(), QSize(40, 30));
+        QCOMPARE(QImage(f.dir.path() + QStringLiteral("/Lighthouse.jpg")).size(), QSize(40, 30));
         QVERIFY(!visibleAlert());
     }
 
@@ -78,68 +67,42 @@ private Q_SLOTS:
         const QStringList pictures{picture(QStringLiteral("a.png")), picture(QStringLiteral("b.png"), "QUAYDROP-TEST-ABORT"),
                                    picture(QStringLiteral("c.png"))};
         convertToJpeg(pictures, QStringLiteral("multiConvrtImg"));
-        QTRY_COMPARE_WITH_TIMEOUT(int(m_fakes->notifications.delivered.size()), 1, 20000);
-        const auto &note = m_fakes->notifications.delivered.first();
+        QTRY_COMPARE_WITH_TIMEOUT(int(f.fakes->notifications.delivered.size()), 1, 20000);
+        const auto &note = f.fakes->notifications.delivered.first();
         QCOMPARE(note.title, QStringLiteral("Images converted"));
         // The one picture that failed is named, with the reason.
         QVERIFY2(note.body.contains(QStringLiteral("b.png: could not be read: the decoder stopped")), qPrintable(note.body));
         QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(),
-                 QStringList({m_dir.path() + QStringLiteral("/a.jpg"), m_dir.path() + QStringLiteral("/c.jpg")}));
+                 QStringList({f.dir.path() + QStringLiteral("/a.jpg"), f.dir.path() + QStringLiteral("/c.jpg")}));
         QCOMPARE(leftovers(), QStringList({QStringLiteral("a.jpg"), QStringLiteral("c.jpg")}));
-        QVERIFY(m_app->livesInTray());
+        QVERIFY(f.app->livesInTray());
     }
 
 private:
-    QString picture(const QString &name, const QByteArray &marker = {});
-    void convertToJpeg(const QStringList &paths, const QString &buttonName);
-    QMessageBox *visibleAlert() const;
-    QStringList leftovers() const;
-
-    QTemporaryDir m_dir;
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
-};
-
-QString WorkerCrashTest::picture(const QString &name, const QByteArray &marker)
-{
-    const QString path = m_dir.path() + QChar('/') + name;
     // Bytes after the PNG's end are ignored by every reader; the test worker looks for the marker.
-    ImageFixtures::write(path, ImageFixtures::encoded(ImageFixtures::picture(40, 30), "png") + marker);
-    return path;
-}
-
-void WorkerCrashTest::convertToJpeg(const QStringList &paths, const QString &buttonName)
-{
-    QMimeData data;
-    QList<QUrl> urls;
-    for (const QString &p : paths)
-        urls.append(QUrl::fromLocalFile(p));
-    data.setUrls(urls);
-    m_app->showDropTargetAt(QPointF(400, 300));
-    m_app->mycustomviewDidGetDrop(&data);
-    auto *button = m_app->window->contentView()->findChild<ActionButton *>(buttonName);
-    QVERIFY(button && button->isVisible() && button->isEnabled());
-    QTest::mouseClick(button, Qt::LeftButton);
-    QTRY_VERIFY(m_app->imgConvrtVC && m_app->imgConvrtVC->typeButton(2));
-    QTest::mouseClick(m_app->imgConvrtVC->typeButton(2), Qt::LeftButton); // JPEG
-}
-
-QMessageBox *WorkerCrashTest::visibleAlert() const
-{
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (auto *box = qobject_cast<QMessageBox *>(w); box && box->isVisible())
-            return box;
-    return nullptr;
-}
-
-QStringList WorkerCrashTest::leftovers() const
-{
+    QString picture(const QString &name, const QByteArray &marker = {})
+    {
+        return f.file(name, ImageFixtures::encoded(ImageFixtures::picture(40, 30), "png") + marker);
+    }
+    void convertToJpeg(const QStringList &paths, const QString &buttonName)
+    {
+        f.drop(paths);
+        ActionButton *button = f.button(buttonName);
+        QVERIFY(button && button->isVisible() && button->isEnabled());
+        QTest::mouseClick(button, Qt::LeftButton);
+        QTRY_VERIFY(f.app->imgConvrtVC && f.app->imgConvrtVC->typeButton(2));
+        QTest::mouseClick(f.app->imgConvrtVC->typeButton(2), Qt::LeftButton); // JPEG
+    }
     // Anything beside the pictures: a part file, or output under a final name.
-    QStringList found = QDir(m_dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
-    found.removeIf([](const QString &n) { return n.endsWith(QLatin1String(".png")); });
-    return found;
-}
+    QStringList leftovers() const
+    {
+        QStringList found = QDir(f.dir.path()).entryList(QDir::Files | QDir::Hidden | QDir::NoDotAndDotDot);
+        found.removeIf([](const QString &n) { return n.endsWith(QLatin1String(".png")); });
+        return found;
+    }
+
+    LaunchedFixture f;
+};
 
 QTEST_MAIN(WorkerCrashTest)
 #include "tst_workercrash_ui.moc"
-#include <QSystemTrayIcon>
