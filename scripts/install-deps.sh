@@ -21,8 +21,8 @@ PACKAGES=(
   libxcb1-dev libxcb-xfixes0-dev libxcb-xinput-dev
   # running and testing without a desktop
   xvfb xauth dbus dbus-x11 x11-utils xdotool procps util-linux
-  # a tray host for the tray tests and pictures
-  trayer
+  # a tray host for the tray tests and pictures; a window manager for the tests of a managed desktop
+  trayer openbox
   # two monitors on one X server for the placement tests: Xorg with the dummy driver, split by xrandr
   xserver-xorg-core xserver-xorg-video-dummy x11-xserver-utils
   # real browsers to drag images out of, and a small web server for their page, in the end-to-end tests

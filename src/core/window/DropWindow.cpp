@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QStackedLayout>
+#include <QWindow>
 
 #include <algorithm>
 #include <limits>
@@ -54,11 +55,16 @@ void DropWindow::setTakesFocus(bool takes)
     if (takes == m_takesFocus)
         return;
     m_takesFocus = takes;
-    const bool wasVisible = isVisible();
-    setWindowFlag(Qt::WindowDoesNotAcceptFocus, !takes);
     setAttribute(Qt::WA_ShowWithoutActivating, !takes);
-    if (wasVisible)
-        show(); // changing flags hides a window
+    const Qt::WindowFlags flags = windowFlags().setFlag(Qt::WindowDoesNotAcceptFocus, !takes);
+    if (!isVisible() || !windowHandle()) {
+        setWindowFlags(flags);
+        return;
+    }
+    // On screen, the window system is told in place: setWindowFlags() would unmap and map the window
+    // again, and a window manager that sees both at once may leave it unmapped.
+    overrideWindowFlags(flags);
+    windowHandle()->setFlags(flags);
 }
 
 qreal DropWindow::primaryScreenHeight()
