@@ -9,45 +9,12 @@
 #
 # ROOT (default /var/tmp/quaydrop-fresh-root) is made when missing and kept for a second run; SHOTS
 # (default ./fresh-debian-shots) receives the screenshots. Needs debootstrap and imagemagick here.
-set -euo pipefail
 deb=$(realpath "$1")
 root=${2:-/var/tmp/quaydrop-fresh-root}
 shots=$(realpath -m "${3:-fresh-debian-shots}")
 mkdir -p "$shots"
-fail() { echo "FAIL: $*" >&2; exit 1; }
-pass() { echo "PASS: $*"; }
-in_root() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LANG=C.UTF-8 HOME=/root "$@"; }
-as_user() { chroot "$root" su - tester -c "source /tmp/qd-session/env 2>/dev/null; $*"; }
+source "$(dirname "$0")/root-lib.sh"
 
-[ -d "$root/usr" ] || debootstrap --variant=minbase bookworm "$root" http://deb.debian.org/debian
-cp /etc/resolv.conf "$root/etc/resolv.conf"
-mounts=()
-for m in proc sys dev dev/pts; do
-  case $m in
-    proc) mount -t proc proc "$root/proc" ;;
-    sys) mount -t sysfs sys "$root/sys" ;;
-    dev) mount --bind /dev "$root/dev" ;;
-    dev/pts) mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts" ;;
-  esac
-  mounts=("$root/$m" "${mounts[@]}")
-done
-pids=()
-cleanup() {
-  [ ${#pids[@]} -gt 0 ] && kill "${pids[@]}" 2>/dev/null || true
-  sleep 1
-  # Whatever the session started (buses, helpers) runs inside the root: stopped by its process id.
-  for p in /proc/[0-9]*; do
-    [ "$(readlink "$p/root" 2>/dev/null)" = "$(realpath "$root")" ] && kill "${p#/proc/}" 2>/dev/null
-  done
-  sleep 1
-  for m in "${mounts[@]}"; do umount "$m" 2>/dev/null || umount -l "$m"; done
-}
-trap cleanup EXIT
-
-export DEBIAN_FRONTEND=noninteractive
-in_root apt-get update -q >/dev/null
-cp "$deb" "$root/root/quaydrop.deb"
-in_root apt-get install -y -q /root/quaydrop.deb >/dev/null || fail "apt-get install"
 in_root quaydrop --version | grep -qx "quaydrop [0-9.]*" || fail "quaydrop --version"
 printf 'hello\n' >"$root/root/note.txt"
 [ "$(in_root quaydrop type /root/note.txt)" = "$(printf '2\t/root/note.txt')" ] || fail "quaydrop type"
@@ -72,14 +39,13 @@ EOF
 in_root xvfb-run -a python3 /root/lookup.py || fail "the menu entry or its icon is not found"
 pass "the menu lists the entry, and the icon theme finds its icon"
 
-in_root id tester >/dev/null 2>&1 || in_root useradd -m -s /bin/bash tester
 chroot "$root" su - tester -c 'mkdir -p ~/three ~/.config/com.velmora.Quaydrop && for n in a b c; do echo $n >~/three/$n.txt; done
   printf "[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n" >~/.config/com.velmora.Quaydrop/Quaydrop.conf'
 # A session: an X server of a free number, the window manager and tray, on a private session bus.
-display=$(for n in $(seq 70 98); do grep -q "@/tmp/.X11-unix/X$n\$" /proc/net/unix || [ -e "/tmp/.X$n-lock" ] || { echo $n; break; }; done)
+display=$(free_display)
 cat >"$root/usr/local/bin/qd-session" <<EOF
 #!/bin/bash
-S=/tmp/qd-session; mkdir -p \$S; export DISPLAY=:$display XDG_RUNTIME_DIR=\$S/run; mkdir -p -m 700 \$XDG_RUNTIME_DIR
+S=/tmp/qd-session; export DISPLAY=:$display
 echo "export DISPLAY=\$DISPLAY XDG_RUNTIME_DIR=\$XDG_RUNTIME_DIR DBUS_SESSION_BUS_ADDRESS='\$DBUS_SESSION_BUS_ADDRESS' QT_LOGGING_RULES=quaydrop.window.debug=true" >\$S/env
 Xvfb \$DISPLAY -screen 0 1280x800x24 -nolisten tcp & sleep 1.5
 openbox & trayer --edge top --align right --widthtype request --height 24 & sleep 1
@@ -87,8 +53,9 @@ source \$S/env; gtk-launch com.velmora.Quaydrop >\$S/launch.log 2>&1
 while [ ! -e \$S/stop ]; do sleep 0.5; done
 EOF
 chmod +x "$root/usr/local/bin/qd-session"
-rm -rf "$root/tmp/qd-session"
-chroot "$root" su - tester -c 'dbus-run-session -- qd-session' >/dev/null 2>&1 &
+# The runtime folder before the bus: services it starts (dconf) must flag their changes where clients look.
+chroot "$root" su - tester -c 'export XDG_RUNTIME_DIR=/tmp/qd-session/run; mkdir -p -m 700 $XDG_RUNTIME_DIR
+  dbus-run-session -- qd-session' >/dev/null 2>&1 &
 pids+=($!)
 running() { grep -q "quaydrop: running" "$root/tmp/qd-session/launch.log" 2>/dev/null; }
 for _ in $(seq 100); do running && break; sleep 0.2; done
