@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Real drops on the drop window over X11 drag and drop, from a drag source of the test's own: a file,
-# text and a promised file each bring up their panel; the small targets
+# a folder, text and a promised file each bring up their panel; the small targets
 # below open the quick-move picker and make aliases.
 source "$(dirname "$0")/lib.sh"
 BIN=$1
@@ -24,12 +24,17 @@ target_y=$((screen_h - 400 - 45))
 log="$E2E_HOME/quaydrop.log"
 out="$E2E_HOME/source.out"
 
-# (Which panel each kind of drop brings is tst_intake's; here the drops go over real X11.)
+# (Which view each kind of drop brings is tst_intake's; here the drops go over real X11.)
 drag_onto "$target_x" "$target_y" --files "$files/notes.txt"
 wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "no panel 2 after dropping a file"; }
 [ "$(window_geometry | cut -d' ' -f3,4)" = "210 235" ] || fail "the panel's window is not 210x235: $(window_geometry)"
 stop_both
 pass "dropping a file shows its panel"
+# A folder's panel looks like another file's: only the log tells them apart.
+drag_onto "$target_x" "$target_y" --files "$files/Projects"
+wait_for "$log" "panel 333 shown" 5 || { cat "$log"; fail "no folder panel after dropping a folder"; }
+stop_both
+pass "dropping a folder shows the folder panel"
 temp="$XDG_CACHE_HOME/com.velmora.Quaydrop/QDTempOperations"
 drag_onto "$target_x" "$target_y" --text "Ships leave the quay at dawn"
 wait_for "$log" "panel 222 shown" 5 || { cat "$log"; fail "no panel 222 after dropping text"; }
@@ -66,4 +71,4 @@ sleep 5.5
 ! has_window '^Quaydrop$' || fail "the balloon stayed longer than five seconds"
 stop_both
 pass "without a notification server a balloon tells it, for five seconds"
-echo "5 passed, 0 failed"
+echo "6 passed, 0 failed"

@@ -165,10 +165,7 @@ private Q_SLOTS:
         }
         QCOMPARE(DestinationsFile::readPaths().paths(), (QStringList{work, m_home + "/Documents", m_home + "/Music"}));
         QCOMPARE(row(list, 0), work);
-        QMessageBox *refused = nullptr;
-        for (QWidget *top : QApplication::topLevelWidgets())
-            if (auto *box = qobject_cast<QMessageBox *>(top); box && box->isVisible())
-                refused = box;
+        QMessageBox *refused = visibleAlert();
         QVERIFY(refused);
         QCOMPARE(refused->text(), Texts::localized("destAlreadyThereMsg"));
         refused->close();

@@ -42,49 +42,42 @@ private Q_SLOTS:
 
     void windowTarget_data()
     {
-        QTest::addColumn<QString>("kind");
+        // What is dropped: files of the test's folder by name ("." the folder itself), other addresses as
+        // they are, or data of one type.
+        QTest::addColumn<QStringList>("urls");
+        QTest::addColumn<QString>("type");
+        QTest::addColumn<QByteArray>("data");
         QTest::addColumn<bool>("taken");
         QTest::addColumn<int>("panel"); // 0: none
-        QTest::newRow("a text file") << "file" << true << 2;
-        QTest::newRow("an image file") << "image" << true << 1;
-        QTest::newRow("a folder") << "folder" << true << 333;
-        QTest::newRow("another file") << "other" << true << 777;
-        QTest::newRow("two files") << "files" << true << 888;
-        QTest::newRow("text") << "text" << true << 222;
-        QTest::newRow("image data") << "png" << true << 444;
-        QTest::newRow("a lone volume") << "volume" << false << 0;
-        QTest::newRow("a web link without an image") << "link" << false << 0;
-        QTest::newRow("a type nobody knows") << "unknown" << false << 0;
+        const QByteArray png("\x89PNG\r\n\x1a\n", 8);
+        QTest::newRow("a text file") << QStringList{"notes.txt"} << "" << QByteArray() << true << 2;
+        QTest::newRow("an image file") << QStringList{"photo.png"} << "" << png << true << 1;
+        QTest::newRow("a folder") << QStringList{"."} << "" << QByteArray() << true << 333;
+        QTest::newRow("another file") << QStringList{"data.bin"} << "" << QByteArray() << true << 777;
+        QTest::newRow("two files") << QStringList{"a.txt", "b.txt"} << "" << QByteArray() << true << 888;
+        QTest::newRow("text") << QStringList() << "text/plain" << QByteArray("two words") << true << 222;
+        QTest::newRow("image data") << QStringList() << "image/png" << png << true << 444;
+        QTest::newRow("a lone volume") << QStringList{"/media/someone/STICK"} << "" << QByteArray() << false << 0;
+        QTest::newRow("a web link without an image") << QStringList{"https://example.org/page"} << "" << QByteArray() << false << 0;
+        QTest::newRow("a type nobody knows") << QStringList() << "application/x-foo" << QByteArray("?") << false << 0;
     }
 
     void windowTarget()
     {
-        QFETCH(QString, kind);
+        QFETCH(QStringList, urls);
+        QFETCH(QString, type);
+        QFETCH(QByteArray, data);
         QFETCH(bool, taken);
         QFETCH(int, panel);
-        QMimeData data;
-        if (kind == QLatin1String("file"))
-            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("notes.txt")))});
-        else if (kind == QLatin1String("image"))
-            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("photo.png"), QByteArray("\x89PNG\r\n\x1a\n", 8)))});
-        else if (kind == QLatin1String("folder"))
-            data.setUrls({QUrl::fromLocalFile(f.dir.path())});
-        else if (kind == QLatin1String("other"))
-            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("data.bin")))});
-        else if (kind == QLatin1String("files"))
-            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("a.txt"))), QUrl::fromLocalFile(file(QStringLiteral("b.txt")))});
-        else if (kind == QLatin1String("text"))
-            data.setText(QStringLiteral("two words"));
-        else if (kind == QLatin1String("png"))
-            data.setData(QStringLiteral("image/png"), QByteArray("\x89PNG\r\n\x1a\n", 8));
-        else if (kind == QLatin1String("volume"))
-            data.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
-        else if (kind == QLatin1String("link"))
-            data.setUrls({QUrl(QStringLiteral("https://example.org/page"))});
+        QMimeData dropped;
+        QList<QUrl> addresses;
+        for (const QString &u : urls)
+            addresses << (u.contains(QLatin1Char('/')) ? QUrl::fromUserInput(u) : QUrl::fromLocalFile(u == u"." ? f.dir.path() : file(u, data.isEmpty() ? "x" : data)));
+        if (!urls.isEmpty())
+            dropped.setUrls(addresses);
         else
-            data.setData(QStringLiteral("application/x-foo"), "?");
-
-        QCOMPARE(dropOn(f.app->dropFilesHereView, &data), taken);
+            dropped.setData(type, data);
+        QCOMPARE(dropOn(f.app->dropFilesHereView, &dropped), taken);
         QCOMPARE(f.app->oneofThePanelsIsShown, panel != 0);
         QVERIFY(!f.app->emptyContviewIsShown);
         if (!taken) {
@@ -93,10 +86,10 @@ private Q_SLOTS:
         }
         QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
         QVERIFY(f.app->window->takesFocus()); // a panel takes the keys
-        QCOMPARE(f.app->filePathsArr.size(), kind == QLatin1String("files") ? 2 : kind == QLatin1String("text") ? 0 : 1);
-        if (kind == QLatin1String("text"))
-            QCOMPARE(Utils::readDroppedString(), QStringLiteral("two words"));
-        if (kind == QLatin1String("png")) {
+        QCOMPARE(f.app->filePathsArr.size(), type == u"text/plain" ? 0 : std::max(qsizetype(1), urls.size()));
+        if (type == u"text/plain")
+            QCOMPARE(Utils::readDroppedString(), QString::fromUtf8(data));
+        if (type == u"image/png") {
             QVERIFY(f.app->droppedImageFromOtherApp);
             QVERIFY(f.app->filePathsArr.value(0).startsWith(Utils::tempFileOperationsFolder()));
         }

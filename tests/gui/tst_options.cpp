@@ -343,7 +343,7 @@ private Q_SLOTS:
         QApplication::setPalette(before);
     }
 
-    void slideNavigation()
+    void slidesNavigateTheTimerAndSwipesWrap()
     {
         QDIntroSlides slides;
         slides.sliderView->transitionAnimationDuration = 0;
@@ -364,13 +364,8 @@ private Q_SLOTS:
         slides.dontShowAgainCheck->setChecked(false);
         slides.dontShowAgainCheck->setChecked(true);
         QVERIFY(Utils::dontshowIntroSlides());
-    }
-
-    void slideTimerAndSwipesWrap()
-    {
-        QDIntroSlides slides;
+        // The timer and swipes wrap around.
         MIHSliderView *v = slides.sliderView;
-        v->transitionAnimationDuration = 0;
         QVERIFY(v->transitionTimer()->isActive());
         v->displaySlideAtIndex(3);
         v->handleTimerTick();
