@@ -5,6 +5,7 @@
 #include "core/dragwatch/HotKeyBinding.h"
 #include "core/intake/SingleItemDropGate.h"
 #include "core/window/DropWindow.h"
+#include "platform/desktops/ShortcutHost.h"
 #include "utils/Utils.h"
 
 #include <QApplication>
@@ -168,6 +169,10 @@ void AppDelegate::toggleDropWindow()
         return;
     }
     showhideWindow(0, 0);
+    // On Wayland X11 sees the pointer only over X11 windows, so where it was last seen may be far from
+    // it: the hot key's window goes to the middle of that screen instead.
+    if (windowIsVsbl() && ShortcutHosts::detect() != ShortcutHost::X11Grab)
+        window->setFrameYUp(DropHereGeometry::centredOn(window->frameYUp(), DropWindow::screenFrameYUp(window->frameYUp().center())));
     showPanelWithIndex(DropPanelDropTarget);
     // Nothing is being dragged: the window takes the keys (Escape, Ctrl+V).
     window->setTakesFocus(true);
