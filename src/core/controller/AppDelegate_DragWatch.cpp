@@ -141,7 +141,10 @@ void AppDelegate::showhideWindow(float deltaX, float deltaY, std::optional<QPoin
     const QPointF mouse = mouseYUp.value_or(yUp(QCursor::pos()));
     // Everything on the screen under the pointer, in its own size and scale.
     QRectF frame = DropHereGeometry::besidePointer(deltaX, deltaY, mouse, DropWindow::visibleFrameYUp(mouse));
-    if (Utils::dropHereWindowAlignment() == 1)
+    // On Wayland X11 sees the pointer only over X11 windows: without a drag's own position (hot key,
+    // file manager entry) where it was last seen may be far from it, so the window goes to the middle.
+    const bool pointerUnseen = !mouseYUp && ShortcutHosts::detect() != ShortcutHost::X11Grab;
+    if (Utils::dropHereWindowAlignment() == 1 || pointerUnseen)
         frame = DropHereGeometry::centredOn(frame, DropWindow::screenFrameYUp(mouse));
     setPointerMonitors(true);
     window->setFrameYUp(frame);
@@ -169,10 +172,6 @@ void AppDelegate::toggleDropWindow()
         return;
     }
     showhideWindow(0, 0);
-    // On Wayland X11 sees the pointer only over X11 windows, so where it was last seen may be far from
-    // it: the hot key's window goes to the middle of that screen instead.
-    if (windowIsVsbl() && ShortcutHosts::detect() != ShortcutHost::X11Grab)
-        window->setFrameYUp(DropHereGeometry::centredOn(window->frameYUp(), DropWindow::screenFrameYUp(window->frameYUp().center())));
     showPanelWithIndex(DropPanelDropTarget);
     // Nothing is being dragged: the window takes the keys (Escape, Ctrl+V).
     window->setTakesFocus(true);
