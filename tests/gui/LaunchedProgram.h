@@ -124,6 +124,21 @@ inline QMessageBox *visibleAlert(const QString &objectName = {})
     return nullptr;
 }
 
+// A notification as one list to compare at once: its title, its body and the paths it shows.
+inline QStringList told(const FakeNotificationService::Delivered &n)
+{
+    return QStringList{n.title, n.body} + n.userInfo.value(QStringLiteral("filePaths")).toStringList();
+}
+
+// The alert that is up as "text: details", closed; empty when none is up.
+inline QString closedAlert()
+{
+    QMessageBox *box = visibleAlert();
+    const QString said = box ? box->text() + QStringLiteral(": ") + box->informativeText() : QString();
+    delete box;
+    return said;
+}
+
 // Alerts, dialogs and menus a case left open, gone before the next one.
 inline void deleteLeftoverWindows()
 {

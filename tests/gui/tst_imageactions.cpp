@@ -135,45 +135,33 @@ private Q_SLOTS:
         QCOMPARE(QDir(f.dir.path()).entryList(QDir::Files).size(), 1);
     }
 
-    void resizeWritesBesideTheSourceAndCredits()
-    {
-        const QString source = image(QStringLiteral("Harbour.png"), 300, 200);
-        QVERIFY(f.dropAndPress({source}, QStringLiteral("resizeImgBtn")));
-        QWidget *panel = f.app->window->contentView();
-        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-        vc->widthTextField->setText(QStringLiteral("150"));
-        vc->heightTextField->setText(QStringLiteral("100"));
-        const quint64 before = ledgerTotal();
-        vc->doneBtn->click();
-        QVERIFY(f.app->emptyContviewIsShown);
-        QVERIFY(f.notified(1));
-        const auto &note = f.note();
-        QCOMPARE(note.title, QStringLiteral("Images resized"));
-        QCOMPARE(note.body, QStringLiteral("Saved to /%1").arg(QFileInfo(f.dir.path()).fileName()));
-        const QString output = f.path(QStringLiteral("Harbour_150x100.png"));
-        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{output});
-        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(output), QStringLiteral("150x100"));
-        QCOMPARE(ledgerTotal(), before + 150);
-        QTRY_VERIFY(!f.app->emptyContviewIsShown);
-        QCOMPARE(f.app->window->contentView(), panel); // back to the panel for the next action
-    }
-
-    void resizeToAStoredDestination()
+    void resizeWritesBesideTheSourceOrToAStoredDestination()
     {
         const QString elsewhere = f.path(QStringLiteral("Exports"));
         QVERIFY(QDir().mkpath(elsewhere));
         Utils::updateMoveCopyPaths({elsewhere});
-        QVERIFY(f.dropAndPress({image(QStringLiteral("d.png"), 80, 80)}, QStringLiteral("resizeImgBtn")));
+        QVERIFY(f.dropAndPress({image(QStringLiteral("Harbour.png"), 300, 200)}, QStringLiteral("resizeImgBtn")));
+        QWidget *panel = f.app->window->contentView();
+        const quint64 before = ledgerTotal();
+        resizeTo(QStringLiteral("150"), QStringLiteral("100"));
+        QVERIFY(f.app->emptyContviewIsShown);
+        QVERIFY(f.notified(1));
+        const QString output = f.path(QStringLiteral("Harbour_150x100.png"));
+        QCOMPARE(told(f.note()), (QStringList{"Images resized", "Saved to /" + QFileInfo(f.dir.path()).fileName(), output}));
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(output), QStringLiteral("150x100"));
+        QCOMPARE(ledgerTotal(), before + 150);
+        QTRY_VERIFY(!f.app->emptyContviewIsShown);
+        QCOMPARE(f.app->window->contentView(), panel); // back to the panel for the next action
+        // Again, into a stored destination chosen in the overlay.
+        f.button(QStringLiteral("resizeImgBtn"))->click();
         ImgResizeOverlayVC *vc = f.app->imgResizeVC;
         const int index = vc->destinationPop->findText(QStringLiteral("Exports"));
         QVERIFY(index > 0);
         vc->destinationPop->setCurrentIndex(index);
         QCOMPARE(vc->selectedDestinationPath(), elsewhere);
-        vc->widthTextField->setText(QStringLiteral("8"));
-        vc->heightTextField->setText(QStringLiteral("8"));
-        vc->doneBtn->click();
-        QVERIFY(f.notified(1));
-        QVERIFY(QFileInfo::exists(elsewhere + QStringLiteral("/d_8x8.png")));
+        resizeTo(QStringLiteral("8"), QStringLiteral("8"));
+        QVERIFY(f.notified(2));
+        QVERIFY(QFileInfo::exists(elsewhere + QStringLiteral("/Harbour_8x8.png")));
     }
 
     void imagesFromAnotherApplicationAskForAFolder()
@@ -185,10 +173,8 @@ private Q_SLOTS:
         f.button(QStringLiteral("resizeImgBtn"))->click();
         ImgResizeOverlayVC *vc = f.app->imgResizeVC;
         vc->destinationPop->setCurrentIndex(1); // ignored for such an image
-        vc->widthTextField->setText(QStringLiteral("10"));
-        vc->heightTextField->setText(QStringLiteral("10"));
         const quint64 before = ledgerTotal();
-        vc->doneBtn->click();
+        resizeTo(QStringLiteral("10"), QStringLiteral("10"));
         QCOMPARE(ledgerTotal(), before + 200);
         QFileDialog *panel = nullptr;
         QTRY_VERIFY((panel = f.app->window->findChild<QFileDialog *>(QStringLiteral("chooseFolderPanel"))));
@@ -264,11 +250,8 @@ private Q_SLOTS:
         const quint64 before = ledgerTotal();
         tagButton(vc, 1)->click();
         QVERIFY(f.notified(1));
-        const auto &note = f.note();
         const QString folder = f.path(QStringLiteral("Invoice"));
-        QCOMPARE(note.title, QStringLiteral("PDF pages saved as images"));
-        QCOMPARE(note.body, QStringLiteral("Saved to /Invoice"));
-        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{folder});
+        QCOMPARE(told(f.note()), (QStringList{"PDF pages saved as images", "Saved to /Invoice", folder}));
         QCOMPARE(Utils::getImageDimensionsAsStringImgPath(folder + QStringLiteral("/Page_2.png")), QStringLiteral("288x144"));
         QCOMPARE(ledgerTotal(), before + 20);
     }
@@ -318,11 +301,8 @@ private Q_SLOTS:
         f.button(QStringLiteral("convToPDFbtn"))->click();
         QCOMPARE(ledgerTotal(), before + 40);
         QVERIFY(f.notified(1));
-        const auto &note = f.note();
-        QCOMPARE(note.title, QStringLiteral("Saved as PDF"));
         const QString made = f.path(QStringLiteral("Notes 1.pdf"));
-        QCOMPARE(note.body, QStringLiteral("to ../%1/Notes 1.pdf").arg(QFileInfo(f.dir.path()).fileName()));
-        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{made});
+        QCOMPARE(told(f.note()), (QStringList{"Saved as PDF", "to ../" + QFileInfo(f.dir.path()).fileName() + "/Notes 1.pdf", made}));
         QCOMPARE(f.bytesOf(f.path(QStringLiteral("Notes.pdf"))), QByteArray("an older PDF of the user's"));
         QVERIFY(f.bytesOf(made).startsWith("%PDF-"));
     }
@@ -332,31 +312,25 @@ private Q_SLOTS:
         // An image whose data is damaged behind a good header: the panel opens, the resize fails.
         const QString bad = f.file(QStringLiteral("bad.png"), ImageFixtures::damagedPng(ImageFixtures::picture(100, 100)));
         QVERIFY(f.dropAndPress({bad}, QStringLiteral("resizeImgBtn")));
-        f.app->imgResizeVC->widthTextField->setText(QStringLiteral("10"));
-        f.app->imgResizeVC->heightTextField->setText(QStringLiteral("10"));
-        f.app->imgResizeVC->doneBtn->click();
+        resizeTo(QStringLiteral("10"), QStringLiteral("10"));
         QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(), 20000);
-        QCOMPARE(visibleAlert()->text(), QStringLiteral("Nothing was written"));
-        QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("bad.png")));
+        QString said = closedAlert();
+        QVERIFY2(said.startsWith(QStringLiteral("Nothing was written: ")) && said.contains(QStringLiteral("bad.png")), qPrintable(said));
         QVERIFY(f.fakes->notifications.delivered.isEmpty());
         QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("bad_10x10.png"))));
-        delete visibleAlert();
 
         // No image behind the name at all: no overlay at 0 x 0, but the reason.
         QVERIFY(f.dropAndPress({f.file(QStringLiteral("words.png"), "just words")}, QStringLiteral("resizeImgBtn")));
         QVERIFY(!f.app->isModalOverlayVisible());
-        QVERIFY(visibleAlert());
-        QCOMPARE(visibleAlert()->text(), QStringLiteral("The size of this image cannot be read"));
-        QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("words.png")));
-        delete visibleAlert();
+        said = closedAlert();
+        QVERIFY2(said.startsWith(QStringLiteral("The size of this image cannot be read: ")) && said.contains(QStringLiteral("words.png")), qPrintable(said));
 
         // A PDF that cannot be read: said, and the overlay stays for another choice.
         QVERIFY(f.dropAndPress({f.file(QStringLiteral("broken.pdf"), "%PDF-1.4 and then nothing")}, QStringLiteral("convrtPDFToImgBtn")));
         tagButton(f.app->pdfToImgConvVC, 1)->click();
         QVERIFY(f.app->isModalOverlayVisible());
-        QVERIFY(visibleAlert());
-        QCOMPARE(visibleAlert()->text(), QStringLiteral("This PDF cannot be read"));
-        QVERIFY(visibleAlert()->informativeText().contains(QStringLiteral("broken.pdf")));
+        said = closedAlert();
+        QVERIFY2(said.startsWith(QStringLiteral("This PDF cannot be read: ")) && said.contains(QStringLiteral("broken.pdf")), qPrintable(said));
         QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("broken"))));
     }
 
@@ -371,10 +345,17 @@ private Q_SLOTS:
         QCOMPARE(model->index(0, 0).data().toString(), QStringLiteral("b")); // in the order dropped
         QTRY_VERIFY_WITH_TIMEOUT(!model->index(2, 0).data(Qt::DecorationRole).value<QImage>().isNull(), 10000);
         QVERIFY(board->isCanExport && !board->isEnable);
-        // Any other convert button empties an open board.
-        f.app->imgConvrtCompletion(OverlayController::kCloseTag, 1.0f, 0);
-        QCOMPARE(model->rowCount(), 0);
-        QVERIFY(!board->isCanExport);
+        // The export writes one PDF, credits, notifies and closes the board, letting go of its pages.
+        const quint64 before = ledgerTotal();
+        const QString pdf = f.dir.path() + QStringLiteral("/pdf_Quaydrop.pdf");
+        QVERIFY(board->exportPdfTo(pdf));
+        QVERIFY(f.notified(1));
+        QCOMPARE(f.note().title, QStringLiteral("PDF saved!"));
+        QCOMPARE(f.note().userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{pdf});
+        QCOMPARE(ledgerTotal(), before + 300);
+        QVERIFY(QFileInfo(pdf).size() > 0);
+        QTRY_VERIFY(!board->isVisible());
+        QCOMPARE(LRHMPagesManager::shareImagesManager().pageImageCount(), 0);
     }
 
     void keysButtonsAndDrops()
@@ -421,22 +402,10 @@ private Q_SLOTS:
         QTest::keyClick(view, Qt::Key_Delete); // nothing selected: a beep, nothing removed
         QCOMPARE(model->rowCount(), 3);
         QVERIFY(!board->isEnable);
-    }
-
-    void exportWritesCreditsAndCloses()
-    {
-        PDFPreviewWC *board = openBoard({quarters("x.jpg"), quarters("y.jpg")});
-        const quint64 before = ledgerTotal();
-        const QString pdf = f.dir.path() + QStringLiteral("/pdf_Quaydrop.pdf");
-        QVERIFY(board->exportPdfTo(pdf));
-        QVERIFY(f.notified(1));
-        const auto &n = f.note();
-        QCOMPARE(n.title, QStringLiteral("PDF saved!"));
-        QCOMPARE(n.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{pdf});
-        QCOMPARE(ledgerTotal(), before + 300);
-        QVERIFY(QFileInfo(pdf).size() > 0);
-        QTRY_VERIFY(!board->isVisible());
-        QCOMPARE(LRHMPagesManager::shareImagesManager().pageImageCount(), 0);
+        // Any other convert button empties an open board.
+        f.app->imgConvrtCompletion(OverlayController::kCloseTag, 1.0f, 0);
+        QCOMPARE(model->rowCount(), 0);
+        QVERIFY(!board->isCanExport);
     }
 
     void wallpaperButtonSetsTheCopyAndShowsTheHistory()
@@ -474,6 +443,12 @@ private Q_SLOTS:
     }
 
 private:
+    void resizeTo(const QString &width, const QString &height)
+    {
+        f.app->imgResizeVC->widthTextField->setText(width);
+        f.app->imgResizeVC->heightTextField->setText(height);
+        f.app->imgResizeVC->doneBtn->click();
+    }
     QString image(const QString &name, int w, int h, const char *format = "png")
     {
         return f.file(name, ImageFixtures::encoded(ImageFixtures::picture(w, h), format));

@@ -234,11 +234,8 @@ private Q_SLOTS:
         // An item already there keeps its place and its content.
         QVERIFY(!QFileInfo(taken).isSymLink());
         QCOMPARE(f.bytesOf(taken), QByteArray("the user's own"));
-        QTRY_COMPARE(f.fakes->notifications.delivered.size(), 1);
-        const auto &note = f.fakes->notifications.delivered.first();
-        QCOMPARE(note.title, QStringLiteral("Alias created"));
-        QCOMPARE(note.body, QStringLiteral("at ../%1").arg(QFileInfo(f.dir.path()).fileName()));
-        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(), QStringList{a + QStringLiteral(" alias")});
+        QVERIFY(f.notified(1, 5000));
+        QCOMPARE(told(f.note()), (QStringList{"Alias created", "at ../" + QFileInfo(f.dir.path()).fileName(), a + " alias"}));
     }
 
     void dropViewCaptionsFollowTheDrag()

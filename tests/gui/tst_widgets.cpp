@@ -119,20 +119,47 @@ private Q_SLOTS:
                  qPrintable(QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height())));
     }
 
-    void switchClickToggles()
+    void switchClicksAndKeys_data()
     {
+        QTest::addColumn<QString>("input"); // c: a click; s, r, l: the space, right and left keys
+        QTest::addColumn<bool>("enabled");
+        QTest::addColumn<QList<bool>>("switched"); // the actions, each with the state it reported
+        QTest::newRow("clicks toggle") << "cc" << true << QList<bool>{true, false};
+        QTest::newRow("space toggles") << "ss" << true << QList<bool>{true, false};
+        QTest::newRow("right turns on, once; left off") << "rrl" << true << QList<bool>{true, false};
+        QTest::newRow("disabled: the mouse is ignored") << "c" << false << QList<bool>{};
+    }
+
+    void switchClicksAndKeys()
+    {
+        QFETCH(QString, input);
+        QFETCH(bool, enabled);
+        QFETCH(QList<bool>, switched);
         ShownSwitch s;
+        s.setEnabled(enabled);
         QSignalSpy action(&s, &ITSwitch::switched);
-        QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
-        QVERIFY(s.isOn());
-        QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
+        for (const QChar c : input) {
+            if (c == u'c')
+                QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
+            else
+                QTest::keyClick(&s, c == u's' ? Qt::Key_Space : c == u'r' ? Qt::Key_Right : Qt::Key_Left);
+        }
+        QList<bool> reported;
+        for (const QList<QVariant> &a : std::as_const(action))
+            reported << a.at(0).toBool();
+        QCOMPARE(reported, switched);
         QVERIFY(!s.isOn());
-        QCOMPARE(action.count(), 2);
-        QCOMPARE(action.at(0).at(0).toBool(), true);
         // Set from code: no action.
         s.setOn(true);
-        QCOMPARE(action.count(), 2);
+        QCOMPARE(action.size(), switched.size());
         QVERIFY(s.isOn());
+        if (enabled)
+            return;
+        // Drawn at half opacity: its track is paler than an enabled one's.
+        ITSwitch lit;
+        lit.resize(44, 26);
+        lit.setOn(true);
+        QVERIFY(QColor(s.grab().toImage().pixel(6, 13)).saturation() < QColor(lit.grab().toImage().pixel(6, 13)).saturation());
     }
 
     void switchDrags_data()
@@ -163,41 +190,6 @@ private Q_SLOTS:
         QCOMPARE(s.isOn(), endOn);
         QCOMPARE(action.count(), actions);
         QVERIFY(!s.knobState().dragged && !s.knobState().active);
-    }
-
-    void disabledSwitchIgnoresTheMouse()
-    {
-        ShownSwitch s;
-        s.setEnabled(false);
-        QSignalSpy action(&s, &ITSwitch::switched);
-        QTest::mouseClick(&s, Qt::LeftButton, {}, QPoint(10, 13));
-        QVERIFY(!s.isOn());
-        QCOMPARE(action.count(), 0);
-        // Drawn at half opacity: its track is paler than an enabled one's.
-        s.setOn(true);
-        ITSwitch enabled;
-        enabled.resize(44, 26);
-        enabled.setOn(true);
-        const QImage dim = s.grab().toImage();
-        const QImage lit = enabled.grab().toImage();
-        QVERIFY(QColor(dim.pixel(6, 13)).saturation() < QColor(lit.pixel(6, 13)).saturation());
-    }
-
-    void switchKeys()
-    {
-        ITSwitch s;
-        s.show();
-        QSignalSpy action(&s, &ITSwitch::switched);
-        QTest::keyClick(&s, Qt::Key_Space);
-        QVERIFY(s.isOn());
-        QTest::keyClick(&s, Qt::Key_Space);
-        QVERIFY(!s.isOn());
-        QTest::keyClick(&s, Qt::Key_Right);
-        QVERIFY(s.isOn());
-        QTest::keyClick(&s, Qt::Key_Right); // already on: no action
-        QTest::keyClick(&s, Qt::Key_Left);
-        QVERIFY(!s.isOn());
-        QCOMPARE(action.count(), 4);
     }
 
     void dimmedColours_data()
@@ -243,19 +235,15 @@ private Q_SLOTS:
         QVERIFY(button->isEnabled() && field->isEnabled());
     }
 
-    void missingPiecesAreErrors()
-    {
-        Shown s;
-        QCOMPARE(s.overlay.showInWindow(nullptr).error().message, QStringLiteral("window is nil"));
-        s.overlay.contentViewController = nullptr;
-        QCOMPARE(s.overlay.showInWindow(&s.window).error().message, QStringLiteral("contentViewController is nil"));
-        QVERIFY(!s.overlay.isShown());
-        QVERIFY(s.delegate.calls.isEmpty());
-    }
-
     void showingTwiceShowsOneAndClosingHandsTheContentBack()
     {
         Shown s;
+        // Without a window or a content: an error, and nothing shown or told.
+        QCOMPARE(s.overlay.showInWindow(nullptr).error().message, QStringLiteral("window is nil"));
+        s.overlay.contentViewController = nullptr;
+        QCOMPARE(s.overlay.showInWindow(&s.window).error().message, QStringLiteral("contentViewController is nil"));
+        QVERIFY(!s.overlay.isShown() && s.delegate.calls.isEmpty());
+        s.overlay.contentViewController = s.content;
         QVERIFY(s.overlay.showInWindow(&s.window).ok());
         QVERIFY(s.overlay.showInWindow(&s.window).ok());
         QCOMPARE(s.overlayViews(), 1);

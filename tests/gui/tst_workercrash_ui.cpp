@@ -38,13 +38,10 @@ private Q_SLOTS:
     {
         const QString crashing = picture(QStringLiteral("Harbour.png"), "QUAYDROP-TEST-ABORT");
         convertToJpeg({crashing}, QStringLiteral("revealImginFinderBtn"));
-        QMessageBox *alert = nullptr;
-        QTRY_VERIFY_WITH_TIMEOUT((alert = visibleAlert()) != nullptr, 20000);
-        QCOMPARE(alert->text(), QStringLiteral("Nothing was written"));
-        QCOMPARE(alert->informativeText(), crashing + QStringLiteral(": could not be read: the decoder stopped"));
+        QTRY_VERIFY_WITH_TIMEOUT(visibleAlert(), 20000);
+        QCOMPARE(closedAlert(), "Nothing was written: " + crashing + ": could not be read: the decoder stopped");
         QVERIFY(f.fakes->notifications.delivered.isEmpty());
         QCOMPARE(leftovers(), QStringList());
-        delete alert;
 
         // The program, its icon and its window are there as before; the panel is back for the next action.
         QVERIFY(f.app->livesInTray());
@@ -55,8 +52,8 @@ private Q_SLOTS:
         // The next action starts a fresh worker and writes its picture.
         const QString good = picture(QStringLiteral("Lighthouse.png"));
         convertToJpeg({good}, QStringLiteral("revealImginFinderBtn"));
-        QTRY_COMPARE_WITH_TIMEOUT(int(f.fakes->notifications.delivered.size()), 1, 20000);
-        QCOMPARE(f.fakes->notifications.delivered.first().title, QStringLiteral("Images converted"));
+        QVERIFY(f.notified(1));
+        QCOMPARE(f.note().title, QStringLiteral("Images converted"));
         QCOMPARE(leftovers(), QStringList{QStringLiteral("Lighthouse.jpg")});
         QCOMPARE(QImage(f.dir.path() + QStringLiteral("/Lighthouse.jpg")).size(), QSize(40, 30));
         QVERIFY(!visibleAlert());
@@ -67,13 +64,10 @@ private Q_SLOTS:
         const QStringList pictures{picture(QStringLiteral("a.png")), picture(QStringLiteral("b.png"), "QUAYDROP-TEST-ABORT"),
                                    picture(QStringLiteral("c.png"))};
         convertToJpeg(pictures, QStringLiteral("multiConvrtImg"));
-        QTRY_COMPARE_WITH_TIMEOUT(int(f.fakes->notifications.delivered.size()), 1, 20000);
-        const auto &note = f.fakes->notifications.delivered.first();
-        QCOMPARE(note.title, QStringLiteral("Images converted"));
+        QVERIFY(f.notified(1));
         // The one picture that failed is named, with the reason.
-        QVERIFY2(note.body.contains(QStringLiteral("b.png: could not be read: the decoder stopped")), qPrintable(note.body));
-        QCOMPARE(note.userInfo.value(QStringLiteral("filePaths")).toStringList(),
-                 QStringList({f.dir.path() + QStringLiteral("/a.jpg"), f.dir.path() + QStringLiteral("/c.jpg")}));
+        QCOMPARE(told(f.note()), (QStringList{"Images converted", f.note().body, f.path("a.jpg"), f.path("c.jpg")}));
+        QVERIFY2(f.note().body.contains(QStringLiteral("b.png: could not be read: the decoder stopped")), qPrintable(f.note().body));
         QCOMPARE(leftovers(), QStringList({QStringLiteral("a.jpg"), QStringLiteral("c.jpg")}));
         QVERIFY(f.app->livesInTray());
     }
