@@ -3,15 +3,8 @@
 # command line, renamed, a real drop on the quick-move target, the picker, the folder's subfolders in
 # their popup chosen by keyboard, and the file arriving there.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-SOURCE=$2
-private_home
-trap 'leave $pid $src' EXIT
-pid= src=
+e2e_begin "$@"
 screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
-write_conf
-log="$E2E_HOME/quaydrop.log"
-out="$E2E_HOME/source.out"
 
 files="$E2E_HOME/files"
 mkdir -p "$files/Target/Archive" "$files/Target/Inbox"

@@ -3,14 +3,9 @@
 # a folder, text and a promised file each bring up their panel; the small targets
 # below open the quick-move picker and make aliases.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-SOURCE=$2
-private_home
-trap 'leave $pid $src' EXIT
+e2e_begin "$@"
 command -v xdotool >/dev/null || fail "xdotool is missing (scripts/install-deps.sh installs it)"
 screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
-
-write_conf
 
 files="$E2E_HOME/files"
 mkdir -p "$files/Projects"
@@ -20,9 +15,6 @@ printf 'notes\n' >"$files/notes.txt"
 # a fresh start, so that each begins at the drop target.
 target_x=600
 target_y=$((screen_h - 400 - 45))
-
-log="$E2E_HOME/quaydrop.log"
-out="$E2E_HOME/source.out"
 
 # (Which view each kind of drop brings is tst_intake's; here the drops go over real X11.)
 drag_onto "$target_x" "$target_y" --files "$files/notes.txt"

@@ -2,11 +2,7 @@
 # quaydrop toggle and quaydrop panel FILE... through the running program of the display: the first
 # command starts it, later ones reach the same process; bad input is refused with its exit code.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-private_home
-trap 'kill "${pid:-}" 2>/dev/null || true; rm -rf "$E2E_HOME"' EXIT
-write_conf
-log="$E2E_HOME/quaydrop.log"
+e2e_begin "$@"
 export QT_LOGGING_RULES="quaydrop.window.debug=true"
 resident_pid() { head -n1 "$XDG_RUNTIME_DIR"/com.velmora.Quaydrop.*.instance.lock 2>/dev/null; }
 

@@ -14,6 +14,17 @@ private_home() {
   mkdir -p -m 0700 "$XDG_RUNTIME_DIR"
 }
 
+# The start of a script: BIN and SOURCE (the drag source, or another helper) from the arguments, a
+# private home with the settings file, the log and the source's output in it, and on exit the program,
+# the source and the processes in also stopped.
+e2e_begin() {
+  BIN=$1 SOURCE=${2:-}
+  private_home
+  write_conf
+  log="$E2E_HOME/quaydrop.log" out="$E2E_HOME/source.out" pid= src= also=
+  trap 'leave $pid $src $also' EXIT
+}
+
 # The settings file, past the first start's questions (the login question would sit where the drop
 # window opens); each argument is one more line of it. conf names it.
 write_conf() {

@@ -2,15 +2,11 @@
 # Under a window manager (openbox, which reparents and focuses windows as desktops do): toggle, close
 # and the panel for files show the window every time, and the toggled window takes the keys.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-private_home
-write_conf
-log="$E2E_HOME/quaydrop.log"
+e2e_begin "$@"
 openbox >/dev/null 2>&1 &
-wm=$!
-trap 'leave "${pid:-}" "$wm"' EXIT
+also=$!
 sleep 0.5
-kill -0 "$wm" || fail "openbox did not start"
+kill -0 "$also" || fail "openbox did not start"
 start_quaydrop "quaydrop.window.debug=true"
 mkdir -p "$E2E_HOME/files"
 for n in a b c; do echo "$n" >"$E2E_HOME/files/$n.txt"; done

@@ -8,16 +8,11 @@
 # Exits 77, skipped, with the reason when Xorg cannot start here.
 # QD_MONITORS_SCREENSHOT=PATH also writes a picture of the window on the second monitor.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-SOURCE=$2
+e2e_begin "$@"
 skip() { echo "SKIP: $*"; exit 77; }
 command -v Xorg >/dev/null || skip "Xorg is missing (scripts/install-deps.sh installs xserver-xorg-core)"
 [ -e /usr/lib/xorg/modules/drivers/dummy_drv.so ] || skip "the dummy video driver is missing (xserver-xorg-video-dummy)"
 command -v xrandr >/dev/null || skip "xrandr is missing (x11-xserver-utils)"
-private_home
-pid= src= xorg=
-trap 'leave $pid $src $xorg' EXIT
-
 cat >"$E2E_HOME/xorg.conf" <<'EOF'
 Section "ServerFlags"
   Option "AutoAddDevices" "false"
@@ -47,10 +42,10 @@ EndSection
 EOF
 Xorg -config "$E2E_HOME/xorg.conf" -logfile "$E2E_HOME/Xorg.log" -noreset -nolisten tcp -displayfd 9 \
   9>"$E2E_HOME/display" >"$E2E_HOME/Xorg.out" 2>&1 &
-xorg=$!
+also=$!
 for _ in $(seq 150); do
   [ -s "$E2E_HOME/display" ] && break
-  kill -0 "$xorg" 2>/dev/null || break
+  kill -0 "$also" 2>/dev/null || break
   sleep 0.1
 done
 [ -s "$E2E_HOME/display" ] ||
@@ -65,10 +60,7 @@ xrandr --setmonitor LEFT 1024/271x768/203+0+0 "$output" >/dev/null
 xrandr --setmonitor RIGHT 1024/271x768/203+1024+0 none >/dev/null
 [ "$(xrandr --listmonitors | head -1)" = "Monitors: 2" ] || fail "xrandr did not make two monitors: $(xrandr --listmonitors)"
 
-write_conf
 printf 'notes\n' >"$E2E_HOME/notes.txt"
-log="$E2E_HOME/quaydrop.log"
-out="$E2E_HOME/source.out"
 
 # The monitor a point is on, as "left right" edges.
 monitor_of() { if [ "$1" -lt 1024 ]; then echo "0 1024"; else echo "1024 2048"; fi; }

@@ -2,12 +2,8 @@
 # The resident program on an X server with no tray host: it starts, says it has no tray, stays up,
 # turns a second start into a message to itself, and stops cleanly on SIGTERM.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-private_home
-trap 'leave $pid' EXIT
-
+e2e_begin "$@"
 write_conf kQuaydropIsOffKey=false # left off in the last session: on again after launch
-log="$E2E_HOME/first.log"
 start_quaydrop
 grep -q "no system tray is running" "$log" || fail "the missing tray host was not reported"
 [ "$(grep -c 'no system tray' "$log")" = 1 ] || fail "the missing tray host was reported more than once"

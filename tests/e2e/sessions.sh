@@ -2,9 +2,7 @@
 # One program per display, not per user: two X servers that share one runtime folder each run their
 # own Quaydrop, and a second start on one of them reaches the program of that display only.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-private_home
-write_conf
+e2e_begin "$@"
 xvfbs=() apps=()
 trap 'leave "${apps[@]}" "${xvfbs[@]}"' EXIT
 

@@ -3,13 +3,8 @@
 # exclusion list raises nothing; in hot-key mode drags raise nothing, the key opens the window at the
 # pointer, it stays when the pointer leaves, and the key again closes it.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-SOURCE=$2
-private_home
-trap 'leave $pid $src' EXIT
+e2e_begin "$@"
 printf 'notes\n' >"$E2E_HOME/notes.txt"
-log="$E2E_HOME/quaydrop.log"
-out="$E2E_HOME/source.out"
 start() { start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"; }
 
 # A whole drag of a file from the source; true when the program saw it start.
@@ -27,7 +22,6 @@ drag_a_file() {
 }
 
 # The source's windows carry the class "qd_dragsource", which no desktop file claims.
-write_conf
 mkdir -p "$XDG_DATA_HOME/com.velmora.Quaydrop"
 cat >"$XDG_DATA_HOME/com.velmora.Quaydrop/exclAppList.plist" <<'PLIST'
 <?xml version="1.0" encoding="UTF-8"?>

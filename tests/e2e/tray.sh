@@ -3,16 +3,12 @@
 # panel under it and kept on the screen, a second click closes it, another window taking the focus
 # closes it; with the icon hidden a second start brings icon and panel back.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
+e2e_begin "$@"
 command -v trayer >/dev/null || fail "trayer is missing (scripts/install-deps.sh installs it)"
 command -v xdotool >/dev/null || fail "xdotool is missing (scripts/install-deps.sh installs it)"
-private_home
-trap 'leave $pid $tray $other' EXIT
-pid= other=
-
 trayer --edge top --align right --widthtype pixel --width 100 --heighttype pixel --height 26 \
   --SetDockType false --SetPartialStrut false --expand false 2>/dev/null &
-tray=$!
+also=$!
 wait_until 30 sh -c 'xdotool search --classname trayer >/dev/null 2>&1' || fail "the tray host did not start"
 
 panel_visible() { xdotool search --onlyvisible --name '^Quaydrop options$' 2>/dev/null | head -1; }
@@ -26,8 +22,6 @@ has_panel() { [ -n "$(panel_visible)" ]; }
 no_panel() { [ -z "$(panel_visible)" ]; }
 has_icon() { [ -n "$(icon_window)" ]; }
 
-write_conf
-log="$E2E_HOME/first.log"
 start_quaydrop
 ! grep -q "no system tray" "$log" || fail "the tray host was not found"
 wait_until 15 has_icon || fail "no icon in the tray"
@@ -50,7 +44,7 @@ sleep 0.5
 xdotool mousemove --window "$icon" 8 8 click 1
 wait_until 5 has_panel || fail "the panel did not open again"
 xmessage -geometry +100+400 "another program" 2>/dev/null &
-other=$!
+also="$also $!"
 wait_until 5 sh -c 'xdotool search --name "^xmessage$" >/dev/null 2>&1'
 xdotool windowfocus --sync "$(xdotool search --name '^xmessage$' | head -1)"
 wait_until 5 no_panel || fail "the panel stayed when another window took the focus"

@@ -3,19 +3,15 @@
 # The bus is a private dbus-daemon, and logind is the test's own small service on it; a signal from
 # anyone else, and the one before sleep, change nothing.
 source "$(dirname "$0")/lib.sh"
-BIN=$1 LOGIN1=$2
-private_home
-write_conf
-bus= pid=
-trap 'leave $pid $bus' EXIT
+e2e_begin "$@"
+LOGIN1=$SOURCE
 
 dbus-daemon --config-file="$(dirname "$0")/system-bus.conf" --nofork --print-address=9 9>"$E2E_HOME/bus" 2>"$E2E_HOME/bus.log" &
-bus=$!
+also=$!
 for _ in $(seq 200); do [ -s "$E2E_HOME/bus" ] && break; sleep 0.1; done
 export DBUS_SYSTEM_BUS_ADDRESS=$(head -1 "$E2E_HOME/bus")
 [ -n "$DBUS_SYSTEM_BUS_ADDRESS" ] || fail "the private system bus did not start: $(cat "$E2E_HOME/bus.log")"
 
-log="$E2E_HOME/app.log"
 start_quaydrop
 grep -q "no system bus\|cannot listen for wake" "$log" && fail "did not listen on the private system bus: $(cat "$log")"
 

@@ -3,14 +3,8 @@
 # the pointer, away from the drag's direction; dropping on it shows the panel; a drag that goes on
 # away from it closes it; pressing and moving without a drag raises nothing.
 source "$(dirname "$0")/lib.sh"
-BIN=$1
-SOURCE=$2
-private_home
-trap 'leave $pid $src' EXIT
-write_conf
+e2e_begin "$@"
 printf 'notes\n' >"$E2E_HOME/notes.txt"
-log="$E2E_HOME/quaydrop.log"
-out="$E2E_HOME/source.out"
 start_quaydrop "quaydrop.window.debug=true;quaydrop.drag.debug=true"
 
 # Pressing and moving with no drag raises nothing: XdndSelection never changes hands.

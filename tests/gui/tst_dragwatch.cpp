@@ -4,7 +4,6 @@
 #include "LaunchedProgram.h"
 #include "core/dragwatch/DragContent.h"
 #include "core/dragwatch/DropHereGeometry.h"
-#include "core/intake/SingleItemDropGate.h"
 #include "core/plist/Plist.h"
 
 
@@ -133,23 +132,6 @@ private Q_SLOTS:
         QCOMPARE(DragContent::availableType(types, hasFiles), kind);
     }
 
-    void gate_data()
-    {
-        QTest::addColumn<QStringList>("paths");
-        QTest::addColumn<bool>("passes");
-        QTest::newRow("nothing") << QStringList() << false;
-        QTest::newRow("two, even volumes") << QStringList{"/media/someone/STICK", "/media/someone/STICK"} << true;
-        QTest::newRow("a volume alone") << QStringList{"/media/someone/STICK"} << false;
-        QTest::newRow("a file") << QStringList{QStringLiteral(QD_TEST_FILE)} << true;
-    }
-
-    void gate()
-    {
-        QFETCH(QStringList, paths);
-        QFETCH(bool, passes);
-        QCOMPARE(SingleItemDropGate::passes(paths), passes);
-    }
-
     void fileNameForDraggedData_data()
     {
         QTest::addColumn<QString>("suggested");
@@ -187,6 +169,7 @@ private Q_SLOTS:
         QTest::newRow("unknown type") << WatchedDrag{QStringList{"application/x-foo"}, {}, "", "", false, false, false, false};
         QTest::newRow("link without image") << WatchedDrag{files, {}, "", "", false, false, false, false};
         QTest::newRow("lone volume") << WatchedDrag{files, QStringList{"/media/someone/STICK"}, "", "", false, false, false, false};
+        QTest::newRow("two volumes") << WatchedDrag{files, QStringList(2, "/media/someone/STICK"), "", "", false, false, true, true};
         QTest::newRow("over an image editor") << WatchedDrag{files, file, "org.gimp.GIMP", "", false, false, false, false};
         QTest::newRow("image editor in front") << WatchedDrag{files, file, "", "org.kde.krita", false, false, false, false};
         QTest::newRow("image editor, hot-key mode") << WatchedDrag{files, file, "org.gimp.GIMP", "", true, false, false, true};

@@ -445,21 +445,15 @@ private Q_SLOTS:
         QVERIFY(alerts().isEmpty());
     }
 
-    void rowsShowNamesOfTheListedApplications()
+    void exclusionListNamesPicksAndAsksBeforeRemoving()
     {
         QDir().mkpath(Utils::QDappSupportPath());
         QVERIFY(Plist::writeFileAtomically(Utils::pathForExlAppsPlist(), QStringList{"org.kde.krita", "qd_dragsource"}).ok());
         ExclusionListWC window(entries());
+        window.show();
         QCOMPARE(window.exclApps, (QStringList{"org.kde.krita", "qd_dragsource"}));
         // A window class without a desktop file shows as it is.
         QCOMPARE(shownNames(window), (QStringList{"Krita", "qd_dragsource"}));
-    }
-
-    void pickerAddsInstalledApplications()
-    {
-        Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
-        ExclusionListWC window(entries());
-        window.show();
         window.chooseApplication();
         auto *picker = qobject_cast<ApplicationPicker *>(window.picker());
         QVERIFY(picker);
@@ -474,32 +468,25 @@ private Q_SLOTS:
         picker->list()->item(0)->setSelected(true);
         picker->list()->item(1)->setSelected(true);
         picker->accept();
-        QCOMPARE(Utils::exclBndlIDAppsArray(), (QStringList{"org.kde.krita", "org.gimp.GIMP", "org.inkscape.Inkscape"}));
-        QCOMPARE(shownNames(window), (QStringList{"Krita", "GIMP", "Inkscape"}));
+        QCOMPARE(Utils::exclBndlIDAppsArray(), (QStringList{"org.kde.krita", "qd_dragsource", "org.gimp.GIMP", "org.inkscape.Inkscape"}));
+        QCOMPARE(shownNames(window), (QStringList{"Krita", "qd_dragsource", "GIMP", "Inkscape"}));
         QVERIFY(!window.picker());
-    }
-
-    void removingAsksFirst()
-    {
-        Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.gimp.GIMP"), false);
-        Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
-        ExclusionListWC window(entries());
-        window.show();
+        // Removing a row asks first, naming the application.
         const auto answer = [&window](int row, const QString &button) {
             window.exclTblView->itemWidget(window.exclTblView->item(row))->findChild<QToolButton *>()->click();
             QMessageBox *question = window.removalQuestion();
             QVERIFY(question);
-            QCOMPARE(question->informativeText(), window.exclTblView->item(row) ? shownNames(window).at(row) : QString());
+            QCOMPARE(question->informativeText(), shownNames(window).at(row));
             for (QAbstractButton *b : question->buttons())
                 if (b->text() == button)
                     b->click();
         };
-        answer(1, Texts::localized("NO"));
+        answer(2, Texts::localized("NO"));
         QTRY_VERIFY(!window.removalQuestion()); // answered, and gone
-        QCOMPARE(Utils::exclBndlIDAppsArray(), (QStringList{"org.gimp.GIMP", "org.kde.krita"}));
+        QCOMPARE(Utils::exclBndlIDAppsArray().size(), 4);
         answer(1, Texts::localized("YES"));
-        QCOMPARE(Utils::exclBndlIDAppsArray(), QStringList{"org.gimp.GIMP"});
-        QCOMPARE(shownNames(window), QStringList{"GIMP"});
+        QCOMPARE(Utils::exclBndlIDAppsArray(), (QStringList{"org.kde.krita", "org.gimp.GIMP", "org.inkscape.Inkscape"}));
+        QCOMPARE(shownNames(window), (QStringList{"Krita", "GIMP", "Inkscape"}));
     }
 
 private:
