@@ -240,9 +240,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("bytes");
-        const QByteArray jpeg = encoded(picture(400, 300), "jpg");
+        // (Which files are refused, and why, is the picture's own test's: here how the window says it.)
         QTest::newRow("not an image") << "notes.png" << QByteArray("plain words\n");
-        QTest::newRow("cut short") << "cut.jpg" << jpeg.left(jpeg.size() / 3);
         QTest::newRow("claims 60000 x 60000") << "huge.png" << pngClaiming(60000, 60000);
     }
 

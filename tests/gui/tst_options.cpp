@@ -71,17 +71,14 @@ private Q_SLOTS:
     {
         QFile::remove(Utils::getTimeSavedPlistPath()); // each case starts from no time saved
         SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
-        m_fakes = std::make_unique<FakePlatform>(QDir::tempPath() + QStringLiteral("/quaydrop-options-trash"));
-        m_app = launchedOn(*m_fakes);
+        f.launch();
         QVERIFY(panel());
     }
 
     void cleanup()
     {
         QFile::remove(Utils::pathForExlAppsPlist());
-        m_app.reset();
-        deleteLeftoverWindows();
-        SettingsStore::shared().resetAll();
+        f.close();
         Texts::setLanguage(QStringLiteral("en"));
     }
 
@@ -118,21 +115,21 @@ private Q_SLOTS:
         QCOMPARE(p->onClickCheckBox->isChecked(), !shortcutEnabled); // never both, never neither
         QCOMPARE(p->shortcutView->isEnabled(), shortcutEnabled);
         // The key is grabbed or released to match.
-        QCOMPARE(m_fakes->hotKey.bound.isEmpty(), !shortcutEnabled);
+        QCOMPARE(f.fakes->hotKey.bound.isEmpty(), !shortcutEnabled);
     }
 
     void recordedKeyIsStoredAndTakenAgain()
     {
         PopMenuContentViewController *p = panel();
         p->onHotkeyCheckBox->click();
-        QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Alt+F"));
+        QCOMPARE(f.fakes->hotKey.bound, QStringLiteral("Ctrl+Alt+F"));
         p->shortcutView->setFocus();
         p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Shift+D, Ctrl+X")));
         p->shortcutRecorded();
         QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Shift+D")); // one combination
-        QCOMPARE(m_fakes->hotKey.bound, QStringLiteral("Ctrl+Shift+D"));
+        QCOMPARE(f.fakes->hotKey.bound, QStringLiteral("Ctrl+Shift+D"));
         // A key another program holds: said under the recorder.
-        m_fakes->hotKey.refuse = true;
+        f.fakes->hotKey.refuse = true;
         p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Alt+K")));
         p->shortcutRecorded();
         QVERIFY(!p->hotKeyProblemLbl->isHidden());
@@ -145,15 +142,15 @@ private Q_SLOTS:
         QVERIFY(p->onOffSwitch->isOn()); // each start is switched on
         QTest::mouseClick(p->onOffSwitch, Qt::LeftButton);
         QVERIFY(!Utils::QuaydropIsOFFSate());
-        QVERIFY(m_app->statusItem()->appearsDisabled());
+        QVERIFY(f.app->statusItem()->appearsDisabled());
         QVERIFY(p->enableUserNotificationsSwitch->isOn());
         QTest::mouseClick(p->enableUserNotificationsSwitch, Qt::LeftButton);
         QVERIFY(!Utils::enableUserNotifWhenDoneSwitchValue());
         QTest::mouseClick(p->launchAtLoginSwitch, Qt::LeftButton);
-        QVERIFY(m_fakes->loginItems.enabled);
+        QVERIFY(f.fakes->loginItems.enabled);
         // The panel reads back what is stored when it shows again.
         SettingsStore::shared().setBool(SettingsKey::EnableUserNotifWhenDoneSwitch, true);
-        m_fakes->loginItems.enabled = false;
+        f.fakes->loginItems.enabled = false;
         NotificationCenter::defaultCenter().post(QString::fromLatin1(NotificationName::StatusItemWindowWillShow));
         QVERIFY(p->enableUserNotificationsSwitch->isOn());
         QVERIFY(!p->launchAtLoginSwitch->isOn());
@@ -162,7 +159,7 @@ private Q_SLOTS:
     void autostartEntryWrittenAndRemoved()
     {
         XdgAutostart autostart(QStringLiteral("/opt/quay drop/quaydrop"));
-        Platform services = m_fakes->services();
+        Platform services = f.fakes->services();
         services.loginItems = &autostart;
         Platform::install(services);
         PopMenuContentViewController p;
@@ -176,7 +173,7 @@ private Q_SLOTS:
         QTest::mouseClick(p.launchAtLoginSwitch, Qt::LeftButton);
         QVERIFY(!QFile::exists(XdgAutostart::entryPath()));
         QVERIFY(!p.launchAtLoginSwitch->isOn());
-        Platform::install(m_fakes->services());
+        Platform::install(f.fakes->services());
     }
 
     void timeSavedAndTheShareThreshold_data()
@@ -209,9 +206,9 @@ private Q_SLOTS:
             QCOMPARE(p->postOnTwitterMenuItem->property("tag").toInt(), 2);
             p->shareTimeSubMenu->hide();
             p->postOnTwitterMenuItem->trigger();
-            QCOMPARE(m_fakes->workspace.opened.size(), 1);
-            QVERIFY(m_fakes->workspace.opened.first().startsWith(QStringLiteral("https://twitter.com/intent/tweet?text=")));
-            QVERIFY(QUrl::fromPercentEncoding(m_fakes->workspace.opened.first().toUtf8()).contains(relativeTime(seconds)));
+            QCOMPARE(f.fakes->workspace.opened.size(), 1);
+            QVERIFY(f.fakes->workspace.opened.first().startsWith(QStringLiteral("https://twitter.com/intent/tweet?text=")));
+            QVERIFY(QUrl::fromPercentEncoding(f.fakes->workspace.opened.first().toUtf8()).contains(relativeTime(seconds)));
         }
     }
 
@@ -229,9 +226,9 @@ private Q_SLOTS:
         QCOMPARE(p->optionsSubMenu->actions().first()->text(), Texts::localized("exclListMenuItem"));
         QVERIFY(p->optionsSubMenu->actions().first()->text() != QStringLiteral("Exclusion List…"));
         // Other open windows too: the resize overlay's title and buttons.
-        QTRY_COMPARE(m_app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
+        QTRY_COMPARE(f.app->imgResizeVC->findChild<QPushButton *>(QStringLiteral("doneBtn"))->text(), QStringLiteral("Größe"));
         QTRY_VERIFY(p->exclListWC()->windowTitle() != englishTitle);
-        QTRY_COMPARE(m_app->statusItem()->trayIcon()->contextMenu()->actions().at(2)->text(), QStringLiteral("Quaydrop beenden"));
+        QTRY_COMPARE(f.app->statusItem()->trayIcon()->contextMenu()->actions().at(2)->text(), QStringLiteral("Quaydrop beenden"));
         QCOMPARE(p->exclListWC()->windowTitle(), Texts::localized("exclListTitle"));
         // Kept for the next start.
         QCOMPARE(Texts::startupLanguage(), QStringLiteral("de"));
@@ -269,7 +266,7 @@ private Q_SLOTS:
 
     void statusWindowComesAndGoes()
     {
-        CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
+        CCNStatusItemWindowController *c = f.app->statusItem()->windowController();
         QStringList names = postedNames([&] {
             c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
             QVERIFY(c->animationIsRunning());
@@ -282,7 +279,7 @@ private Q_SLOTS:
         QCOMPARE(c->window()->userContentView(), panel());
         QVERIFY(c->window()->geometry().top() >= 26);
         names = postedNames([&] {
-            m_app->statusItem()->handleStatusItemButtonAction();
+            f.app->statusItem()->handleStatusItemButtonAction();
             QTRY_VERIFY(!c->windowIsOpen() && !c->animationIsRunning());
         });
         QCOMPARE(names, QStringList({"CCNStatusItemWindowWillDismissNotification", "CCNStatusItemWindowDidDismissNotification"}));
@@ -301,12 +298,12 @@ private Q_SLOTS:
         QMessageBox *alert = p->hideIconAlert();
         QVERIFY(alert && alert->isVisible());
         alert->buttons().at(1)->click(); // Cancel changes nothing
-        QVERIFY(!m_app->statusItem()->isRemoved());
+        QVERIFY(!f.app->statusItem()->isRemoved());
         QVERIFY(!Utils::shouldHideStatusBarItem());
         p->hideMenuBarIcon();
         QTRY_VERIFY(p->hideIconAlert());
         p->hideIconAlert()->buttons().at(0)->click();
-        QVERIFY(m_app->statusItem()->isRemoved());
+        QVERIFY(f.app->statusItem()->isRemoved());
         QVERIFY(Utils::shouldHideStatusBarItem()); // a second start brings it back: e2e_tray
     }
 
@@ -327,7 +324,7 @@ private Q_SLOTS:
         theme.setColor(QPalette::Window, window);
         theme.setColor(QPalette::WindowText, text);
         QApplication::setPalette(theme);
-        CCNStatusItemWindowController *c = m_app->statusItem()->windowController();
+        CCNStatusItemWindowController *c = f.app->statusItem()->windowController();
         // First as the panel under an icon, then as what a desktop without a tray gets.
         c->showStatusItemWindow(QRect(600, 0, 24, 24), QRect(0, 0, 1280, 800));
         QTRY_VERIFY(c->windowIsOpen());
@@ -416,10 +413,10 @@ private Q_SLOTS:
                 texts << l->text();
             return texts;
         };
-        m_app.reset();
+        f.app.reset();
         SettingsStore::shared().resetAll();
         {
-            AppDelegate first(m_fakes->services());
+            AppDelegate first(f.fakes->services());
             first.applicationDidFinishLaunching();
             // The last slide says where the options are: here, with no tray, a second start opens them.
             QVERIFY(first.introSlidesWC && first.introSlidesWC->isVisible());
@@ -433,13 +430,13 @@ private Q_SLOTS:
             QCOMPARE(alerts().size(), 1);
             QCOMPARE(alerts().first()->informativeText(), Texts::localized("loginLaunchInfTXTNoTray"));
             alerts().first()->buttons().first()->click(); // "Yes"
-            QVERIFY(m_fakes->loginItems.enabled);
+            QVERIFY(f.fakes->loginItems.enabled);
         }
         QTRY_VERIFY(alerts().isEmpty());
         // Neither slides nor question again, even with login switched off meanwhile.
-        m_fakes->loginItems.enabled = false;
+        f.fakes->loginItems.enabled = false;
         SettingsStore::shared().setBool(SettingsKey::DontShowIntroSlider, true);
-        AppDelegate second(m_fakes->services());
+        AppDelegate second(f.fakes->services());
         second.applicationDidFinishLaunching();
         QVERIFY(!second.introSlidesWC);
         QVERIFY(alerts().isEmpty());
@@ -490,9 +487,8 @@ private Q_SLOTS:
     }
 
 private:
-    std::unique_ptr<FakePlatform> m_fakes;
-    std::unique_ptr<AppDelegate> m_app;
-    PopMenuContentViewController *panel() const { return m_app->optionsPanel(); }
+    LaunchedFixture f;
+    PopMenuContentViewController *panel() const { return f.app->optionsPanel(); }
     DesktopEntries entries() const { return DesktopEntries::load({m_apps.path()}); }
     static QStringList shownNames(const ExclusionListWC &window)
     {
