@@ -1,6 +1,7 @@
 // Renders the page board and the wallpaper overlay for the README: twelve pictures on the board, some
 // turned, one selected; the wallpaper overlay with the two pictures before the present one.
 
+#include "EditorFixtures.h"
 #include "LaunchedProgram.h"
 #include "Screenshots.h"
 
@@ -9,33 +10,17 @@
 #include "images/board/ui/LRHMIKImageBrowserView.h"
 #include "images/board/ui/PDFPreviewWC.h"
 
-#include <QLinearGradient>
 #include <QPainter>
 
 using namespace Screenshots;
 
 namespace {
 
-// A landscape of sky, sea and a sun, in colours of its own for each seed.
+// The harbour scenery, in a tint of its own for each seed.
 QString photo(const QString &folder, const QString &name, int seed, bool portrait = false)
 {
-    const int w = portrait ? 600 : 900, h = portrait ? 900 : 600;
-    QImage img(w, h, QImage::Format_RGB32);
-    QPainter p(&img);
-    QLinearGradient sky(0, 0, 0, h * 0.6);
-    sky.setColorAt(0, QColor::fromHsv((seed * 37) % 360, 120, 240));
-    sky.setColorAt(1, QColor::fromHsv((seed * 37 + 30) % 360, 60, 255));
-    p.fillRect(0, 0, w, int(h * 0.6), sky);
-    QLinearGradient sea(0, h * 0.6, 0, h);
-    sea.setColorAt(0, QColor::fromHsv((200 + seed * 11) % 360, 160, 170));
-    sea.setColorAt(1, QColor::fromHsv((210 + seed * 11) % 360, 200, 90));
-    p.fillRect(0, int(h * 0.6), w, h, sea);
-    p.setPen(Qt::NoPen);
-    p.setBrush(QColor(255, 230, 150));
-    p.drawEllipse(QPointF(w * (0.2 + 0.06 * (seed % 10)), h * 0.3), w * 0.08, w * 0.08);
-    p.setBrush(QColor(40, 40, 50));
-    p.drawRect(int(w * 0.65), int(h * 0.45), int(w * 0.2), int(h * 0.15)); // a quay shed
-    p.end();
+    QImage img = EditorFixtures::scenery(portrait ? 600 : 900, portrait ? 900 : 600);
+    QPainter(&img).fillRect(img.rect(), QColor::fromHsv((seed * 37) % 360, 200, 230, 90));
     const QString path = folder + QLatin1Char('/') + name;
     img.save(path, "JPEG", 88);
     return path;
