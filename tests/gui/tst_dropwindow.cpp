@@ -26,11 +26,15 @@
 #include <QSignalSpy>
 
 
+// One item dropped (a folder when the name ends in a slash), in the test's folder, the library folder
+// or the folder where another application's files are kept: the panel, and its buttons that are on,
+// shown but off, and hidden.
 struct DroppedFile
 {
     QString name;
     QByteArray bytes;
-    bool pdfButtons, zip;
+    QString where, panel;
+    QStringList on, off, hidden;
 };
 Q_DECLARE_METATYPE(DroppedFile)
 
@@ -52,28 +56,6 @@ private Q_SLOTS:
         Texts::setLanguage(QStringLiteral("en"));
     }
 
-    void libraryImageDisablesWhatWouldChangeIt()
-    {
-        // The library folder is that of the real home, from the password database: a folder of our own
-        // in it, removed again, with the library folder itself if the test made it.
-        const QString library = Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/Library");
-        const bool madeLibrary = !QFileInfo::exists(library);
-        QVERIFY(QDir().mkpath(library));
-        QTemporaryDir inLibrary(library + QStringLiteral("/quaydrop-test-XXXXXX"));
-        QVERIFY(inLibrary.isValid());
-        f.drop({writtenFile(inLibrary.path() + QStringLiteral("/icon.png"), pngBytes())});
-        QVERIFY(f.app->libraryFolderFile);
-        ActionPanelView *view = current();
-        QCOMPARE(view->objectName(), QStringLiteral("imgActionPanel"));
-        for (const char *off : {"zipImgBtn", "revealImginFinderBtn", "createNewFImgBtn", "trashImgBtn"})
-            QVERIFY2(!view->button(QLatin1String(off))->isEnabled(), off);
-        for (const char *on : {"mailImgBtn", "shareImgBtn", "resizeImgBtn", "deskPbtn", "moveFileToBtn"})
-            QVERIFY2(view->button(QLatin1String(on))->isEnabled(), on);
-        inLibrary.remove();
-        if (madeLibrary)
-            QDir().rmdir(library);
-    }
-
     void severalFilesWithOneImage()
     {
         const QString image = f.file(QStringLiteral("one.png"), pngBytes());
@@ -87,47 +69,53 @@ private Q_SLOTS:
         QVERIFY(!f.app->multiFilesActionPanelShown);
     }
 
-    void defaultPanelFollowsTheFile_data()
+    void buttonsFollowTheFileAndWhereItIs_data()
     {
         QTest::addColumn<DroppedFile>("row");
-        QTest::newRow("PDF") << DroppedFile{"report.pdf", QByteArray("%PDF-1.7\n%%EOF\n"), true, true};
-        QTest::newRow("PDF without extension") << DroppedFile{"scan", QByteArray("%PDF-1.4\n"), true, true};
-        QTest::newRow("PDF after a mailer's junk") << DroppedFile{"mailed.pdf", QByteArray("junk\r\n%PDF-1.4\n"), true, true};
-        QTest::newRow("text named like a PDF") << DroppedFile{"fake.pdf", QByteArray("just words"), false, true};
-        QTest::newRow("folder named like a PDF") << DroppedFile{"papers.pdf/", {}, false, true};
-        QTest::newRow("archive") << DroppedFile{"photos.zip", QByteArray("PK\x03\x04"), false, false};
+        const QStringList pdf{"printPrTbleFileBtn", "convrtPDFToImgBtn"}, zip{"zipBtn"};
+        const QString other = QStringLiteral("defaultActionPanel");
+        QTest::newRow("PDF") << DroppedFile{"report.pdf", "%PDF-1.7\n%%EOF\n", "", other, pdf + zip, {}, {}};
+        QTest::newRow("PDF without extension") << DroppedFile{"scan", "%PDF-1.4\n", "", other, pdf + zip, {}, {}};
+        QTest::newRow("PDF after a mailer's junk") << DroppedFile{"mailed.pdf", "junk\r\n%PDF-1.4\n", "", other, pdf + zip, {}, {}};
+        QTest::newRow("text named like a PDF") << DroppedFile{"fake.pdf", "just words", "", other, zip, {}, pdf};
+        QTest::newRow("folder named like a PDF") << DroppedFile{"papers.pdf/", {}, "", other, zip, {}, pdf};
+        QTest::newRow("archive") << DroppedFile{"photos.zip", "PK\x03\x04", "", other, {}, zip, pdf};
+        // The test's folder lies below /tmp: a file there is the user's like any other.
+        QTest::newRow("a file under /tmp") << DroppedFile{"under-tmp.bin", "x", "", other, {"trashFileBtn"}, {}, {}};
+        // What another application handed out is kept in our own temp folder: not the user's to trash.
+        QTest::newRow("handed out by another application") << DroppedFile{"handed-out.bin", "x", "temp", other, {}, {"trashFileBtn"}, {}};
+        QTest::newRow("an image in the library folder")
+            << DroppedFile{"icon.png", pngBytes(), "library", "imgActionPanel",
+                           {"mailImgBtn", "shareImgBtn", "resizeImgBtn", "deskPbtn", "moveFileToBtn"},
+                           {"zipImgBtn", "revealImginFinderBtn", "createNewFImgBtn", "trashImgBtn"}, {}};
     }
 
-    void defaultPanelFollowsTheFile()
+    void buttonsFollowTheFileAndWhereItIs()
     {
         QFETCH(DroppedFile, row);
-        const auto &[name, bytes, pdfButtons, zip] = row;
-        QString path = f.dir.path() + QLatin1Char('/') + name.chopped(name.endsWith(QLatin1Char('/')) ? 1 : 0);
-        if (name.endsWith(QLatin1Char('/')))
+        // The library folder is that of the real home, from the password database: a folder of our own
+        // in it, removed again, with the library folder itself if the test made it.
+        const QString library = Utils::checkAndReturnHomeFolderPath({}) + QStringLiteral("/Library");
+        const bool madeLibrary = row.where == u"library" && !QFileInfo::exists(library);
+        std::unique_ptr<QTemporaryDir> folder;
+        if (row.where == u"library" && QDir().mkpath(library))
+            folder = std::make_unique<QTemporaryDir>(library + QStringLiteral("/quaydrop-test-XXXXXX"));
+        else if (row.where == u"temp")
+            folder = std::make_unique<QTemporaryDir>(Utils::tempFileOperationsFolder() + QStringLiteral("/test-XXXXXX"));
+        const QString path = (folder ? folder->path() : f.dir.path()) + QLatin1Char('/') + row.name;
+        if (row.name.endsWith(QLatin1Char('/')))
             QVERIFY(QDir().mkpath(path));
-        else
-            path = f.file(name, bytes);
-        f.drop({path});
-        QCOMPARE(current()->objectName(), QStringLiteral("defaultActionPanel"));
-        for (const char *b : {"printPrTbleFileBtn", "convrtPDFToImgBtn"}) {
-            QCOMPARE(current()->button(QLatin1String(b))->isVisible(), pdfButtons);
-            QCOMPARE(current()->button(QLatin1String(b))->isEnabled(), pdfButtons);
-        }
-        QCOMPARE(current()->button(QStringLiteral("zipBtn"))->isEnabled(), zip);
-    }
-
-    void onlyOurTempFolderHoldsAnotherApplicationsFiles()
-    {
-        // The test's folder lies below /tmp: a file there is the user's like any other.
-        f.drop({f.file(QStringLiteral("under-tmp.bin"))});
-        QVERIFY(!f.app->droppedImageFromOtherApp);
-        QVERIFY(current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
-        // What another application handed out is kept in our own temp folder.
-        const QString handedOut = writtenFile(Utils::tempFileOperationsFolder() + QStringLiteral("/handed-out.bin"));
-        f.drop({handedOut});
-        QVERIFY(f.app->droppedImageFromOtherApp);
-        QVERIFY(!current()->button(QStringLiteral("trashFileBtn"))->isEnabled());
-        QFile::remove(handedOut);
+        f.drop({row.name.endsWith(QLatin1Char('/')) ? path.chopped(1) : writtenFile(path, row.bytes)});
+        folder.reset();
+        if (madeLibrary)
+            QDir().rmdir(library);
+        QCOMPARE(current()->objectName(), row.panel);
+        for (const QString &b : std::as_const(row.on))
+            QVERIFY2(current()->button(b)->isVisible() && current()->button(b)->isEnabled(), qPrintable(b));
+        for (const QString &b : std::as_const(row.off))
+            QVERIFY2(current()->button(b)->isVisible() && !current()->button(b)->isEnabled(), qPrintable(b));
+        for (const QString &b : std::as_const(row.hidden))
+            QVERIFY2(!current()->button(b)->isVisible() && !current()->button(b)->isEnabled(), qPrintable(b));
     }
 
     void textPanelCountsAndRereads()
