@@ -64,26 +64,15 @@ private Q_SLOTS:
         QCOMPARE(vc->widthTextField->text(), QStringLiteral("1000"));
         QCOMPARE(vc->heightTextField->text(), QStringLiteral("750"));
         QVERIFY(vc->cropRotateBtn->isEnabled());
-        // The arrows step the focused field by one, within five digits and not below one.
+        // The arrows step the focused field, and typing one side gives the other in proportion (the
+        // rules' own cases are the resize plan's test).
         QTest::keyClick(vc->widthTextField, Qt::Key_Up);
         QCOMPARE(vc->widthTextField->text(), QStringLiteral("1001"));
         QCOMPARE(vc->heightTextField->text(), QStringLiteral("750")); // 750.75 truncated
-        vc->widthTextField->setText(QStringLiteral("12345"));
-        QTest::keyClick(vc->widthTextField, Qt::Key_Up);
-        QCOMPARE(vc->widthTextField->text(), QStringLiteral("12345"));
-        vc->heightTextField->setText(QStringLiteral("1"));
         QTest::keyClick(vc->heightTextField, Qt::Key_Down);
-        QCOMPARE(vc->heightTextField->text(), QStringLiteral("1"));
-        // Typing one side gives the other in proportion; an emptied side empties the other.
-        retype(vc->widthTextField, QStringLiteral("333"));
-        QCOMPARE(vc->heightTextField->text(), QStringLiteral("249"));
+        QCOMPARE(vc->widthTextField->text(), QStringLiteral("998")); // 998.67 truncated
         retype(vc->heightTextField, QStringLiteral("375"));
         QCOMPARE(vc->widthTextField->text(), QStringLiteral("500"));
-        for (int i = 0; i < 3; ++i)
-            QTest::keyClick(vc->heightTextField, Qt::Key_Backspace);
-        QCOMPARE(vc->widthTextField->text(), QString());
-        QTest::keyClick(vc->heightTextField, Qt::Key_Down);
-        QCOMPARE(vc->heightTextField->text(), QStringLiteral("-1"));
         // Unticked, the fields are independent; ticked again, the picture's size is back.
         vc->proportionCheckBox->setChecked(false);
         vc->heightTextField->setText(QStringLiteral("7"));
