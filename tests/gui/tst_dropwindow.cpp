@@ -344,37 +344,6 @@ private Q_SLOTS:
         QVERIFY(QLineF(centre, DropWindow::screenFrameYUp(centre).center()).length() < 1.5);
     }
 
-    void pasteActsAsADrop_data()
-    {
-        QTest::addColumn<QString>("format");
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("view");
-        QTest::newRow("files") << "text/uri-list" << QByteArray("FILE\r\n") << "docTxtActionPanel";
-        QTest::newRow("files of a GNOME file manager") << "x-special/gnome-copied-files" << QByteArray("copy\nFILE")
-                                                       << "docTxtActionPanel";
-        QTest::newRow("text") << "text/plain" << QByteArray("Ships at dawn") << "stringDroppedActionPanel";
-        QTest::newRow("image data") << "image/png" << QByteArray("PNG") << "droppedImagePanel";
-        QTest::newRow("nothing the window takes") << "application/x-private" << QByteArray("x") << "dropFilesHereView";
-    }
-
-    void pasteActsAsADrop()
-    {
-        QFETCH(QString, format);
-        QFETCH(QByteArray, content);
-        QFETCH(QString, view);
-        const QString file = f.file(QStringLiteral("pasted.txt"));
-        if (content == "PNG")
-            content = pngBytes();
-        content.replace("FILE", QUrl::fromLocalFile(file).toEncoded());
-        auto *data = new QMimeData;
-        data->setData(format, content);
-        QGuiApplication::clipboard()->setMimeData(data);
-        QTest::keySequence(f.app->window, QKeySequence::Paste);
-        QCOMPARE(f.app->window->contentView()->objectName(), view);
-        if (view == u"docTxtActionPanel")
-            QCOMPARE(f.app->filePathsArr, QStringList{file});
-    }
-
     void everyTextFits_data()
     {
         // Run once more at 200 %: the texts must fit at both scales (ctest's tst_dropwindow_texts_200).

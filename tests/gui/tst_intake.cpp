@@ -8,6 +8,7 @@
 #include "core/window/DropFilesHereView.h"
 #include "core/window/DropView.h"
 
+#include <QClipboard>
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QLabel>
@@ -42,24 +43,31 @@ private Q_SLOTS:
 
     void windowTarget_data()
     {
-        // What is dropped: files of the test's folder by name ("." the folder itself), other addresses as
-        // they are, or data of one type.
+        // What is dropped, or pasted with the window's paste key: files of the test's folder by name ("."
+        // the folder itself), other addresses as they are, or data of one type ("FILE" the address of
+        // notes.txt in it).
         QTest::addColumn<QStringList>("urls");
         QTest::addColumn<QString>("type");
         QTest::addColumn<QByteArray>("data");
         QTest::addColumn<bool>("taken");
         QTest::addColumn<int>("panel"); // 0: none
+        QTest::addColumn<bool>("paste");
         const QByteArray png("\x89PNG\r\n\x1a\n", 8);
-        QTest::newRow("a text file") << QStringList{"notes.txt"} << "" << QByteArray() << true << 2;
-        QTest::newRow("an image file") << QStringList{"photo.png"} << "" << png << true << 1;
-        QTest::newRow("a folder") << QStringList{"."} << "" << QByteArray() << true << 333;
-        QTest::newRow("another file") << QStringList{"data.bin"} << "" << QByteArray() << true << 777;
-        QTest::newRow("two files") << QStringList{"a.txt", "b.txt"} << "" << QByteArray() << true << 888;
-        QTest::newRow("text") << QStringList() << "text/plain" << QByteArray("two words") << true << 222;
-        QTest::newRow("image data") << QStringList() << "image/png" << png << true << 444;
-        QTest::newRow("a lone volume") << QStringList{"/media/someone/STICK"} << "" << QByteArray() << false << 0;
-        QTest::newRow("a web link without an image") << QStringList{"https://example.org/page"} << "" << QByteArray() << false << 0;
-        QTest::newRow("a type nobody knows") << QStringList() << "application/x-foo" << QByteArray("?") << false << 0;
+        QTest::newRow("a text file") << QStringList{"notes.txt"} << "" << QByteArray() << true << 2 << false;
+        QTest::newRow("an image file") << QStringList{"photo.png"} << "" << png << true << 1 << false;
+        QTest::newRow("a folder") << QStringList{"."} << "" << QByteArray() << true << 333 << false;
+        QTest::newRow("another file") << QStringList{"data.bin"} << "" << QByteArray() << true << 777 << false;
+        QTest::newRow("two files") << QStringList{"a.txt", "b.txt"} << "" << QByteArray() << true << 888 << false;
+        QTest::newRow("text") << QStringList() << "text/plain" << QByteArray("two words") << true << 222 << false;
+        QTest::newRow("image data") << QStringList() << "image/png" << png << true << 444 << false;
+        QTest::newRow("a lone volume") << QStringList{"/media/someone/STICK"} << "" << QByteArray() << false << 0 << false;
+        QTest::newRow("a web link without an image") << QStringList{"https://example.org/page"} << "" << QByteArray() << false << 0 << false;
+        QTest::newRow("a type nobody knows") << QStringList() << "application/x-foo" << QByteArray("?") << false << 0 << false;
+        QTest::newRow("files, pasted") << QStringList{"notes.txt"} << "" << QByteArray() << true << 2 << true;
+        QTest::newRow("a GNOME file manager's files, pasted") << QStringList() << "x-special/gnome-copied-files" << QByteArray("copy\nFILE") << true << 2 << true;
+        QTest::newRow("text, pasted") << QStringList() << "text/plain" << QByteArray("two words") << true << 222 << true;
+        QTest::newRow("image data, pasted") << QStringList() << "image/png" << png << true << 444 << true;
+        QTest::newRow("nothing the window takes, pasted") << QStringList() << "application/x-private" << QByteArray("x") << false << 0 << true;
     }
 
     void windowTarget()
@@ -69,15 +77,21 @@ private Q_SLOTS:
         QFETCH(QByteArray, data);
         QFETCH(bool, taken);
         QFETCH(int, panel);
-        QMimeData dropped;
+        QFETCH(bool, paste);
+        auto dropped = std::make_unique<QMimeData>();
         QList<QUrl> addresses;
         for (const QString &u : urls)
             addresses << (u.contains(QLatin1Char('/')) ? QUrl::fromUserInput(u) : QUrl::fromLocalFile(u == u"." ? f.dir.path() : file(u, data.isEmpty() ? "x" : data)));
         if (!urls.isEmpty())
-            dropped.setUrls(addresses);
+            dropped->setUrls(addresses);
         else
-            dropped.setData(type, data);
-        QCOMPARE(dropOn(f.app->dropFilesHereView, &dropped), taken);
+            dropped->setData(type, QByteArray(data).replace("FILE", QUrl::fromLocalFile(file(QStringLiteral("notes.txt"))).toEncoded()));
+        if (paste) {
+            QGuiApplication::clipboard()->setMimeData(dropped.release());
+            QTest::keySequence(f.app->window, QKeySequence::Paste);
+        } else {
+            QCOMPARE(dropOn(f.app->dropFilesHereView, dropped.get()), taken);
+        }
         QCOMPARE(f.app->oneofThePanelsIsShown, panel != 0);
         QVERIFY(!f.app->emptyContviewIsShown);
         if (!taken) {
