@@ -1,6 +1,6 @@
-// The floor of a command's start: a QCoreApplication that prints how many arguments it got and ends;
-// given a file, it prints the file's type by name as Qt's type database finds it (the floor of
-// `quaydrop type`). bench/startup.sh times it beside stat and quaydrop.
+// A Qt command's start: a QCoreApplication that prints how many arguments it got and ends; given a
+// file, it prints the file's type by name as Qt's type database finds it (what `quaydrop type` would
+// cost through Qt). bench/startup.sh times it beside stat and quaydrop.
 
 #include <QCoreApplication>
 #include <QMimeDatabase>

@@ -2,7 +2,8 @@
 # How light Quaydrop starts, against peers in the same run; prints the ratios (of medians, and of the
 # fastest runs, which a loaded machine disturbs least).
 #   1. quaydrop --help, type FILE, size FILE against stat FILE (target <= 3 x), cp --help and a bare
-#      QCoreApplication (the floor any Qt command pays here), alone and looking a file's type up
+#      QCoreApplication (what a Qt command with an application object pays), alone and looking a
+#      file's type up through Qt's type database
 #   2. quaydrop copy of one 512 MiB file against cp (target <= 1.1 x)
 #   3. the resident program at rest: resident memory (target <= 35 MiB) beside a bare QApplication
 #      with a tray icon and a hidden window (the floor), and no decoder library mapped; under Xvfb
@@ -69,11 +70,11 @@ s=$(mean_ms "stat $work/note.txt"); sf=$(fastest_ms)
 c=$(mean_ms "cp --help")
 b=$(mean_ms "$BARE_COMMAND"); bf=$(fastest_ms)
 awk -v s="$s" -v c="$c" -v b="$b" -v sf="$sf" -v bf="$bf" 'BEGIN {
-  printf "peers: stat FILE %.2f ms (fastest %.2f)   cp --help %.2f ms   bare QCoreApplication %.2f ms (fastest %.2f; ratio to stat %.2f, fastest %.2f: the floor)\n",
+  printf "peers: stat FILE %.2f ms (fastest %.2f)   cp --help %.2f ms   bare QCoreApplication %.2f ms (fastest %.2f; ratio to stat %.2f, fastest %.2f)\n",
          s, sf, c, b, bf, b / s, bf / sf }'
 bt=$(mean_ms "$BARE_COMMAND $work/note.txt"); btf=$(fastest_ms)
 awk -v q="$bt" -v s="$s" -v qf="$btf" -v sf="$sf" 'BEGIN {
-  printf "bare Qt type lookup (QMimeDatabase by name) %.2f ms (fastest %.2f; ratio to stat %.2f, fastest %.2f: the floor of quaydrop type)\n", q, qf, q / s, qf / sf }'
+  printf "bare Qt type lookup (QMimeDatabase by name) %.2f ms (fastest %.2f; ratio to stat %.2f, fastest %.2f: what quaydrop type would cost through Qt)\n", q, qf, q / s, qf / sf }'
 for cmd in --help type size; do
   arg=$([ "$cmd" = --help ] || echo "$work/note.txt")
   q=$(mean_ms "$BIN $cmd $arg"); qf=$(fastest_ms)

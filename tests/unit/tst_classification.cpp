@@ -1,4 +1,5 @@
 #include "TestTree.h"
+#include "core/classification/MimeByName.h"
 #include "core/classification/WordCount.h"
 #include "core/fs/NativePath.h"
 #include "utils/Utils.h"
@@ -140,6 +141,134 @@ private Q_SLOTS:
         QFETCH(QString, text);
         QFETCH(quint32, words);
         QCOMPARE(wordCountFromString2(text), words);
+    }
+    // The cache read in place answers as Qt's own database does: for a name made from every pattern
+    // the system knows, in either case, and with the type's ancestors in Qt's order.
+    void typeByNameAsQtAnswers()
+    {
+        const MimeByName reader;
+        if (!reader.readsTheCache())
+            QSKIP("this session has no single MIME cache to read (a user's own types, or none at all)");
+        QFile globs(QStandardPaths::locate(QStandardPaths::GenericDataLocation, QStringLiteral("mime/globs2")));
+        QVERIFY(globs.open(QIODevice::ReadOnly));
+        QStringList names{"", "a.", ".txt", "x.tar.gz", "notes.txt~", "README.md", "Makefile", "\u00e9t\u00e9.JPG", "a.b.c"};
+        while (!globs.atEnd()) {
+            const QList<QByteArray> fields = globs.readLine().trimmed().split(':');
+            if (fields.size() < 3 || fields[0].startsWith('#'))
+                continue;
+            QString name = QString::fromUtf8(fields[2]).replace(QChar('*'), QStringLiteral("name")).replace(QChar('?'), QChar('q'));
+            name.replace(QRegularExpression(QStringLiteral("\\[(.)[^\\]]*\\]")), QStringLiteral("\\1"));
+            names << name << name.toUpper();
+        }
+        QVERIFY(names.size() > 1000);
+        const QMimeDatabase qt;
+        for (const QString &name : std::as_const(names)) {
+            const QMimeType expected = qt.mimeTypeForFile(name, QMimeDatabase::MatchExtension);
+            QVERIFY2(reader.typeOf(name) == expected.name(), qPrintable(name + QStringLiteral(": ") + reader.typeOf(name)));
+            QCOMPARE(reader.typeAndAncestors(expected.name()), QStringList{expected.name()} + expected.allAncestors());
+        }
+    }
+    // The rules that choose among several patterns, on a cache of types made up for it.
+    void typeByNameChoosesAsTheDatabaseRulesSay_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QStringList>("lineage");
+        QTest::newRow("the longer of two globs of one weight") << "report-7.logx" << QStringList{"application/x-qd-long", "application/octet-stream"};
+        QTest::newRow("the heavier of two suffixes, and its parents") << "a.weigh"
+            << QStringList{"application/x-qd-heavy", "text/x-qd-base", "text/x-qd-root", "text/plain", "application/octet-stream"};
+        QTest::newRow("a case-sensitive suffix") << "b.QD" << QStringList{"application/x-qd-upper", "application/octet-stream"};
+        QTest::newRow("in other letters, none") << "b.Qd" << QStringList{"application/octet-stream"};
+        QTest::newRow("equal matches: the first by name") << "c.same" << QStringList{"application/x-qd-a", "application/octet-stream"};
+        QTest::newRow("a literal name before any suffix") << "report.weigh" << QStringList{"application/x-qd-literal", "application/octet-stream"};
+        QTest::newRow("nothing matches") << "d.unknown" << QStringList{"application/octet-stream"};
+    }
+    void typeByNameChoosesAsTheDatabaseRulesSay()
+    {
+        QFETCH(QString, name);
+        QFETCH(QStringList, lineage);
+        static TestTree data;
+        static std::unique_ptr<MimeByName> reader;
+        if (!reader) {
+            data.folder("mime");
+            data.folder("mime/packages");
+            data.file("mime/packages/made-up.xml", R"(<?xml version='1.0'?>
+<mime-info xmlns='http://www.freedesktop.org/standards/shared-mime-info'>
+  <mime-type type='application/x-qd-long'><glob pattern='report-*.log*'/></mime-type>
+  <mime-type type='application/x-qd-any'><glob pattern='report?*'/></mime-type>
+  <mime-type type='application/x-qd-literal'><glob pattern='report.weigh'/></mime-type>
+  <mime-type type='application/x-qd-heavy'><glob pattern='*.weigh' weight='80'/><sub-class-of type='text/x-qd-base'/></mime-type>
+  <mime-type type='application/x-qd-light'><glob pattern='*.weigh'/></mime-type>
+  <mime-type type='text/x-qd-base'><sub-class-of type='text/x-qd-root'/></mime-type>
+  <mime-type type='application/x-qd-upper'><glob pattern='*.QD' case-sensitive='true'/></mime-type>
+  <mime-type type='application/x-qd-b'><glob pattern='*.same'/></mime-type>
+  <mime-type type='application/x-qd-a'><glob pattern='*.same'/></mime-type>
+</mime-info>
+)");
+            QCOMPARE(QProcess::execute(QStringLiteral("update-mime-database"), {data.at(QStringLiteral("mime"))}), 0);
+            const QByteArray home = qgetenv("XDG_DATA_HOME"), dataDirs = qgetenv("XDG_DATA_DIRS");
+            qputenv("XDG_DATA_HOME", data.native() + "/nothing");
+            qputenv("XDG_DATA_DIRS", data.native());
+            reader = std::make_unique<MimeByName>();
+            qputenv("XDG_DATA_HOME", home);
+            qputenv("XDG_DATA_DIRS", dataDirs);
+            QVERIFY(reader->readsTheCache());
+        }
+        QCOMPARE(reader->typeAndAncestors(reader->typeOf(name)), lineage);
+    }
+    // Where the cache is not the session's only type database, or cannot be trusted, Qt answers; a
+    // cache whose tables point anywhere is read without a step outside it.
+    void typeByNameWhereTheCacheCannotServe_data()
+    {
+        QTest::addColumn<QByteArrayList>("folders"); // "mime" folders of XDG_DATA_HOME, then XDG_DATA_DIRS
+        QTest::addColumn<int>("cut");                // the system cache's length kept; -1 all
+        QTest::addColumn<bool>("scrambleTree");      // the suffix tree's nodes overwritten
+        QTest::addColumn<bool>("read");
+        QTest::newRow("a user's own types beside the system's") << QByteArrayList{"home", "system"} << -1 << false << false;
+        QTest::newRow("no cache") << QByteArrayList{"none"} << -1 << false << false;
+        QTest::newRow("cut short") << QByteArrayList{"system"} << 60000 << false << false;
+        QTest::newRow("a header only") << QByteArrayList{"system"} << 40 << false << false;
+        QTest::newRow("another version") << QByteArrayList{"future"} << -1 << false << false;
+        QTest::newRow("a tree pointing anywhere") << QByteArrayList{"system"} << -1 << true << true;
+    }
+    void typeByNameWhereTheCacheCannotServe()
+    {
+        QFETCH(QByteArrayList, folders);
+        QFETCH(int, cut);
+        QFETCH(bool, scrambleTree);
+        QFETCH(bool, read);
+        QFile system(QStandardPaths::locate(QStandardPaths::GenericDataLocation, QStringLiteral("mime/mime.cache")));
+        if (!system.open(QIODevice::ReadOnly))
+            QSKIP("no MIME cache on this system to damage");
+        QByteArray cache = system.readAll().left(cut < 0 ? system.size() : cut);
+        if (folders.first() == "future")
+            cache[1] = 9;
+        if (scrambleTree) {
+            // Every node: the name's last letter, with a thousand children far past the end.
+            const quint32 roots = qFromBigEndian<quint32>(cache.constData() + qFromBigEndian<quint32>(cache.constData() + 16) + 4);
+            const quint32 end = qFromBigEndian<quint32>(cache.constData() + 20); // the glob list follows the tree
+            const quint32 node[3] = {qToBigEndian<quint32>('g'), qToBigEndian<quint32>(1000), qToBigEndian<quint32>(0x7ffffff0)};
+            for (quint32 at = roots; at + 12 <= end; at += 12)
+                memcpy(cache.data() + at, node, 12);
+        }
+        TestTree data;
+        QStringList dirs;
+        for (const QByteArray &folder : folders) {
+            QVERIFY(QDir().mkpath(data.at(QString::fromUtf8(folder + "/mime/packages"))));
+            if (folder != "none")
+                data.file(folder + "/mime/mime.cache", cache);
+            dirs << data.at(QString::fromUtf8(folder));
+        }
+        const QByteArray home = qgetenv("XDG_DATA_HOME"), dataDirs = qgetenv("XDG_DATA_DIRS");
+        qputenv("XDG_DATA_HOME", folders.size() > 1 ? dirs.takeFirst().toUtf8() : data.at(QStringLiteral("nothing")).toUtf8());
+        qputenv("XDG_DATA_DIRS", dirs.join(QChar(':')).toUtf8());
+        const MimeByName reader;
+        qputenv("XDG_DATA_HOME", home);
+        qputenv("XDG_DATA_DIRS", dataDirs);
+            QCOMPARE(reader.readsTheCache(), read);
+        const QString type = reader.typeOf(QStringLiteral("photo.png"));
+        if (!read)
+            QCOMPARE(type, QStringLiteral("image/png"));
+        QVERIFY(!reader.typeAndAncestors(type).isEmpty());
     }
 
 private:

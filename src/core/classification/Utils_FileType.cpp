@@ -1,10 +1,12 @@
+#include "MimeByName.h"
 #include "core/fs/NativePath.h"
 #include "core/fs/PathParts.h"
 #include "utils/Utils.h"
 
 #include <QFile>
-#include <QMimeDatabase>
 #include <QSet>
+
+#include <algorithm>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -43,14 +45,16 @@ QString extensionOf(const QString &path)
     return PathParts::splitExtension(PathParts::lastComponent(path)).extension.toLower();
 }
 
-bool conformsTo(const QMimeType &type, const auto &predicate)
+QString typeByName(const QString &path)
 {
-    if (predicate(type.name()))
-        return true;
-    for (const QString &ancestor : type.allAncestors())
-        if (predicate(ancestor))
-            return true;
-    return false;
+    return MimeByName::shared().typeOf(NativePath::forDisplay(PathParts::lastComponent(path)));
+}
+
+// The type or one it derives from answers to the predicate.
+bool conformsTo(const QString &type, const auto &predicate)
+{
+    const QStringList lineage = MimeByName::shared().typeAndAncestors(type);
+    return std::any_of(lineage.begin(), lineage.end(), predicate);
 }
 
 } // namespace
@@ -76,15 +80,14 @@ quint64 Utils::determineFileType(const QString &path)
     if (ext.isEmpty())
         return 777;
     // By name only: the content is never read.
-    static const QMimeDatabase db;
-    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(PathParts::lastComponent(path)), QMimeDatabase::MatchExtension);
-    if (vectorAndLayeredImageTypes().contains(type.name()))
+    const QString type = typeByName(path);
+    if (vectorAndLayeredImageTypes().contains(type))
         return 777;
     if (conformsTo(type, [](const QString &n) { return n.startsWith(u"image/"); }))
         return 1;
     if (conformsTo(type, [](const QString &n) { return n.startsWith(u"text/"); }))
         return 2;
-    if (type.name() == u"application/rtf")
+    if (type == u"application/rtf")
         return 2;
     return 777;
 }
@@ -108,9 +111,7 @@ bool Utils::isArchiveFile(const QString &path)
         QStringLiteral("application/vnd.ms-cab-compressed"), QStringLiteral("application/x-cpio")};
     if (isThisAFolderHere(path))
         return false;
-    static const QMimeDatabase db;
-    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(PathParts::lastComponent(path)), QMimeDatabase::MatchExtension);
-    return archives.contains(type.name());
+    return archives.contains(typeByName(path));
 }
 
 QStringList Utils::getImagesOnlyFromArrPaths(const QStringList &paths)
@@ -124,11 +125,9 @@ QStringList Utils::getImagesOnlyFromArrPaths(const QStringList &paths)
 
 bool Utils::checkifFilePrintable(const QString &path)
 {
-    static const QMimeDatabase db;
-    const QMimeType type = db.mimeTypeForFile(NativePath::forDisplay(PathParts::lastComponent(path)), QMimeDatabase::MatchExtension);
     static const QSet<QString> composite{QStringLiteral("application/pdf"), QStringLiteral("application/postscript"),
                                          QStringLiteral("image/x-eps")};
-    return conformsTo(type, [](const QString &n) { return composite.contains(n); });
+    return conformsTo(typeByName(path), [](const QString &n) { return composite.contains(n); });
 }
 
 bool Utils::isFileOrFolderInVisible(const QString &path)
