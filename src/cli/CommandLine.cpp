@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <clocale>
 #include <cstdio>
 #include <optional>
 #include <unistd.h>
@@ -34,6 +35,16 @@ void quietLog(QtMsgType type, const QMessageLogContext &, const QString &message
         std::fprintf(stderr, "quaydrop: %s\n", qPrintable(message));
 }
 
+// Help, the version, a command that only reads and prints, and a word that is no command at all.
+bool startsBare(const QStringList &args)
+{
+    const QString first = args.value(1);
+    if (first == u"--help" || first == u"-h" || first == u"help" || first == u"--version")
+        return true;
+    const Cli::Command *command = Cli::find(first);
+    return !command || command->startsBare;
+}
+
 } // namespace
 
 int CommandLine::runProcess(int argc, char **argv, const std::function<std::unique_ptr<QObject>()> &desktopServices)
@@ -42,9 +53,18 @@ int CommandLine::runProcess(int argc, char **argv, const std::function<std::uniq
         qInstallMessageHandler(quietLog);
     // A command with a window (edit) or one that lays text out (print) comes with the application its
     // caller made for it.
+    const QStringList args = argumentsAsPaths(argc, argv);
     std::optional<QCoreApplication> app;
-    if (!QCoreApplication::instance())
+    if (QCoreApplication::instance()) {
+        // made by the caller
+    } else if (startsBare(args)) {
+        // Of what the application object sets up, only the language of the system's error messages
+        // and the character set they are written in matter here.
+        std::setlocale(LC_CTYPE, "");
+        std::setlocale(LC_MESSAGES, "");
+    } else {
         app.emplace(argc, argv);
+    }
     Texts::setStartupLanguageOnFirstUse();
     const std::unique_ptr<QObject> services = desktopServices ? desktopServices() : nullptr;
     // Unbuffered: each line goes out whole and in order, and a path keeps its bytes.
@@ -52,7 +72,7 @@ int CommandLine::runProcess(int argc, char **argv, const std::function<std::uniq
     out.open(STDOUT_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
     err.open(STDERR_FILENO, QIODevice::WriteOnly | QIODevice::Unbuffered);
     Console console(out, err);
-    return CommandLine::run(argumentsAsPaths(argc, argv), console);
+    return CommandLine::run(args, console);
 }
 
 bool CommandLine::wantsCommandLine(const QStringList &args) { return args.size() > 1; }

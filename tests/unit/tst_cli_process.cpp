@@ -1,4 +1,5 @@
-// The command line as a separate process: interrupted and killed in the middle of a move.
+// The command line as a separate process: interrupted and killed in the middle of a move, and the
+// short commands that start without the application object.
 
 #include "ScratchMount.h"
 #include "TestTree.h"
@@ -123,6 +124,25 @@ private Q_SLOTS:
                  shown.right(300).constData());
         QVERIFY(shown.count("\r\x1b[K") >= 2); // at least the start and the end, in place
         QCOMPARE(checksum(out + "/big.bin"), m_bigSum);
+    }
+
+    // The short commands start without the application object; the texts come in the chosen language
+    // all the same.
+    void shortCommandsSpeakTheChosenLanguage()
+    {
+        TestTree t;
+        t.folder("config");
+        t.folder("config/com.velmora.Quaydrop");
+        t.file("config/com.velmora.Quaydrop/Quaydrop.conf", "[General]\nqdInterfaceLanguage=de\n");
+        t.file("empty");
+        QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+        env.insert(QStringLiteral("XDG_CONFIG_HOME"), t.at(QStringLiteral("config")));
+        const ProgramRun size = runProgram(m_bin, {QStringLiteral("size"), t.at(QStringLiteral("empty"))}, {}, env);
+        QCOMPARE(size.out, QByteArray("Null KB\t0 bytes\n"));
+        const ProgramRun type = runProgram(m_bin, {QStringLiteral("type"), t.at(QStringLiteral("empty")), QStringLiteral("/nowhere")}, {}, env);
+        QCOMPARE(type.code, 1);
+        QCOMPARE(type.out, QByteArray("777\t") + t.native() + "/empty\n");
+        QVERIFY2(type.err.startsWith("quaydrop: /nowhere: "), type.err.constData());
     }
 
 private:

@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -44,7 +45,11 @@ void settleLanguage()
 QString Texts::localized(const char *key)
 {
     settleLanguage();
-    return QCoreApplication::translate("Quaydrop", key);
+    // From the table itself, not through the application: a short command runs without one.
+    State &s = state();
+    QMutexLocker lock(&s.mutex);
+    const QString text = s.translator ? s.translator->translate("Quaydrop", key) : QString();
+    return text.isEmpty() ? QString::fromUtf8(key) : text;
 }
 
 void Texts::setStartupLanguageOnFirstUse() { state().startupLanguagePending.store(true, std::memory_order_release); }
@@ -60,12 +65,20 @@ bool Texts::setLanguage(const QString &language)
     }
     State &s = state();
     s.startupLanguagePending.store(false, std::memory_order_release);
-    QMutexLocker lock(&s.mutex);
-    if (s.translator)
-        QCoreApplication::removeTranslator(s.translator.get());
-    QCoreApplication::installTranslator(next.get());
-    s.translator = std::move(next);
-    s.language = language;
+    QTranslator *const current = next.get();
+    std::unique_ptr<QTranslator> previous;
+    {
+        QMutexLocker lock(&s.mutex);
+        previous = std::exchange(s.translator, std::move(next));
+        s.language = language;
+    }
+    // Installed where there is an application, for the LanguageChange its windows re-translate on;
+    // outside the lock, as they ask for texts while they do.
+    if (QCoreApplication::instance()) {
+        if (previous)
+            QCoreApplication::removeTranslator(previous.get());
+        QCoreApplication::installTranslator(current);
+    }
     return true;
 }
 

@@ -8,7 +8,7 @@ namespace Texts {
 
 QString localized(const char *key);
 
-// "en" or "de"; anything else is refused. Needs a QCoreApplication.
+// "en" or "de"; anything else is refused.
 bool setLanguage(const QString &language);
 QString language();
 // The system's first UI language if there is a table for it, else "en".
