@@ -1,3 +1,6 @@
+// What a dropped item is and how large: types by name, folders and packages, hidden names, native
+// paths; sizes as the disk holds them; and the private temporary folder, emptied without following a
+// link out of it.
 #include "TestTree.h"
 #include "core/classification/MimeByName.h"
 #include "core/classification/WordCount.h"
@@ -6,11 +9,113 @@
 
 #include <QtTest>
 
-class ClassificationTest : public QObject
+#include <sys/stat.h>
+
+class FilesTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(m_tree.isValid()); }
+    void initTestCase()
+    {
+        QStandardPaths::setTestModeEnabled(true);
+        m_expected = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                     QStringLiteral("/com.velmora.Quaydrop/QDTempOperations");
+        TreeWalk::removeRecursively(m_expected.toUtf8(), [](const QByteArray &, int) {});
+        QVERIFY(m_tree.isValid());
+        m_folder = m_tree.folder("tree");
+        m_tree.folder("tree/sub");
+        m_tree.folder("tree/.hidden-folder");
+        m_tree.folder("tree/empty");
+        const QList<QByteArray> files{
+            m_tree.file("tree/a.txt", QByteArray(5000, 'a')),
+            m_tree.file("tree/sub/b.bin", QByteArray(70000, 'b')),
+            m_tree.file("tree/.hidden-file", QByteArray(9000, 'h')),
+            m_tree.file("tree/.hidden-folder/c", QByteArray(3000, 'c')),
+            m_tree.file("tree/sub/\xff\xfe-not-utf8", QByteArray(12000, 'n')),
+            m_tree.sparseFile("tree/sparse.img", 64 * 1024 * 1024, QByteArray(4096, 's')),
+            m_tree.link("tree/link-to-big", "/usr/bin"),
+        };
+        for (const QByteArray &f : files)
+            m_expectedFolder += TestTree::allocated(f);
+    }
+    // Sizes are what the disk holds: a sparse file's blocks, a link itself, a folder's contents.
+    void allocatedSizes()
+    {
+        const QString sparse = NativePath::fromNative(m_tree.native() + "/tree/sparse.img");
+        QCOMPARE(QFileInfo(sparse).size(), qint64(64 * 1024 * 1024));
+        const quint64 size = Utils::fileSizeAtPath(sparse);
+        QVERIFY2(size >= 4096 && size < 1024 * 1024, qPrintable(QString::number(size)));
+        // A link counts as itself, never as what it points to.
+        QVERIFY(Utils::fileSizeAtPath(NativePath::fromNative(m_tree.native() + "/tree/link-to-big")) < 8192);
+        const QString folder = NativePath::fromNative(m_folder);
+        QCOMPARE(Utils::folderSize(folder), m_expectedFolder);
+        QVERIFY(m_expectedFolder > 5000 + 70000 + 9000 + 3000 + 12000);
+    }
+    // One item, several, dangling and missing paths; a link to a folder is never walked.
+    void itemsLinksAndMissingPaths()
+    {
+        const QString folder = NativePath::fromNative(m_folder);
+        const QString file = NativePath::fromNative(m_tree.native() + "/tree/a.txt");
+        QCOMPARE(Utils::getTheSizeOfItemsInArr({}), QStringLiteral("n/a"));
+        QCOMPARE(Utils::sizeOfItemsInArr({folder}), m_expectedFolder);
+        QCOMPARE(Utils::sizeOfItemsInArr({file}), TestTree::allocated(m_tree.native() + "/tree/a.txt"));
+        // Several items: a folder counts its contents plus its own entry.
+        QCOMPARE(Utils::multipleItemsSize({folder, file}),
+                 m_expectedFolder + TestTree::allocated(m_folder) + TestTree::allocated(m_tree.native() + "/tree/a.txt"));
+        QCOMPARE(Utils::getTheSizeOfItemsInArr({file}),
+                 Utils::getHumanReadableSizeFrom(TestTree::allocated(m_tree.native() + "/tree/a.txt")));
+        const QString dangling = NativePath::fromNative(m_tree.link("dangling", "/no/such/target"));
+        QCOMPARE(Utils::fileSizeAtPath(m_tree.path() + "/does-not-exist"), 0ull);
+        QCOMPARE(Utils::getTheSizeOfItemsInArr({m_tree.path() + "/does-not-exist"}), QStringLiteral("Zero KB"));
+        QVERIFY(Utils::fileSizeAtPath(dangling) < 8192);
+        QVERIFY(!Utils::isThisAFolderHere(dangling));
+        // A link to a folder is never walked, and that is no error.
+        QTest::failOnWarning(QRegularExpression(QStringLiteral("ERROR ENUMERATING")));
+        const QString linkToFolder = NativePath::fromNative(m_tree.link("link-to-tree", m_folder));
+        QVERIFY(Utils::isThisAFolderHere(linkToFolder));
+        QCOMPARE(Utils::folderSize(linkToFolder), 0ull);
+    }
+    void unreadableFolderIsLoggedAndPassedOver()
+    {
+        if (geteuid() == 0)
+            QSKIP("root reads every folder; ctest runs this case again as an unprivileged user");
+        const QByteArray locked = m_tree.folder("tree/locked");
+        m_tree.file("tree/locked/inside", QByteArray(50000, 'x'));
+        QVERIFY(::chmod(locked.constData(), 0) == 0);
+        QTest::ignoreMessage(QtWarningMsg,
+                             QRegularExpression(QStringLiteral("^ERROR ENUMERATING FOLDER> file://.*/tree/locked, Permission denied$")));
+        const quint64 size = Utils::folderSize(NativePath::fromNative(m_folder));
+        ::chmod(locked.constData(), 0755);
+        QCOMPARE(size, m_expectedFolder);
+    }
+    void humanReadable_data()
+    {
+        QTest::addColumn<quint64>("bytes");
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QLocale>("locale");
+        const QLocale en(QLocale::English, QLocale::UnitedStates), de(QLocale::German, QLocale::Germany);
+        QTest::newRow("zero") << quint64(0) << QStringLiteral("Zero KB") << en;
+        QTest::newRow("one byte") << quint64(1) << QStringLiteral("1 byte") << en;
+        QTest::newRow("999 bytes") << quint64(999) << QStringLiteral("999 bytes") << en;
+        QTest::newRow("KB round down") << quint64(1499) << QStringLiteral("1 KB") << en;
+        QTest::newRow("KB round up") << quint64(1500) << QStringLiteral("2 KB") << en;
+        QTest::newRow("rounds up into MB") << quint64(999500) << QStringLiteral("1 MB") << en;
+        QTest::newRow("1.5 MB") << quint64(1500000) << QStringLiteral("1.5 MB") << en;
+        QTest::newRow("no trailing zero") << quint64(2000001) << QStringLiteral("2 MB") << en;
+        QTest::newRow("1.23 GB") << quint64(1230000000) << QStringLiteral("1.23 GB") << en;
+        QTest::newRow("TB") << quint64(4560000000000) << QStringLiteral("4.56 TB") << en;
+        QTest::newRow("largest") << quint64(18446744073709551615ull) << QStringLiteral("18.45 EB") << en;
+        QTest::newRow("German 1,5 MB") << quint64(1500000) << QStringLiteral("1,5 MB") << de;
+        QTest::newRow("German 1,23 GB") << quint64(1230000000) << QStringLiteral("1,23 GB") << de;
+    }
+    void humanReadable()
+    {
+        QFETCH(quint64, bytes);
+        QFETCH(QString, text);
+        QFETCH(QLocale, locale);
+        QCOMPARE(Utils::getHumanReadableSizeFrom(bytes, locale), text);
+    }
+
     void fileTypeByName_data()
     {
         QTest::addColumn<QString>("name");
@@ -142,6 +247,7 @@ private Q_SLOTS:
         QFETCH(quint32, words);
         QCOMPARE(wordCountFromString2(text), words);
     }
+
     // The cache read in place answers as Qt's own database does: for a name made from every pattern
     // the system knows, in either case, and with the type's ancestors in Qt's order.
     void typeByNameAsQtAnswers()
@@ -270,10 +376,80 @@ private Q_SLOTS:
             QCOMPARE(type, QStringLiteral("image/png"));
         QVERIFY(!reader.typeAndAncestors(type).isEmpty());
     }
+    void createdPrivateAndAnsweredNilOnce()
+    {
+        QVERIFY(!QFileInfo::exists(m_expected));
+        QVERIFY(Utils::createTempFileOperationsFolderIfneeded().isNull());
+        QCOMPARE(Utils::createTempFileOperationsFolderIfneeded(), m_expected);
+        struct stat st;
+        QCOMPARE(::stat(m_expected.toUtf8().constData(), &st), 0);
+        QCOMPARE(st.st_mode & 0777, mode_t(0700));
+
+        // Removed by hand while running: the next call makes it again and answers nil once more.
+        QVERIFY(QDir(m_expected).removeRecursively());
+        QVERIFY(Utils::createTempFileOperationsFolderIfneeded().isNull());
+        QCOMPARE(Utils::createTempFileOperationsFolderIfneeded(), m_expected);
+
+        // A folder left readable by others is made private again.
+        QVERIFY(::chmod(m_expected.toUtf8().constData(), 0755) == 0);
+        QCOMPARE(Utils::createTempFileOperationsFolderIfneeded(), m_expected);
+        QCOMPARE(::stat(m_expected.toUtf8().constData(), &st), 0);
+        QCOMPARE(st.st_mode & 0777, mode_t(0700));
+    }
+    void cleanUpEmptiesButKeepsTheFolder()
+    {
+        QVERIFY(!Utils::createTempFileOperationsFolderIfneeded().isNull());
+        const QByteArray folder = m_expected.toUtf8();
+        QVERIFY(QDir().mkpath(m_expected + "/7C3B-UUID/deeper"));
+        QFile(m_expected + "/7C3B-UUID/deeper/promised.png").open(QIODevice::WriteOnly);
+        QFile(m_expected + "/_tempDroppedStr.txt").open(QIODevice::WriteOnly);
+        QFile(m_expected + "/.hidden").open(QIODevice::WriteOnly);
+        QFile(QString::fromUtf8(folder) + "/plain").open(QIODevice::WriteOnly);
+        const QByteArray oddName = folder + "/\xff-odd";
+        QVERIFY(::close(::open(oddName.constData(), O_CREAT | O_WRONLY, 0600)) == 0);
+
+        Utils::cleanUPTepmFileOperationsFolder();
+        QVERIFY(QFileInfo(m_expected).isDir());
+        QCOMPARE(QDir(m_expected).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot),
+                 QStringList());
+        struct stat st;
+        QCOMPARE(::lstat(oddName.constData(), &st), -1);
+    }
+    // Links inside the folder are removed, not followed; a link in the folder's place is refused.
+    void linksAreNeverFollowed()
+    {
+        TestTree outside;
+        const QByteArray kept = outside.file("precious.txt", "mine");
+        outside.folder("folder");
+        outside.file("folder/also-precious", "mine too");
+        QVERIFY(!Utils::createTempFileOperationsFolderIfneeded().isNull());
+        QVERIFY(::symlink(kept.constData(), (m_expected + "/link-to-file").toUtf8().constData()) == 0);
+        QVERIFY(::symlink((outside.native() + "/folder").constData(), (m_expected + "/link-to-folder").toUtf8().constData()) == 0);
+
+        Utils::cleanUPTepmFileOperationsFolder();
+        QVERIFY(QFileInfo::exists(QString::fromUtf8(kept)));
+        QVERIFY(QFileInfo::exists(outside.path() + "/folder/also-precious"));
+        QVERIFY(QDir(m_expected).isEmpty(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot));
+
+        const QByteArray target = outside.folder("planted");
+        outside.file("planted/keep-me", "x");
+        QVERIFY(QDir(m_expected).removeRecursively());
+        QVERIFY(::symlink(target.constData(), m_expected.toUtf8().constData()) == 0);
+
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is not a folder of this user")));
+        QVERIFY(Utils::createTempFileOperationsFolderIfneeded().isNull());
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("is not a folder of this user")));
+        Utils::cleanUPTepmFileOperationsFolder();
+        QVERIFY(QFileInfo::exists(outside.path() + "/planted/keep-me"));
+        QVERIFY(::unlink(m_expected.toUtf8().constData()) == 0);
+    }
 
 private:
     TestTree m_tree;
+    QByteArray m_folder;
+    quint64 m_expectedFolder = 0;
+    QString m_expected; // the temporary folder
 };
 
-QTEST_GUILESS_MAIN(ClassificationTest)
-#include "tst_classification.moc"
+QTEST_GUILESS_MAIN(FilesTest)
+#include "tst_files.moc"
