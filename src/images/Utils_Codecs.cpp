@@ -1,5 +1,4 @@
 #include "BitmapImageRep.h"
-#include "ImageTypeCode.h"
 #include "ImageWorker.h"
 
 #include "utils/Utils.h"
@@ -8,7 +7,7 @@
 
 namespace J = WorkerJobs;
 
-// The resampler and the encoders live in the image worker: the pixels go there and back.
+// The resampler lives in the image worker: the pixels go there and back.
 
 BitmapImageRep Utils::scaleImage(const BitmapImageRep &image, const QSizeF &size)
 {
@@ -31,20 +30,3 @@ BitmapImageRep Utils::scaleImage(const BitmapImageRep &image, const QSizeF &size
         return {};
     return {pixels, QSizeF(size.width() / pixelsPerPoint, size.height() / pixelsPerPoint)};
 }
-
-QByteArray Utils::convertImg(const BitmapImageRep &image, quint64 code, float compressedBy)
-{
-    if (code == ImageTypeCode::GIF || code > ImageTypeCode::JPEG2000 || !image.isValid())
-        return {};
-    const auto encoded = ImageWorker::call(J::kEncode,
-                                           {{J::kImage, WorkerProtocol::image(image.taggedPixels())},
-                                            {J::kCode, qint64(code)},
-                                            {J::kFactor, double(compressedBy)}},
-                                           {});
-    if (!encoded.ok()) {
-        qWarning("%s", qPrintable(encoded.error().message));
-        return {};
-    }
-    return encoded.value().value(J::kData).toByteArray();
-}
-

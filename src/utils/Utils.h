@@ -107,11 +107,9 @@ public:
     static double getDisplScale();
     static double dpiForWindow(const QWindow *window);
 
-    // ---- resampling, encoders and composition (images/) ----
+    // ---- resampling and composition (images/) ----
     // Lanczos to `size` pixels; the resolution of the source survives. Invalid when it cannot.
     static BitmapImageRep scaleImage(const BitmapImageRep &image, const QSizeF &size);
-    // Encoded bytes; empty for GIF (2) and codes above 5, or when the encoder fails.
-    static QByteArray convertImg(const BitmapImageRep &image, quint64 code, float compressedBy);
     static BitmapImageRep combineBgIm(const BitmapImageRep &background, const BitmapImageRep &foreground);
 
     // ---- PDF (images/pdf) ----

@@ -218,9 +218,7 @@ private Q_SLOTS:
             // As the panel and the command plan it: the other side from the image's size as seen.
             const auto tasks = ResizePlan::plan({photo}, true, QStringLiteral("150"), QString(), photo, dir.path(),
                                                 [](const QString &p) { return Utils::getImageDimensionsAtPathInSize(p); });
-            const auto out = ResizeJob::resizeOneImg(tasks.first());
-            QVERIFY2(out.ok(), qPrintable(out.ok() ? QString() : out.error().message));
-            written = out.value();
+            written = ImageFixtures::ranToEnd(std::make_unique<ResizeJob>(tasks))->written().value(0);
         } else if (action == u"thumbnail") {
             result = Thumbnails::thumbnailForFilePath(photo);
             const int mat = 3; // the frame drawn around the picture

@@ -56,12 +56,6 @@ Result<QString> ResizeJob::commit(const ResizePlan::Task &task, AtomicFile &outp
     return task.output;
 }
 
-Result<QString> ResizeJob::resizeOneImg(const ResizePlan::Task &task)
-{
-    const auto output = resized(task);
-    return output.ok() ? commit(task, *output.value()) : Result<QString>(output.error());
-}
-
 void ResizeJob::run()
 {
     // A worker decodes one image at a time: images side by side keep every core busy, as far as the

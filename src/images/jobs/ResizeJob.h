@@ -13,8 +13,6 @@ public:
     explicit ResizeJob(QList<ResizePlan::Task> tasks, QObject *parent = nullptr);
     ~ResizeJob() override;
 
-    // One resize, on the caller's thread: the output's path, or why there is none.
-    static Result<QString> resizeOneImg(const ResizePlan::Task &task);
     // The resized image under a temporary name beside its output, within the program's budget of
     // decoded pixels (waiting for room until `stopped` says true), and its final name.
     static Result<std::shared_ptr<AtomicFile>> resized(const ResizePlan::Task &task, const std::function<bool()> &stopped = {});

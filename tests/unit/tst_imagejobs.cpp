@@ -1,11 +1,16 @@
-// Resizing: the overlay's arithmetic, the batch rules and names, and real resizes of real files with
-// the resolution, encoder and exact size they must keep, and damaged files that must not stop a batch.
+// The image jobs. Resizing: the overlay's arithmetic, the batch rules and names, and real resizes of
+// real files with the resolution, encoder and exact size they must keep. Converting and compressing:
+// the slider's arithmetic, the encoders behind each type, the lossless PNG rewrite, free names that
+// never replace a file. Damaged files in a batch fail alone.
 
+#include "ConvertRequest.h"
 #include "ImageFixtures.h"
 #include "TestTree.h"
 
 #include "images/ImageTypeCode.h"
 #include "images/ResizePlan.h"
+#include "images/codecs/PngRecompress.h"
+#include "images/jobs/ConvertJob.h"
 #include "images/jobs/PixelBudget.h"
 #include "images/jobs/ResizeJob.h"
 #include "utils/Utils.h"
@@ -15,6 +20,7 @@
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
+#include <QtEndian>
 
 #include <optional>
 #include <thread>
@@ -28,9 +34,33 @@ std::unique_ptr<ResizeJob> runResize(const QList<ResizePlan::Task> &tasks)
     return ImageFixtures::ranToEnd(std::make_unique<ResizeJob>(tasks));
 }
 
+std::unique_ptr<ConvertJob> runConvert(const ConvertJob::Request &request, quint64 *credited = nullptr)
+{
+    auto job = std::make_unique<ConvertJob>(request);
+    if (credited)
+        job->credit = [credited](quint64 s) { *credited += s; };
+    return ImageFixtures::ranToEnd(std::move(job));
+}
+
+// The value of TIFF tag `tag` in the first directory of a little-endian TIFF, or -1.
+int tiffTag(const QByteArray &tiff, quint16 tag)
+{
+    if (!tiff.startsWith("II"))
+        return -1;
+    const auto *d = reinterpret_cast<const uchar *>(tiff.constData());
+    const quint32 ifd = qFromLittleEndian<quint32>(d + 4);
+    const quint16 count = qFromLittleEndian<quint16>(d + ifd);
+    for (quint16 i = 0; i < count; ++i) {
+        const uchar *entry = d + ifd + 2 + 12 * i;
+        if (qFromLittleEndian<quint16>(entry) == tag)
+            return qFromLittleEndian<quint16>(entry + 8);
+    }
+    return -1;
+}
+
 } // namespace
 
-class ResizeTest : public QObject
+class ImageJobsTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -121,9 +151,8 @@ private Q_SLOTS:
         tasks = ResizePlan::plan({}, true, "1", "2", "/p/first.jpg", "/out", [](const QString &) { return QSizeF(); });
         QCOMPARE(tasks.size(), 1);
         // With an empty side nothing is written, and it says why.
-        const auto result = ResizeJob::resizeOneImg({"/p/first.jpg", "640", "", "/out/x", {}});
-        QVERIFY(!result.ok());
-        QVERIFY(result.error().message.contains(QStringLiteral("width and a height")));
+        const auto emptySide = runResize({{"/p/first.jpg", "640", "", "/out/x", {}}});
+        QVERIFY(emptySide->failures().value(0).message.contains(QStringLiteral("width and a height")));
     }
     // Each encoder and resolution kept, and exactly the size asked for.
     void resizeKeepsResolutionAndEncoder_data()
@@ -210,39 +239,6 @@ private Q_SLOTS:
                                                                ->set("vscale", 150.0 / 480));
         QVERIFY((ours.value().cast(VIPS_FORMAT_FLOAT) - box.cast(VIPS_FORMAT_FLOAT)).abs().avg() > 1.0);
     }
-    void badInputFailsAloneAndLeavesNothing_data()
-    {
-        QTest::addColumn<QByteArray>("content");
-        QTest::addColumn<QString>("name");
-        const QImage pic = ImageFixtures::picture(300, 200);
-        const QByteArray tiff = ImageFixtures::encoded(pic, "tiff");
-        QTest::newRow("truncated TIFF") << tiff.left(tiff.size() / 2) << "t.tiff";
-        QTest::newRow("zero bytes") << QByteArray() << "z.png";
-        QTest::newRow("random bytes") << QByteArray(4096, '\x5A') << "r.jpg";
-        QTest::newRow("a header claiming 100000 x 100000") << ImageFixtures::pngClaiming(100000, 100000) << "huge.png";
-    }
-    void badInputFailsAloneAndLeavesNothing()
-    {
-        QFETCH(QByteArray, content);
-        QFETCH(QString, name);
-        TestTree tree;
-        const QString bad = tree.path() + QChar('/') + name;
-        const QString good = tree.at(QStringLiteral("good.png"));
-        QVERIFY(ImageFixtures::write(bad, content));
-        QVERIFY(ImageFixtures::write(good, ImageFixtures::encoded(ImageFixtures::picture(40, 40), "png")));
-        // The bad file's size is claimed here, so that the job itself meets the damage.
-        const QList<ResizePlan::Task> tasks{
-            {bad, "20", "20", tree.at(QStringLiteral("bad_20x20.out")), {}},
-            {good, "20", "20", tree.at(QStringLiteral("good_20x20.png")), {}}};
-        const auto job = runResize(tasks);
-        QCOMPARE(job->failures().size(), 1);
-        QVERIFY(job->failures().first().message.contains(name));
-        QCOMPARE(job->written(), QStringList{tasks[1].output});
-        QVERIFY(!QFile::exists(tasks[0].output));
-        QVERIFY(ImageFixtures::leftovers(tree.path()).isEmpty());
-        if (name == u"huge.png")
-            QVERIFY(job->failures().first().message.contains(QStringLiteral("too large")));
-    }
     void anUnwritableFolderLeavesTheSourceAlone()
     {
         if (::geteuid() == 0)
@@ -321,7 +317,200 @@ private Q_SLOTS:
         QVERIFY(!budget.hold(10, [&] { return clock.elapsed() > 100; }).held());
         QCOMPARE(budget.inUse(), 500);
     }
+    void sliderSnapsAndGivesAFactor_data()
+    {
+        QTest::addColumn<float>("slider");
+        QTest::addColumn<float>("snapped");
+        QTest::addColumn<float>("factor");
+        QTest::newRow("37 snaps to 35") << 37.0f << 35.0f << 0.65f;
+        QTest::newRow("0 is the best") << 0.0f << 0.0f << 1.0f;
+        QTest::newRow("100 is the smallest") << 100.0f << 100.0f << 0.0f;
+        QTest::newRow("2 snaps down") << 2.0f << 0.0f << 1.0f;
+        QTest::newRow("3 snaps up") << 3.0f << 5.0f << 0.95f;
+        QTest::newRow("98 snaps to 100") << 98.0f << 100.0f << 0.0f;
+    }
+    void sliderSnapsAndGivesAFactor()
+    {
+        QFETCH(float, slider);
+        QFETCH(float, snapped);
+        QFETCH(float, factor);
+        QCOMPARE(ConvertJob::snappedSliderValue(slider), snapped);
+        QCOMPARE(ConvertJob::factorForSlider(slider), factor);
+        QCOMPARE(ConvertJob::snappedSliderValue(slider, 0.0f), snapped); // a step of 0 means 5
+    }
+    void tagsNameEncoders_data()
+    {
+        QTest::addColumn<qint64>("tag");
+        QTest::addColumn<int>("code"); // -1: none
+        QTest::newRow("3 BMP") << qint64(3) << int(ImageTypeCode::BMP);
+        QTest::newRow("5 is PDF") << qint64(5) << -1;
+        QTest::newRow("101 closes") << qint64(101) << -1;
+    }
+    void tagsNameEncoders()
+    {
+        QFETCH(qint64, tag);
+        QFETCH(int, code);
+        const auto type = ConvertJob::imageTypeForTag(tag);
+        QCOMPARE(type ? int(*type) : -1, code);
+    }
+    // Each type's encoder, from a PNG with a transparent edge: TIFF is LZW, JPEG lies on white and its
+    // quality follows the factor.
+    void encodersOfTheTypes_data()
+    {
+        QTest::addColumn<quint64>("code");
+        QTest::addColumn<QByteArray>("magic");
+        QTest::newRow("TIFF") << ImageTypeCode::TIFF << QByteArray("II*");
+        QTest::newRow("BMP") << ImageTypeCode::BMP << QByteArray("BM");
+        QTest::newRow("JPEG") << ImageTypeCode::JPEG << QByteArray("\xFF\xD8\xFF");
+        QTest::newRow("JPEG 2000") << ImageTypeCode::JPEG2000 << QByteArray("\0\0\0\x0CjP", 6);
+    }
+    void encodersOfTheTypes()
+    {
+        QFETCH(quint64, code);
+        QFETCH(QByteArray, magic);
+        TestTree tree;
+        const QString source = ImageFixtures::imageFile(tree.at(QStringLiteral("edge.png")), ImageFixtures::picture(200, 150, true));
+        auto converted = [&](float factor) {
+            ConvertJob::Request r = convertRequest({source}, tree.path(), 0, factor);
+            r.imageType = code;
+            const auto job = runConvert(r);
+            return TestTree::contents(job->written().value(0));
+        };
+        const QByteArray data = converted(1.0f);
+        QVERIFY2(data.startsWith(magic), data.left(8).toHex().constData());
+        if (code == ImageTypeCode::TIFF)
+            QCOMPARE(tiffTag(data, 259), 5); // LZW
+        if (code == ImageTypeCode::JPEG) {
+            QVERIFY(qGray(QImage::fromData(data).pixel(0, 75)) > 200); // the transparent left edge on white
+            QVERIFY(converted(0.1f).size() * 2 < data.size());
+        }
+    }
+    void pngToPngIsALosslessRewrite()
+    {
+        TestTree tree;
+        const QString source = tree.at(QStringLiteral("a.png"));
+        const QImage pic = ImageFixtures::picture(120, 80, true);
+        QVERIFY(ImageFixtures::write(source, ImageFixtures::pngWithPrivateChunk(pic)));
+        QByteArray first;
+        for (float factor : {1.0f, 0.35f, 0.0f}) {
+            const auto job = runConvert(convertRequest({source}, tree.path(), 1, factor));
+            QCOMPARE(job->written().size(), 1);
+            const QByteArray bytes = TestTree::contents(job->written().first());
+            // Whatever the slider says, the same bytes: level 9, every chunk of the source kept.
+            if (first.isEmpty())
+                first = bytes;
+            QCOMPARE(bytes, first);
+        }
+        QVERIFY(first.contains("prVt"));
+        QCOMPARE(QImage::fromData(first).convertToFormat(QImage::Format_ARGB32), pic.convertToFormat(QImage::Format_ARGB32));
+        QCOMPARE(first, PngRecompress::recompress(source, 1.0f).value());
+        // An upper-case .PNG goes through the encoder: a fresh encoding, not the rewrite.
+        const QString upper = tree.at(QStringLiteral("b.PNG"));
+        QVERIFY(ImageFixtures::write(upper, ImageFixtures::pngWithPrivateChunk(ImageFixtures::picture(30, 30))));
+        QCOMPARE(runConvert(convertRequest({upper}, tree.path(), 1))->written(), QStringList{tree.at(QStringLiteral("b.png"))});
+        const QByteArray out = TestTree::contents(tree.at(QStringLiteral("b.png")));
+        QVERIFY(out.startsWith("\x89PNG"));
+        QVERIFY(!out.contains("prVt"));
+    }
+    void outputsTakeFreeNames()
+    {
+        TestTree tree;
+        const QString source = tree.at(QStringLiteral("c.jpg"));
+        const QByteArray jpeg = ImageFixtures::encoded(ImageFixtures::picture(50, 40), "jpeg");
+        QVERIFY(ImageFixtures::write(source, jpeg));
+        QVERIFY(ImageFixtures::write(tree.at(QStringLiteral("c 1.jpg")), "taken"));
+        const auto job = runConvert(convertRequest({source}, tree.path(), 2));
+        QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("c 2.jpg"))});
+        QCOMPARE(TestTree::contents(source), jpeg);
+        QCOMPARE(TestTree::contents(tree.at(QStringLiteral("c 1.jpg"))), QByteArray("taken"));
+        // A type that can be read but not written converts like any other.
+        const QString layers = tree.at(QStringLiteral("layers.psd"));
+        QVERIFY(ImageFixtures::write(layers, ImageFixtures::psd(ImageFixtures::picture(64, 48))));
+        const auto psd = runConvert(convertRequest({layers}, tree.path(), 2));
+        QCOMPARE(psd->written(), QStringList{tree.at(QStringLiteral("layers.jpg"))});
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(psd->written().first()), QStringLiteral("64x48"));
+        QCOMPARE(Utils::getImageFileTypeFromPath(psd->written().first()), ImageTypeCode::JPEG);
+    }
+    void eachImageIsCredited()
+    {
+        TestTree tree;
+        QStringList images;
+        for (int i = 0; i < 3; ++i) {
+            images << tree.at(QStringLiteral("i%1.bmp")).arg(i);
+            QVERIFY(ImageFixtures::write(images.last(), ImageFixtures::encoded(ImageFixtures::picture(10, 10), "bmp")));
+        }
+        images << tree.at(QStringLiteral("missing.bmp")); // credited before it fails
+        quint64 credited = 0;
+        const auto job = runConvert(convertRequest(images, tree.path(), 4), &credited);
+        QCOMPARE(credited, quint64(120));
+        QCOMPARE(job->written().size(), 3);
+        QCOMPARE(job->failures().size(), 1);
+        for (const QString &out : job->written())
+            QVERIFY(out.endsWith(QLatin1String(".tiff")));
+    }
+    // A damaged file among good ones fails alone, naming itself, and leaves nothing behind.
+    void damagedFilesFailAlone_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<qint64>("tag"); // converted with this tag; 0: resized
+        const QImage pic = ImageFixtures::picture(200, 100);
+        const QByteArray png = ImageFixtures::encoded(pic, "png");
+        const QByteArray jpeg = ImageFixtures::encoded(pic, "jpeg");
+        const QByteArray tiff = ImageFixtures::encoded(pic, "tiff");
+        // libpng meets these in the lossless rewrite; its errors must not end the process.
+        QTest::newRow("PNG with damaged data to PNG") << ImageFixtures::damagedPng(pic) << "d.png" << qint64(1);
+        QTest::newRow("truncated PNG to PNG") << png.left(png.size() / 2) << "t.png" << qint64(1);
+        QTest::newRow("PNG signature only") << png.left(8) << "s.png" << qint64(1);
+        QTest::newRow("truncated JPEG to TIFF") << jpeg.left(jpeg.size() / 2) << "t.jpg" << qint64(4);
+        QTest::newRow("zero bytes to BMP") << QByteArray() << "z.gif" << qint64(3);
+        QTest::newRow("random bytes to JPEG") << QByteArray(3000, '\x7F') << "r.tif" << qint64(2);
+        QTest::newRow("huge header to JPEG") << ImageFixtures::pngClaiming(100000, 100000) << "huge.png" << qint64(2);
+        QTest::newRow("truncated TIFF resized") << tiff.left(tiff.size() / 2) << "t.tiff" << qint64(0);
+        QTest::newRow("zero bytes resized") << QByteArray() << "z.png" << qint64(0);
+        QTest::newRow("random bytes resized") << QByteArray(4096, '\x5A') << "r.jpg" << qint64(0);
+        QTest::newRow("huge header resized") << ImageFixtures::pngClaiming(100000, 100000) << "huge.png" << qint64(0);
+    }
+    void damagedFilesFailAlone()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, name);
+        QFETCH(qint64, tag);
+        TestTree tree;
+        const QString bad = tree.path() + QChar('/') + name;
+        const QString good = ImageFixtures::imageFile(tree.at(QStringLiteral("fine.png")), ImageFixtures::picture(40, 40));
+        QVERIFY(ImageFixtures::write(bad, content));
+        // A resize of the bad file is planned with a size, so that the job itself meets the damage.
+        std::unique_ptr<ImageBatchJob> job;
+        if (tag)
+            job = runConvert(convertRequest({bad, good}, tree.path(), tag));
+        else
+            job = runResize({{bad, "20", "20", tree.at(QStringLiteral("bad_20x20.out")), {}},
+                             {good, "20", "20", tree.at(QStringLiteral("fine_20x20.png")), {}}});
+        QCOMPARE(job->failures().size(), 1);
+        QVERIFY(job->failures().first().message.contains(name));
+        if (name == u"huge.png")
+            QVERIFY(job->failures().first().message.contains(QStringLiteral("too large")));
+        QCOMPARE(job->written().size(), 1);
+        QVERIFY(job->written().first().contains(QStringLiteral("/fine")));
+        QCOMPARE(QDir(tree.path()).entryList(QDir::Files | QDir::Hidden).size(), 3); // bad, good, one output
+    }
+    void composition()
+    {
+        QImage red(4, 4, QImage::Format_ARGB32);
+        red.fill(Qt::red);
+        QImage blue(2, 2, QImage::Format_ARGB32);
+        blue.fill(Qt::blue);
+        const BitmapImageRep both = Utils::combineBgIm({red, QSizeF(4, 4)}, {blue, QSizeF(2, 2)});
+        QCOMPARE(both.pixels.size(), QSize(4, 4));
+        QCOMPARE(both.size, QSizeF(4, 4));
+        // The two share the bottom-left corner.
+        QCOMPARE(QColor(both.pixels.pixel(0, 3)), QColor(Qt::blue));
+        QCOMPARE(QColor(both.pixels.pixel(0, 0)), QColor(Qt::red));
+        QCOMPARE(QColor(both.pixels.pixel(3, 3)), QColor(Qt::red));
+        QVERIFY(!Utils::combineBgIm({}, {blue, QSizeF(2, 2)}).isValid());
+    }
 };
 
-QTEST_MAIN(ResizeTest)
-#include "tst_resize.moc"
+QTEST_MAIN(ImageJobsTest)
+#include "tst_imagejobs.moc"
