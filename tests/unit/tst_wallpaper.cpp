@@ -124,32 +124,14 @@ private Q_SLOTS:
     void init()
     {
         QDir(Utils::QDappSupportPath()).removeRecursively();
-    }
-    void detection_data()
-    {
-        QTest::addColumn<QString>("xdg");
-        QTest::addColumn<int>("desktop");
-        using D = DesktopWallpaper::Desktop;
-        QTest::newRow("gnome") << "GNOME" << int(D::Gnome);
-        QTest::newRow("ubuntu") << "ubuntu:GNOME" << int(D::Gnome);
-        QTest::newRow("cinnamon") << "X-Cinnamon" << int(D::Cinnamon);
-        QTest::newRow("mate") << "MATE" << int(D::Mate);
-        QTest::newRow("kde") << "KDE" << int(D::Kde);
-        QTest::newRow("xfce") << "XFCE" << int(D::Xfce);
-        QTest::newRow("unset") << "" << int(D::Other);
-    }
-    void detection()
-    {
-        QFETCH(QString, xdg);
-        QFETCH(int, desktop);
-        QCOMPARE(int(DesktopWallpaper::detect(xdg)), desktop);
+        m_gnome = std::make_unique<DesktopWallpaper>(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
     }
     void gsettingsDesktops_data()
     {
         QTest::addColumn<QString>("xdg");
         QTest::addColumn<QStringList>("keys"); // dconf keys that must hold the picture
         QTest::addColumn<bool>("uri");
-        QTest::newRow("gnome") << "GNOME"
+        QTest::newRow("gnome, as Ubuntu names it") << "ubuntu:GNOME"
                                << QStringList{"/org/gnome/desktop/background/picture-uri", "/org/gnome/desktop/background/picture-uri-dark"}
                                << true;
         QTest::newRow("cinnamon") << "X-Cinnamon" << QStringList{"/org/cinnamon/desktop/background/picture-uri"} << true;
@@ -220,61 +202,58 @@ private Q_SLOTS:
     }
     void historyRotates()
     {
-        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
         const QString first = picture(QStringLiteral("first.png"));
-        QVERIFY(desktop.setWallpaper(first).ok());
+        QVERIFY(m_gnome->setWallpaper(first).ok());
         // First use: the present picture stands in slot 1 and is kept as "curWP".
-        QCOMPARE(WallpaperHistory::slotsToShow(desktop).slot1, first);
+        QCOMPARE(WallpaperHistory::slotsToShow(*m_gnome).slot1, first);
         QCOMPARE(WallpaperHistory::read().curWP, first);
 
         const QString folder = Utils::pathForWPFolder() + QLatin1Char('/');
         const QStringList names{"A.png", "B.png", "C.png", "D.png"};
         for (const QString &n : names)
-            QVERIFY(WallpaperHistory::setDroppedPicture(picture(n), desktop).ok());
+            QVERIFY(WallpaperHistory::setDroppedPicture(picture(n), *m_gnome).ok());
         const WallpaperHistory::Entries list = WallpaperHistory::read();
         QCOMPARE(list.curWP, folder + "D.png");
         QCOMPARE(list.oldWP1, folder + "C.png");
         QCOMPARE(list.oldWP2, folder + "B.png");
-        QCOMPARE(desktop.currentWallpaper(), folder + "D.png");
+        QCOMPARE(m_gnome->currentWallpaper(), folder + "D.png");
         QVERIFY(!QFile::exists(folder + "A.png")); // fell out of the history
         QVERIFY(QFile::exists(first));             // the user's own picture is never removed
-        QCOMPARE(WallpaperHistory::slotsToShow(desktop).slot2, folder + "B.png");
+        QCOMPARE(WallpaperHistory::slotsToShow(*m_gnome).slot2, folder + "B.png");
 
         // Back to the one before; the history stays.
-        QVERIFY(WallpaperHistory::setSlot(1, desktop).ok());
-        QCOMPARE(desktop.currentWallpaper(), folder + "C.png");
+        QVERIFY(WallpaperHistory::setSlot(1, *m_gnome).ok());
+        QCOMPARE(m_gnome->currentWallpaper(), folder + "C.png");
         QCOMPARE(WallpaperHistory::read().curWP, folder + "D.png");
     }
     void sameNameKeepsHistory()
     {
-        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
         for (const char *n : {"A.png", "B.png"})
-            QVERIFY(WallpaperHistory::setDroppedPicture(picture(QString::fromLatin1(n)), desktop).ok());
+            QVERIFY(WallpaperHistory::setDroppedPicture(picture(QString::fromLatin1(n)), *m_gnome).ok());
         // A picture named as one in the history, from another folder: the copy is replaced, no shift.
         QDir().mkpath(m_dir.filePath(QStringLiteral("elsewhere")));
         const QString other = m_dir.filePath(QStringLiteral("elsewhere/A.png"));
         QImage green(10, 10, QImage::Format_RGB32);
         green.fill(Qt::green);
         QVERIFY(ImageFixtures::write(other, ImageFixtures::encoded(green, "png")));
-        QVERIFY(WallpaperHistory::setDroppedPicture(other, desktop).ok());
+        QVERIFY(WallpaperHistory::setDroppedPicture(other, *m_gnome).ok());
         const QString folder = Utils::pathForWPFolder() + QLatin1Char('/');
         QCOMPARE(WallpaperHistory::read().curWP, folder + "B.png");
         QCOMPARE(WallpaperHistory::read().oldWP1, folder + "A.png");
         QCOMPARE(QImage(folder + "A.png").pixelColor(0, 0), QColor(Qt::green));
-        QCOMPARE(desktop.currentWallpaper(), folder + "A.png");
+        QCOMPARE(m_gnome->currentWallpaper(), folder + "A.png");
     }
     void damagedListAndVanishedFiles()
     {
-        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
         QVERIFY(ImageFixtures::write(Utils::getWallpapersPlistPath(), "<plist>not a list"));
         QVERIFY(!Utils::getWallpapersPlistDictionaryValues());
         QVERIFY(Utils::saveChangesToWPPlist("/gone/now.png", "/gone/old1.png", "/gone/old2.png").ok());
-        const WallpaperHistory::Shown shown = WallpaperHistory::slotsToShow(desktop);
+        const WallpaperHistory::Shown shown = WallpaperHistory::slotsToShow(*m_gnome);
         QVERIFY(shown.slot1.isEmpty() && shown.slot2.isEmpty());
-        QVERIFY(!WallpaperHistory::setSlot(1, desktop).ok());
+        QVERIFY(!WallpaperHistory::setSlot(1, *m_gnome).ok());
         // The next change writes a whole list again.
         QVERIFY(ImageFixtures::write(Utils::getWallpapersPlistPath(), "garbage"));
-        QVERIFY(WallpaperHistory::setDroppedPicture(picture(QStringLiteral("E.png")), desktop).ok());
+        QVERIFY(WallpaperHistory::setDroppedPicture(picture(QStringLiteral("E.png")), *m_gnome).ok());
         QCOMPARE(WallpaperHistory::read().curWP, Utils::pathForWPFolder() + QStringLiteral("/E.png"));
     }
     void refusedPictures_data()
@@ -288,23 +267,21 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, bytes);
         QFETCH(int, code);
-        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
-        const QString before = desktop.currentWallpaper();
+        const QString before = m_gnome->currentWallpaper();
         const QString path = m_dir.filePath(QStringLiteral("huge.png"));
         QVERIFY(ImageFixtures::write(path, bytes));
-        const Status set = WallpaperHistory::setDroppedPicture(path, desktop);
+        const Status set = WallpaperHistory::setDroppedPicture(path, *m_gnome);
         QVERIFY(!set.ok());
         QCOMPARE(set.error().code, code);
-        QCOMPARE(desktop.currentWallpaper(), before);
+        QCOMPARE(m_gnome->currentWallpaper(), before);
     }
     void failedCopySetsTheDroppedFile()
     {
-        DesktopWallpaper desktop(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
         QDir().mkpath(Utils::QDappSupportPath());
         QVERIFY(ImageFixtures::write(Utils::QDappSupportPath() + QStringLiteral("/QD_WP"), "a file in the folder's place"));
         const QString dropped = picture(QStringLiteral("F.png"));
-        QVERIFY(WallpaperHistory::setDroppedPicture(dropped, desktop).ok());
-        QCOMPARE(desktop.currentWallpaper(), dropped);
+        QVERIFY(WallpaperHistory::setDroppedPicture(dropped, *m_gnome).ok());
+        QCOMPARE(m_gnome->currentWallpaper(), dropped);
     }
 
 private:
@@ -323,6 +300,7 @@ private:
     QThread m_serviceThread;
     PlasmaShell *m_plasma = nullptr;
     WallpaperPortal *m_portal = nullptr;
+    std::unique_ptr<DesktopWallpaper> m_gnome;
 };
 
 QTEST_GUILESS_MAIN(WallpaperTest)
