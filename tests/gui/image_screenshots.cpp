@@ -1,15 +1,23 @@
-// Renders the page board and the wallpaper overlay for the README: twelve pictures on the board, some
-// turned, one selected; the wallpaper overlay with the two pictures before the present one.
+// Renders the pictures of the image windows for the README: the page board with twelve pictures, some
+// turned, one selected; the wallpaper overlay with the two pictures before the present one; the editor
+// in crop mode, in paint mode with strokes, with the resize popover, and in a dark theme. Run under a
+// display: scripts/screenshots.sh.
 
 #include "EditorFixtures.h"
+#include "EditorWindowFixtures.h"
 #include "LaunchedProgram.h"
 #include "Screenshots.h"
 
 #include "core/overlays/WallpaperOverlayVC.h"
+#include "editor/ui/AKPaintView.h"
+#include "editor/ui/CropImgWC.h"
+#include "editor/ui/CropView.h"
+#include "editor/ui/ResizePopover.h"
 #include "images/board/LRHMPagesManager.h"
 #include "images/board/ui/LRHMIKImageBrowserView.h"
 #include "images/board/ui/PDFPreviewWC.h"
 
+#include <QLineEdit>
 #include <QPainter>
 
 using namespace Screenshots;
@@ -31,6 +39,7 @@ QString photo(const QString &folder, const QString &name, int seed, bool portrai
 int main(int argc, char **argv)
 {
     QApplication app(argc, argv);
+    QStandardPaths::setTestModeEnabled(true);
     const Shots shots(argc, argv);
     QTemporaryDir work;
     QStringList photos;
@@ -66,6 +75,45 @@ int main(int argc, char **argv)
     settle(400);
     panelButton(*delegate, QStringLiteral("deskPbtn"))->click();
     shots.save(delegate->window, QStringLiteral("overlay-wallpaper"), 1500);
+    delegate->orderOutTheWindow();
     QDir(Utils::QDappSupportPath()).removeRecursively();
+
+    const QString harbour = work.filePath(QStringLiteral("Harbour.jpg"));
+    EditorFixtures::scenery(1800, 1200).save(harbour, "jpg", 92);
+
+    CropImgWC editor;
+    EditorWindowFixtures::openAndWait(editor, harbour);
+    settle(400);
+    // Crop mode: the frame pulled in from two corners.
+    const QRectF fitted = editor.imgCropView->frameYUp();
+    editor.imgCropView->setFrameYUp(fitted.adjusted(fitted.width() * 0.12, fitted.height() * 0.1, -fitted.width() * 0.2, -fitted.height() * 0.15));
+    editor.updateCropSizeValues();
+    shots.save(&editor, QStringLiteral("editor-crop"));
+
+    // Paint mode with a few strokes.
+    editor.setPaintMode(true);
+    settle(100);
+    editor.colorChanged(QColor(230, 40, 40));
+    editor.brushSizeChanged(9);
+    EditorWindowFixtures::stroke(editor.paintView, {{0.2, 0.3}, {0.25, 0.26}, {0.32, 0.24}, {0.4, 0.25}, {0.46, 0.3}, {0.44, 0.37}, {0.36, 0.4}, {0.26, 0.39}, {0.2, 0.34}, {0.21, 0.3}});
+    editor.colorChanged(QColor(255, 230, 60));
+    editor.brushSizeChanged(5);
+    EditorWindowFixtures::stroke(editor.paintView, {{0.6, 0.62}, {0.66, 0.6}, {0.72, 0.63}, {0.78, 0.6}, {0.84, 0.63}});
+    shots.save(&editor, QStringLiteral("editor-paint"));
+
+    // The resize popover under its button.
+    editor.setPaintMode(false);
+    editor.showResizePopOver();
+    settle(200);
+    editor.resizeimgPopover->resizeWTxtFld->setText(QStringLiteral("1200"));
+    editor.controlTextDidChange(editor.resizeimgPopover->resizeWTxtFld);
+    const QRect area = editor.frameGeometry().united(editor.resizeimgPopover->frameGeometry());
+    shots.saveScreenArea(area, QStringLiteral("editor-resize"));
+    editor.resizeimgPopover->hide();
+
+    app.setPalette(darkPalette());
+    settle(200);
+    editor.setPaintMode(true);
+    shots.save(&editor, QStringLiteral("editor-paint-dark"));
     return 0;
 }
