@@ -39,9 +39,7 @@ int main(int argc, char **argv)
     const QString w = work.path();
     const QString harbour = w + QStringLiteral("/Harbour.png"), notes = w + QStringLiteral("/Notes.txt"),
                   invoice = w + QStringLiteral("/Invoice.pdf"), projects = w + QStringLiteral("/Projects");
-    QImage photo(640, 480, QImage::Format_RGB32);
-    photo.fill(QColor(80, 140, 200));
-    photo.save(harbour);
+    writtenFile(harbour, pngBytes(QSize(640, 480)));
     writtenFile(notes, "Quay notes\n");
     writtenFile(invoice, "%PDF-1.4\n%%EOF\n");
     writtenFile(projects + QStringLiteral("/Quay/plan.md"), QByteArray(200000, 'x'));
@@ -92,13 +90,7 @@ int main(int argc, char **argv)
     dropData(text, QStringLiteral("panel-text"));
     shareMenu("strOSXShareBtn", QStringLiteral("share-menu-text"));
     QMimeData image;
-    QByteArray png;
-    {
-        QBuffer buffer(&png);
-        buffer.open(QIODevice::WriteOnly);
-        photo.save(&buffer, "PNG");
-    }
-    image.setData(QStringLiteral("image/png"), png);
+    image.setData(QStringLiteral("image/png"), pngBytes(QSize(640, 480)));
     dropData(image, QStringLiteral("panel-image-from-app"));
 
     delegate.showDropTargetAt(QPointF(300, 500));
@@ -134,7 +126,7 @@ int main(int argc, char **argv)
     QTest::keyClick(delegate.imgResizeVC->widthTextField, Qt::Key_Up);
     shots.save(delegate.window, QStringLiteral("overlay-resize-typed"));
     delegate.closeVisibleModalOverlay();
-    photo.save(w + QStringLiteral("/Quay.jpg"));
+    QImage(harbour).save(w + QStringLiteral("/Quay.jpg"));
     overlayOn({harbour, w + QStringLiteral("/Quay.jpg")}, QStringLiteral("multiConvrtImg"));
     delegate.imgConvrtVC->compressFactorSlider->setValue(37);
     shots.save(delegate.window, QStringLiteral("overlay-convert"));
