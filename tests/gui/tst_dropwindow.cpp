@@ -247,14 +247,7 @@ private Q_SLOTS:
         QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
         QVERIFY(f.app->isModalOverlayVisible());
         f.app->closeVisibleModalOverlay();
-        f.app->showOverlayPanel(f.app->enterFolderNameVC);
-        // A click on the card between its fields keeps what was typed.
-        f.app->enterFolderNameVC->folderNameTF->setText(QStringLiteral("Quay"));
-        QWidget *card = f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayContainer"));
-        QWidget *empty = f.app->enterFolderNameVC;
-        QTest::mouseClick(empty, Qt::LeftButton, {}, empty->mapFrom(card, QPoint(card->width() / 2, card->height() - 60)));
-        QVERIFY(f.app->isModalOverlayVisible());
-        QCOMPARE(f.app->enterFolderNameVC->folderNameTF->text(), QStringLiteral("Quay"));
+        f.app->showOverlayPanel(f.app->enterFolderNameVC); // (a click on its card is the overlay's own: tst_widgets)
         QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2)); // outside the card
         QVERIFY(!f.app->isModalOverlayVisible());
         QVERIFY(f.app->oneofThePanelsIsShown); // back on the panel
@@ -332,9 +325,7 @@ private Q_SLOTS:
         // Opened by the hot key, the waiting window takes the keys; opened by a drag it never does.
         SettingsStore::shared().setBool(SettingsKey::ShowPanelHKEnabled, true);
         f.app->showPanelHKNotif();
-        QVERIFY(f.app->windowIsVsbl());
-        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
-        QVERIFY(f.app->window->takesFocus());
+        QVERIFY(f.app->window->takesFocus()); // (Escape closing it on a real X server: e2e_summon)
         // On Wayland the pointer X11 last saw may be far away: the hot key's window is centred instead.
         QTest::keyClick(f.app->window, Qt::Key_Escape);
         qputenv("XDG_SESSION_TYPE", "wayland");
