@@ -15,13 +15,19 @@
 #include <QPushButton>
 
 
-struct BrowserImage
+// Files a source promises through X Direct Save (when offered), written `writeAfterMs` after the drop:
+// the names it gives (none: it refuses), or, for an image out of a web page, the address beside its
+// bytes; the panel, and the names the files have in the temp folder (empty: the source's).
+struct Promised
 {
     bool directSave;
-    QStringList sourceSaves; // names the source's X Direct Save gives; empty: refuses
-    QString address, written;
+    QStringList names;
+    int writeAfterMs;
+    QString address;
+    int panel;
+    QStringList written;
 };
-Q_DECLARE_METATYPE(BrowserImage)
+Q_DECLARE_METATYPE(Promised)
 
 class IntakeTest : public QObject
 {
@@ -111,72 +117,55 @@ private Q_SLOTS:
 
     void promisedFilesSettle_data()
     {
-        QTest::addColumn<QStringList>("names");
-        QTest::addColumn<int>("writeAfterMs");
-        QTest::addColumn<int>("panel");
-        QTest::newRow("one image: the panel of an image from elsewhere") << QStringList{"shot.png"} << 0 << 444;
-        QTest::newRow("one text") << QStringList{"draft.txt"} << 0 << 2;
-        QTest::newRow("two files") << QStringList{"a.png", "b.txt"} << 0 << 888;
-        QTest::newRow("written late") << QStringList{"late.txt"} << 350 << 2;
+        QTest::addColumn<Promised>("row");
+        QTest::newRow("one image: the panel of an image from elsewhere") << Promised{true, {"shot.png"}, 0, "", 444, {}};
+        QTest::newRow("one text") << Promised{true, {"draft.txt"}, 0, "", 2, {}};
+        QTest::newRow("two files") << Promised{true, {"a.png", "b.txt"}, 0, "", 888, {}};
+        QTest::newRow("written late") << Promised{true, {"late.txt"}, 350, "", 2, {}};
+        // An image dragged out of a web page: no file and no image type, only its bytes beside its address.
+        // Chromium answers X Direct Save with "F", leaving the file to the target from application/octet-stream.
+        const QString page = QStringLiteral("http://127.0.0.1/pics/view.php?id=7");
+        QTest::newRow("browser: X Direct Save left to the target") << Promised{true, {"harbour.png"}, 0, page, 444, {"harbour.png"}};
+        QTest::newRow("browser: X Direct Save refused, named from the address")
+            << Promised{true, {}, 0, "http://127.0.0.1/pics/harbour.png", 444, {"harbour.png"}};
+        QTest::newRow("browser: bytes only, named from the address") << Promised{false, {}, 0, page, 444, {"view.php.png"}};
     }
 
     void promisedFilesSettle()
     {
-        QFETCH(QStringList, names);
-        QFETCH(int, writeAfterMs);
-        QFETCH(int, panel);
-        f.fakes->promisedFiles.names = names;
-        f.fakes->promisedFiles.writeAfterMs = writeAfterMs;
+        QFETCH(Promised, row);
+        f.fakes->promisedFiles.names = row.names;
+        f.fakes->promisedFiles.writeAfterMs = row.writeAfterMs;
         QMimeData data;
-        data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
-        data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("also-named.txt")))}); // promises come first
-        QVERIFY(dropOn(f.app->dropFilesHereView, &data));
-
-        QCOMPARE(f.fakes->promisedFiles.askedFolders.size(), 1);
-        const QString folder = f.fakes->promisedFiles.askedFolders.first();
-        QVERIFY(folder.startsWith(Utils::tempFileOperationsFolder() + QLatin1Char('/')));
-        QVERIFY(f.app->emptyContviewIsShown); // until the files stand still
-        QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
-        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(panel))));
-        QVERIFY(f.app->droppedImageFromOtherApp);
-        QCOMPARE(f.app->filePathsArr.size(), names.size());
-        for (const QString &path : std::as_const(f.app->filePathsArr))
-            QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath()), qPrintable(path));
-    }
-
-    void anImageOutOfABrowser_data()
-    {
-        QTest::addColumn<BrowserImage>("row");
-        // Chromium answers X Direct Save with "F", leaving the file to the target from application/octet-stream.
-        QTest::newRow("X Direct Save left to the target") << BrowserImage{true, {"harbour.png"}, "http://127.0.0.1/pics/view.php?id=7", "harbour.png"};
-        QTest::newRow("X Direct Save refused: named from the address") << BrowserImage{true, {}, "http://127.0.0.1/pics/harbour.png", "harbour.png"};
-        QTest::newRow("bytes only: named from the address") << BrowserImage{false, {}, "http://127.0.0.1/pics/view.php?id=7", "view.php.png"};
-    }
-
-    // An image dragged out of a web page: no file and no image type, only its bytes beside its address.
-    void anImageOutOfABrowser()
-    {
-        QFETCH(BrowserImage, row);
-        const auto &[directSave, sourceSaves, address, written] = row;
-        f.fakes->promisedFiles.names = sourceSaves;
-        f.fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
-        const QByteArray png = pngBytes();
-        QMimeData data;
-        data.setUrls({QUrl(address)});
-        data.setText(address);
-        data.setData(QStringLiteral("application/octet-stream"), png);
-        if (directSave)
+        if (row.directSave)
             data.setData(QStringLiteral("XdndDirectSave0"), QByteArray());
-        if (directSave && sourceSaves.isEmpty())
-            QTest::ignoreMessage(QtWarningMsg, "promised files not received: the source refused");
+        if (row.address.isEmpty()) {
+            data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("also-named.txt")))}); // promises come first
+        } else {
+            f.fakes->promisedFiles.writeFromType = QStringLiteral("application/octet-stream");
+            data.setUrls({QUrl(row.address)});
+            data.setText(row.address);
+            data.setData(QStringLiteral("application/octet-stream"), pngBytes());
+            if (row.directSave && row.names.isEmpty())
+                QTest::ignoreMessage(QtWarningMsg, "promised files not received: the source refused");
+        }
         QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+        QCOMPARE(f.fakes->promisedFiles.askedFolders.size(), int(row.directSave));
+        QVERIFY(f.fakes->promisedFiles.askedFolders.value(0).startsWith(Utils::tempFileOperationsFolder() + QLatin1Char('/')) || !row.directSave);
+        QVERIFY(f.app->emptyContviewIsShown || !row.directSave); // until the files stand still
         QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 3000);
-        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelOtherAppImage)));
-        QCOMPARE(f.app->filePathsArr.size(), 1);
-        const QString path = f.app->filePathsArr.first();
-        QCOMPARE(QFileInfo(path).fileName(), written);
-        QVERIFY(path.startsWith(QDir(Utils::tempFileOperationsFolder()).canonicalPath() + QLatin1Char('/')));
-        QCOMPARE(f.bytesOf(path), png);
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanel(row.panel))));
+        QVERIFY(f.app->droppedImageFromOtherApp);
+        // In the folder the source was told, or the temp folder when none was.
+        const QString folder = f.fakes->promisedFiles.askedFolders.value(0, Utils::tempFileOperationsFolder());
+        QStringList names;
+        for (const QString &path : std::as_const(f.app->filePathsArr)) {
+            QVERIFY2(QFileInfo(path).isFile() && path.startsWith(QDir(folder).canonicalPath() + '/'), qPrintable(path));
+            names << QFileInfo(path).fileName();
+        }
+        QCOMPARE(names, row.written.isEmpty() ? row.names : row.written);
+        if (!row.address.isEmpty())
+            QCOMPARE(f.bytesOf(f.app->filePathsArr.first()), pngBytes());
     }
 
     void aPromiseThatNeverCompletesWaitsForCancel()
