@@ -16,12 +16,8 @@ printf 'notes\n' >"$files/notes.txt"
 target_x=600
 target_y=$((screen_h - 400 - 45))
 
-# (Which view each kind of drop brings is tst_intake's; here the drops go over real X11.)
-drag_onto "$target_x" "$target_y" --files "$files/notes.txt"
-wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "no panel 2 after dropping a file"; }
-[ "$(window_geometry | cut -d' ' -f3,4)" = "210 235" ] || fail "the panel's window is not 210x235: $(window_geometry)"
-stop_both
-pass "dropping a file shows its panel"
+# (Which view each kind of drop brings is tst_intake's; here the drops go over real X11. A file dropped
+# on the raised window: watcher.sh.)
 # A folder's panel looks like another file's: only the log tells them apart.
 drag_onto "$target_x" "$target_y" --files "$files/Projects"
 wait_for "$log" "panel 333 shown" 5 || { cat "$log"; fail "no folder panel after dropping a folder"; }
@@ -63,4 +59,4 @@ sleep 5.5
 ! has_window '^Quaydrop$' || fail "the balloon stayed longer than five seconds"
 stop_both
 pass "without a notification server a balloon tells it, for five seconds"
-echo "6 passed, 0 failed"
+echo "5 passed, 0 failed"

@@ -27,9 +27,8 @@ ondemand=$(grep -oE '/[^ ]*lib(cups|gio-2\.0|gnutls)[^ /]*\.so[^ ]*' "/proc/$pid
 pass "no decoder, printing or GSettings library mapped and no worker running at rest"
 
 second_log="$E2E_HOME/second.log"
+# (That it says so and the first hears it: sessions.sh, for each of two displays.)
 timeout 10 "$BIN" 2>"$second_log" || fail "second start failed: $(cat "$second_log")"
-grep -q "already running" "$second_log" || fail "second start did not say it found the first"
-wait_for "$log" "a second start was passed to this process" 5 || fail "first did not hear the second start"
 [ "$(pgrep -c -f "^$BIN\$" || true)" -le 1 ] || fail "a second process stayed"
 pass "a second start reaches the first and leaves"
 # No tray to click: the second start is the way to the options, as a window of its own.

@@ -74,19 +74,6 @@ private Q_SLOTS:
     }
 
 private:
-    // Presses at `at` (global), moves in `steps` small steps by (dx, dy) each, lets go: as a hand does.
-    static void dragWithThePointer(QPoint at, int dx, int dy, int steps)
-    {
-        // A warp moves the pointer without motion; the relative moves are real motion, seen by the watcher.
-        xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "mousedown", "1"});
-        for (int i = 0; i < steps; ++i) {
-            QTest::qWait(20);
-            xdotool({"mousemove_relative", "--", QString::number(dx), QString::number(dy)});
-        }
-        QTest::qWait(100);
-        xdotool({"mouseup", "1"});
-        QTest::qWait(200);
-    }
     void openOverlay(const char *outlet)
     {
         ActionButton *button = f.app->panelView(DropPanelImage)->button(QString::fromLatin1(outlet));

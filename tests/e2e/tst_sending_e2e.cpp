@@ -60,14 +60,7 @@ private Q_SLOTS:
         QByteArray said;
         QTRY_VERIFY((said += m_source.readAllStandardOutput()).contains("ready"));
         const QPoint target = f.app->window->mapToGlobal(f.app->window->rect().center());
-        xdotool({"mousemove", "100", "100", "mousedown", "1"});
-        for (int step = 1; step <= 10; ++step) {
-            xdotool({"mousemove", QString::number(100 + (target.x() - 100) * step / 10),
-                     QString::number(100 + (target.y() - 100) * step / 10)});
-            QTest::qWait(50);
-        }
-        QTest::qWait(200);
-        xdotool({"mouseup", "1"});
+        dragWithThePointer(QPoint(100, 100), (target.x() - 100) / 10, (target.y() - 100) / 10, 10);
         QTRY_VERIFY_WITH_TIMEOUT(f.app->oneofThePanelsIsShown, 10000);
         QCOMPARE(f.app->filePathsArr, QStringList{m_pdf});
     }

@@ -39,6 +39,7 @@ xdotool mousemove_relative -- 1 1
 sleep 0.2
 let_go
 wait_for "$log" "panel 2 shown" 5 || { cat "$log"; fail "dropping on the raised window showed no panel"; }
+[ "$(window_geometry | cut -d' ' -f3,4)" = "210 235" ] || fail "the panel's window is not 210x235: $(window_geometry)"
 pass "dropping on it shows the document panel"
 kill "$src" 2>/dev/null || true
 

@@ -162,6 +162,19 @@ inline void clickAt(QPoint global)
 {
     xdotool({"mousemove", QString::number(global.x()), QString::number(global.y()), "click", "1"});
 }
+// Presses at `at` (global), moves in `steps` small steps by (dx, dy) each, lets go: as a hand does. A
+// warp moves the pointer without motion; the relative moves are real motion, seen by a drag watcher.
+inline void dragWithThePointer(QPoint at, int dx, int dy, int steps)
+{
+    xdotool({"mousemove", QString::number(at.x()), QString::number(at.y()), "mousedown", "1"});
+    for (int i = 0; i < steps; ++i) {
+        QTest::qWait(20);
+        xdotool({"mousemove_relative", "--", QString::number(dx), QString::number(dy)});
+    }
+    QTest::qWait(100);
+    xdotool({"mouseup", "1"});
+    QTest::qWait(200);
+}
 
 // What the window tests start from: a folder for the user's files, fake services, the program
 // launched on them, and the steps a user takes on its window.
