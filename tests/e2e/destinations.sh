@@ -34,4 +34,3 @@ pid=$!
 wait_until 5 has_window '^Destinations$' || { cat "$E2E_HOME/manager.log"; fail "quaydrop --destinations opened no window"; }
 kill "$pid"
 pass "quaydrop --destinations opens the destination manager"
-echo "3 passed, 0 failed"

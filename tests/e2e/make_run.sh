@@ -33,4 +33,3 @@ wait_gone "$pid" 10 || fail "launcher did not stop"
 sleep 0.5
 ! xdpyinfo -display "$display" >/dev/null 2>&1 || fail "Xvfb outlived the launcher"
 pass "stopping the launcher stops the program and its Xvfb"
-echo "3 passed, 0 failed"

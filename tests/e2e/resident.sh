@@ -42,4 +42,3 @@ wait "$pid" && status=0 || status=$?
 [ "$status" = 0 ] || fail "exit status $status after SIGTERM"
 [ -z "$(ls -A "$temp")" ] || fail "temp folder not emptied at stop: $(ls -A "$temp")"
 pass "SIGTERM stops it cleanly and empties the temp folder"
-echo "6 passed, 0 failed"

@@ -36,4 +36,3 @@ wait_for "$E2E_HOME/a.log" "a second start was passed to this process" 5 || fail
 sleep 0.3
 grep -q "a second start was passed" "$E2E_HOME/b.log" && fail ":$b's program heard a start meant for :$a"
 pass "a second start reaches the program of its own display only"
-echo "2 passed, 0 failed"

@@ -30,4 +30,3 @@ wait_for "$log" "woke from sleep" 20 || { cat "$log"; fail "the wake was not hea
 [ -z "$(ls -A "$temp")" ] || fail "temp folder not emptied on wake: $(ls -A "$temp")"
 [ "$(grep -c 'woke from sleep' "$log")" = 1 ] || fail "one wake was taken for $(grep -c 'woke from sleep' "$log")"
 pass "the wake empties the temp folder once"
-echo "2 passed, 0 failed"
