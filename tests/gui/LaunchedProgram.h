@@ -19,6 +19,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QPushButton>
 #include <QPointer>
 #include <QProcess>
 #include <QStandardPaths>
@@ -107,6 +108,15 @@ inline void dropOnWindow(AppDelegate &app, const QStringList &paths)
 inline ActionButton *panelButton(const AppDelegate &app, const QString &name)
 {
     return app.window->contentView()->findChild<ActionButton *>(name);
+}
+
+// The shown button of an overlay that fires this tag.
+inline QPushButton *tagButton(QWidget *overlay, qint64 tag)
+{
+    for (QPushButton *b : overlay->findChildren<QPushButton *>())
+        if (b->property("tag").toLongLong() == tag && b->isVisibleTo(overlay))
+            return b;
+    return nullptr;
 }
 
 // The seconds the ledger has credited so far.
@@ -213,6 +223,13 @@ struct LaunchedFixture
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
     }
     void drop(const QStringList &paths) { dropOnWindow(*app, paths); }
+    void dropText(const QString &text)
+    {
+        QMimeData data;
+        data.setText(text);
+        app->showDropTargetAt(QPointF(400, 300));
+        app->mycustomviewDidGetDrop(&data);
+    }
     ActionButton *button(const QString &name) const { return panelButton(*app, name); }
     // The files dropped and this panel button pressed; false when the panel has no such button.
     bool dropAndPress(const QStringList &paths, const QString &name)

@@ -120,15 +120,14 @@ private Q_SLOTS:
 
     void textPanelCountsAndRereads()
     {
-        dropText(QStringLiteral("Ships leave, at dawn."));
+        f.dropText(QStringLiteral("Ships leave, at dawn."));
         ActionPanelView *view = current();
         QCOMPARE(view->objectName(), QStringLiteral("stringDroppedActionPanel"));
         QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("21"));
         QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("4"));
         QCOMPARE(view->button(QStringLiteral("droppedStrToClipboardBtn"))->text(), QStringLiteral("Copy to clipboard"));
         QVERIFY(f.app->filePathsArr.isEmpty());
-        f.app->showDropTargetAt(QPointF(400, 300));
-        dropText(QStringLiteral("two words"));
+        f.dropText(QStringLiteral("two words"));
         QCOMPARE(view->glyphCountLbl->text(), QStringLiteral("9"));
         QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("2"));
     }
@@ -262,10 +261,7 @@ private Q_SLOTS:
         for (OverlayController *c : controllers) {
             f.app->showOverlayPanel(c);
             QVERIFY2(f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
-            QPushButton *close = nullptr;
-            for (QPushButton *b : c->findChildren<QPushButton *>())
-                if (b->property("tag").toLongLong() == c->closeTag())
-                    close = b;
+            QPushButton *close = tagButton(c, c->closeTag());
             QVERIFY2(close, qPrintable(c->objectName()));
             close->click();
             QVERIFY2(!f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
@@ -376,7 +372,7 @@ private Q_SLOTS:
         } else if (drops.contains(view)) {
             f.drop(drops.value(view));
         } else if (view == u"text") {
-            dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
+            f.dropText(QStringLiteral("Schiffe verlassen den Kai im Morgengrauen."));
         } else if (view == u"image from an application") {
             QMimeData data;
             data.setData(QStringLiteral("image/png"), pngBytes(QSize(64, 48)));
@@ -428,12 +424,6 @@ private Q_SLOTS:
     }
 
 private:
-    void dropText(const QString &text)
-    {
-        QMimeData data;
-        data.setText(text);
-        f.app->mycustomviewDidGetDrop(&data);
-    }
     ActionPanelView *current() const { return qobject_cast<ActionPanelView *>(f.app->window->contentView()); }
 
     LaunchedFixture f;

@@ -437,11 +437,9 @@ private:
     void drop(const QStringList &paths, const QString &text = {})
     {
         if (text.isEmpty())
-            return f.drop(paths);
-        QMimeData data;
-        data.setText(text);
-        f.app->showDropTargetAt(QPointF(400, 300));
-        f.app->mycustomviewDidGetDrop(&data);
+            f.drop(paths);
+        else
+            f.dropText(text);
     }
     QStringList files(const QStringList &names)
     {

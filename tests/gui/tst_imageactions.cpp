@@ -420,9 +420,7 @@ private Q_SLOTS:
         menu->close();
         QCOMPARE(QFileInfo(QGuiApplication::clipboard()->mimeData()->urls().value(0).toLocalFile()).fileName(),
                  QStringLiteral("earlier.jpg"));
-        for (QPushButton *b : vc->findChildren<QPushButton *>())
-            if (b->property("tag").toLongLong() == WallpaperOverlayVC::kSetTag)
-                b->click();
+        tagButton(vc, WallpaperOverlayVC::kSetTag)->click();
         QCOMPARE(f.fakes->wallpaper.current, Utils::pathForWPFolder() + QStringLiteral("/beach.jpg"));
         QCOMPARE(ledgerTotal(), before + 5);
         QVERIFY(!f.app->isModalOverlayVisible());
@@ -443,13 +441,6 @@ private:
     QString image(const QString &name, int w, int h, const char *format = "png")
     {
         return f.file(name, ImageFixtures::encoded(ImageFixtures::picture(w, h), format));
-    }
-    QPushButton *tagButton(QWidget *overlay, qint64 tag) const
-    {
-        for (QPushButton *b : overlay->findChildren<QPushButton *>())
-            if (b->property("tag").toLongLong() == tag && b->isVisible())
-                return b;
-        return nullptr;
     }
 
     QString quarters(const QString &name, const char *format = "jpeg")
