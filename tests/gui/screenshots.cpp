@@ -1,21 +1,32 @@
-// Renders every state of the drop window, the overlay, the progress panel and the conflict dialog to
-// PNG files, through the real drop path, for the README. Run under a display: scripts/screenshots.sh.
+// Renders the README's pictures to PNG files: every state of the drop window, the overlays, the
+// progress panel and the conflict dialog through the real drop path, the options and the slides; and
+// the image windows. Run under a display with [OUT-FOLDER [LANGUAGE]]: scripts/screenshots.sh, once
+// for each language.
 
+#include "EditorFixtures.h"
+#include "EditorWindowFixtures.h"
 #include "LaunchedProgram.h"
-#include "Screenshots.h"
 #include "core/overlays/FileOverlays.h"
 #include "core/overlays/ImgConvertOverlayVC.h"
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "core/overlays/LockedPDFEnterPass.h"
 #include "core/overlays/MoveFileViewController.h"
+#include "core/overlays/WallpaperOverlayVC.h"
 #include "core/window/BusyView.h"
-#include "fileops/ui/ConflictDialog.h"
+#include "editor/ui/AKPaintView.h"
+#include "editor/ui/CropImgWC.h"
+#include "editor/ui/CropView.h"
+#include "editor/ui/ResizePopover.h"
 #include "fileops/destinations/DestinationEdits.h"
+#include "fileops/ui/ConflictDialog.h"
 #include "fileops/ui/ProgressPanel.h"
 #include "fileops/ui/ZipProgressWindow.h"
 #include "fileops/ui/destinations/DestinationList.h"
 #include "fileops/ui/destinations/ManageDestinationsWC.h"
 #include "fileops/ui/destinations/SubfolderPopup.h"
+#include "images/board/LRHMPagesManager.h"
+#include "images/board/ui/LRHMIKImageBrowserView.h"
+#include "images/board/ui/PDFPreviewWC.h"
 #include "menubar/ExclusionListWC.h"
 #include "menubar/statusitem/CCNStatusItem.h"
 #include "menubar/statusitem/NotificationBalloon.h"
@@ -23,18 +34,85 @@
 #include "menubar/tutorial/QDIntroSlides.h"
 
 #include <QCheckBox>
+#include <QElapsedTimer>
 #include <QLineEdit>
+#include <QPainter>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
+#include <QStyleFactory>
 #include <QWidget>
 
-using namespace Screenshots;
+namespace {
 
-int main(int argc, char **argv)
+// Time for the event loop to settle.
+void settle(int ms = 150)
 {
-    QApplication app(argc, argv);
-    Shots shots(argc, argv);
-    shots.suffix.clear(); // the few pictures in a second language are named where they are made
+    QElapsedTimer t;
+    t.start();
+    while (t.elapsed() < ms)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+}
+
+// The folder and language from the command line, and a window or an area of the screen saved as PNG.
+struct Shots
+{
+    QString out, language, suffix; // "-de" for pictures in a language other than English
+
+    Shots(int argc, char **argv)
+        : out(argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("docs/screenshots")),
+          language(argc > 2 ? QString::fromLatin1(argv[2]) : QStringLiteral("en")),
+          suffix(language == u"en" ? QString() : QLatin1Char('-') + language)
+    {
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        Texts::setLanguage(language);
+        QDir().mkpath(out);
+    }
+    QString file(const QString &name) const { return out + QLatin1Char('/') + name + suffix + QStringLiteral(".png"); }
+    void save(QWidget *w, const QString &name, int wait = 150) const
+    {
+        settle(wait);
+        w->grab().save(file(name));
+    }
+    // What the screen shows over a window and the popups beside it.
+    void saveScreenArea(const QRect &area, const QString &name) const
+    {
+        settle(300);
+        QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height()).save(file(name));
+    }
+};
+
+QPalette darkPalette()
+{
+    QPalette p;
+    p.setColor(QPalette::Window, QColor(45, 45, 48));
+    p.setColor(QPalette::WindowText, QColor(230, 230, 230));
+    p.setColor(QPalette::Base, QColor(30, 30, 32));
+    p.setColor(QPalette::Text, QColor(230, 230, 230));
+    p.setColor(QPalette::Button, QColor(60, 60, 64));
+    p.setColor(QPalette::ButtonText, QColor(230, 230, 230));
+    p.setColor(QPalette::Highlight, QColor(90, 150, 240));
+    p.setColor(QPalette::HighlightedText, Qt::white);
+    p.setColor(QPalette::PlaceholderText, QColor(160, 160, 160));
+    p.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(120, 120, 120));
+    p.setColor(QPalette::Disabled, QPalette::WindowText, QColor(120, 120, 120));
+    return p;
+}
+
+// The harbour scenery, in a tint of its own for each seed.
+QString photo(const QString &folder, const QString &name, int seed, bool portrait = false)
+{
+    QImage img = EditorFixtures::scenery(portrait ? 600 : 900, portrait ? 900 : 600);
+    QPainter(&img).fillRect(img.rect(), QColor::fromHsv((seed * 37) % 360, 200, 230, 90));
+    const QString path = folder + QLatin1Char('/') + name;
+    img.save(path, "JPEG", 88);
+    return path;
+}
+
+// The drop window and the options, in English, with the few pictures in German named where they are made.
+void windowPictures(Shots shots)
+{
+    shots.suffix.clear();
     QTemporaryDir work;
     const QString w = work.path();
     const QString harbour = w + QStringLiteral("/Harbour.png"), notes = w + QStringLiteral("/Notes.txt"),
@@ -204,7 +282,7 @@ int main(int argc, char **argv)
         ManageDestinationsWC manager;
         manager.show();
         shots.save(&manager, QStringLiteral("destinations-manager"));
-        app.setPalette(darkPalette());
+        QApplication::setPalette(darkPalette());
         manager.hide();
         manager.show();
         shots.save(&manager, QStringLiteral("destinations-manager-dark"));
@@ -212,7 +290,7 @@ int main(int argc, char **argv)
         shots.save(delegate.window, QStringLiteral("destinations-picker-dark"));
         delegate.closeVisibleModalOverlay();
         delegate.orderOutTheWindow();
-        app.setPalette(QApplication::style()->standardPalette());
+        QApplication::setPalette(QApplication::style()->standardPalette());
     }
 
     // The exclusion list with applications of the machine's kind, and the picker that adds them.
@@ -274,11 +352,11 @@ int main(int argc, char **argv)
     shots.save(&slides, QStringLiteral("intro-slides-actions"));
     slides.close();
 
-    app.setPalette(darkPalette());
+    QApplication::setPalette(darkPalette());
     panelShot(QStringLiteral("options-panel-dark"));
     windowShot(QStringLiteral("options-window-no-tray-dark"));
     drop({harbour}, QStringLiteral("panel-image-dark"));
-    app.setPalette(QApplication::style()->standardPalette());
+    QApplication::setPalette(QApplication::style()->standardPalette());
 
     QList<FileCopyParamsPtr> jobs = {
         std::make_shared<FileCopyParams>(QStringList{w + QStringLiteral("/Holiday 2026")}, QStringLiteral("/media/usb/Backup"), true),
@@ -309,5 +387,100 @@ int main(int argc, char **argv)
         delegate.closeVisibleModalOverlay();
         trashing(QStringLiteral("busy-trash-de"));
     }
+}
+
+// The page board with twelve pictures, some turned, one selected; the wallpaper overlay with the two
+// pictures before the present one; the editor in crop mode, in paint mode with strokes, with the resize
+// popover, and in a dark theme: in the language asked for.
+void imagePictures(const Shots &shots)
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QTemporaryDir work;
+    QStringList photos;
+    const char *names[] = {"Harbour", "Pier at dawn", "Lighthouse", "Ferry", "Old crane", "Boats", "Quay 4",
+                           "Fish market", "Sunset", "Warehouse", "Gulls", "Night tide"};
+    for (int i = 0; i < 12; ++i)
+        photos << photo(work.path(), QString::fromLatin1(names[i]) + QStringLiteral(".jpg"), i + 1, i == 2 || i == 7);
+
+    FakePlatform fakes(work.path() + QStringLiteral("/.trash"));
+    auto delegate = launchedOn(fakes);
+
+    PDFPreviewWC board;
+    board.loadPageItemImagesWithPaths(photos);
+    board.resize(900, 640);
+    board.show();
+    LRHMIKImageBrowserView *view = board.imageBrowserView;
+    for (int row : {1, 5}) {
+        view->setCurrentIndex(view->model()->index(row, 0));
+        board.imageAction(PDFPreviewWC::kRotateRight);
+    }
+    view->setCurrentIndex(view->model()->index(9, 0));
+    board.imageAction(PDFPreviewWC::kFlipHorizontal);
+    view->setCurrentIndex(view->model()->index(4, 0));
+    view->scrollToTop();
+    shots.save(&board, QStringLiteral("page-board"), 2500);
+    board.hide();
+
+    // The wallpaper overlay after two changes: the present picture and the two before it.
+    fakes.wallpaper.current = photo(work.path(), QStringLiteral("First desktop.jpg"), 20);
+    Utils::saveChangesToWPPlist(photos.at(0), photos.at(8), photos.at(3));
+    delegate->showDropTargetAt(QPointF(300, 500));
+    dropPaths(*delegate, {photos.at(10)});
+    settle(400);
+    panelButton(*delegate, QStringLiteral("deskPbtn"))->click();
+    shots.save(delegate->window, QStringLiteral("overlay-wallpaper"), 1500);
+    delegate->orderOutTheWindow();
+    QDir(Utils::QDappSupportPath()).removeRecursively();
+
+    const QString harbour = work.filePath(QStringLiteral("Harbour.jpg"));
+    EditorFixtures::scenery(1800, 1200).save(harbour, "jpg", 92);
+
+    CropImgWC editor;
+    EditorWindowFixtures::openAndWait(editor, harbour);
+    settle(400);
+    // Crop mode: the frame pulled in from two corners.
+    const QRectF fitted = editor.imgCropView->frameYUp();
+    editor.imgCropView->setFrameYUp(fitted.adjusted(fitted.width() * 0.12, fitted.height() * 0.1, -fitted.width() * 0.2, -fitted.height() * 0.15));
+    editor.updateCropSizeValues();
+    shots.save(&editor, QStringLiteral("editor-crop"));
+
+    // Paint mode with a few strokes.
+    editor.setPaintMode(true);
+    settle(100);
+    editor.colorChanged(QColor(230, 40, 40));
+    editor.brushSizeChanged(9);
+    EditorWindowFixtures::stroke(editor.paintView, {{0.2, 0.3}, {0.25, 0.26}, {0.32, 0.24}, {0.4, 0.25}, {0.46, 0.3}, {0.44, 0.37}, {0.36, 0.4}, {0.26, 0.39}, {0.2, 0.34}, {0.21, 0.3}});
+    editor.colorChanged(QColor(255, 230, 60));
+    editor.brushSizeChanged(5);
+    EditorWindowFixtures::stroke(editor.paintView, {{0.6, 0.62}, {0.66, 0.6}, {0.72, 0.63}, {0.78, 0.6}, {0.84, 0.63}});
+    shots.save(&editor, QStringLiteral("editor-paint"));
+
+    // The resize popover under its button.
+    editor.setPaintMode(false);
+    editor.showResizePopOver();
+    settle(200);
+    editor.resizeimgPopover->resizeWTxtFld->setText(QStringLiteral("1200"));
+    editor.controlTextDidChange(editor.resizeimgPopover->resizeWTxtFld);
+    const QRect area = editor.frameGeometry().united(editor.resizeimgPopover->frameGeometry());
+    shots.saveScreenArea(area, QStringLiteral("editor-resize"));
+    editor.resizeimgPopover->hide();
+
+    QApplication::setPalette(darkPalette());
+    settle(200);
+    editor.setPaintMode(true);
+    shots.save(&editor, QStringLiteral("editor-paint-dark"));
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    const Shots shots(argc, argv);
+    if (shots.language == u"en")
+        windowPictures(shots);
+    Texts::setLanguage(shots.language);
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    imagePictures(shots);
     return 0;
 }

@@ -367,16 +367,6 @@ private Q_SLOTS:
         QWheelEvent wheel(QPointF(10, 10), QPointF(10, 10), QPoint(), QPoint(-400, 0), Qt::NoButton, {}, Qt::NoScrollPhase, false);
         QApplication::sendEvent(v, &wheel);
         QCOMPARE(v->indexOfDisplayedSlide(), 0);
-        // No slides: a tick does nothing; one slide: it stays.
-        MIHSliderView lone;
-        lone.resize(300, 200);
-        lone.transitionAnimationDuration = 0;
-        lone.handleTimerTick();
-        auto *only = new QWidget;
-        lone.addSlide(only);
-        lone.handleTimerTick();
-        QCOMPARE(lone.displayedSlide(), only);
-        QCOMPARE(lone.dotsControl()->dotsCount(), 1);
     }
 
     void firstStartShowsSlidesThenAsksAboutLogin()
