@@ -9,10 +9,6 @@
 #
 # ROOT (default /var/tmp/quaydrop-fresh-root) is made when missing and kept for a second run; SHOTS
 # (default ./fresh-debian-shots) receives the screenshots. Needs debootstrap and imagemagick here.
-deb=$(realpath "$1")
-root=${2:-/var/tmp/quaydrop-fresh-root}
-shots=$(realpath -m "${3:-fresh-debian-shots}")
-mkdir -p "$shots"
 source "$(dirname "$0")/root-lib.sh"
 
 in_root quaydrop --version | grep -qx "quaydrop [0-9.]*" || fail "quaydrop --version"
@@ -39,8 +35,8 @@ EOF
 in_root xvfb-run -a python3 /root/lookup.py || fail "the menu entry or its icon is not found"
 pass "the menu lists the entry, and the icon theme finds its icon"
 
-chroot "$root" su - tester -c 'mkdir -p ~/three ~/.config/com.velmora.Quaydrop && for n in a b c; do echo $n >~/three/$n.txt; done
-  printf "[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\n" >~/.config/com.velmora.Quaydrop/Quaydrop.conf'
+chroot "$root" su - tester -c 'mkdir -p ~/three && for n in a b c; do echo $n >~/three/$n.txt; done'
+user_conf
 # A session: an X server of a free number, the window manager and tray, on a private session bus.
 display=$(free_display)
 cat >"$root/usr/local/bin/qd-session" <<EOF
@@ -52,11 +48,7 @@ openbox & trayer --edge top --align right --widthtype request --height 24 & slee
 source \$S/env; gtk-launch com.velmora.Quaydrop >\$S/launch.log 2>&1
 while [ ! -e \$S/stop ]; do sleep 0.5; done
 EOF
-chmod +x "$root/usr/local/bin/qd-session"
-# The runtime folder before the bus: services it starts (dconf) must flag their changes where clients look.
-chroot "$root" su - tester -c 'export XDG_RUNTIME_DIR=/tmp/qd-session/run; mkdir -p -m 700 $XDG_RUNTIME_DIR
-  dbus-run-session -- qd-session' >/dev/null 2>&1 &
-pids+=($!)
+start_session qd-session
 running() { grep -q "quaydrop: running" "$root/tmp/qd-session/launch.log" 2>/dev/null; }
 for _ in $(seq 100); do running && break; sleep 0.2; done
 running || fail "gtk-launch did not start Quaydrop"

@@ -8,10 +8,6 @@
 #   sudo bash tests/install/gnome-shortcut.sh build/quaydrop_0.1.0_amd64.deb [ROOT [SHOTS]]
 #
 # ROOT as for fresh-debian.sh (made when missing); SHOTS (default ./gnome-shortcut-shots).
-deb=$(realpath "$1")
-root=${2:-/var/tmp/quaydrop-fresh-root}
-shots=$(realpath -m "${3:-gnome-shortcut-shots}")
-mkdir -p "$shots"
 source "$(dirname "$0")/root-lib.sh"
 
 in_root apt-get install -y -q --no-install-recommends gnome-shell gnome-settings-daemon xwayland xvfb xauth \
@@ -38,11 +34,7 @@ auth=\$(ls -t \$XDG_RUNTIME_DIR/.mutter-Xwaylandauth.* | head -1)
 echo "export DISPLAY=\$xw XAUTHORITY=\$auth WAYLAND_DISPLAY=wayland-0 XDG_RUNTIME_DIR=\$XDG_RUNTIME_DIR XDG_CURRENT_DESKTOP=GNOME XDG_SESSION_TYPE=wayland DBUS_SESSION_BUS_ADDRESS='\$DBUS_SESSION_BUS_ADDRESS' QT_LOGGING_RULES=quaydrop.window.debug=true" >\$S/env
 while [ ! -e \$S/stop ]; do sleep 0.5; done
 EOF2
-chmod +x "$root/usr/local/bin/qd-gnome-session"
-# The runtime folder before the bus: services it starts (dconf) must flag their changes where clients look.
-chroot "$root" su - tester -c 'export XDG_RUNTIME_DIR=/tmp/qd-session/run; mkdir -p -m 700 $XDG_RUNTIME_DIR
-  dbus-run-session -- qd-gnome-session' >/dev/null 2>&1 &
-pids+=($!)
+start_session qd-gnome-session
 for _ in $(seq 150); do [ -s "$root/tmp/qd-session/env" ] && break; sleep 0.2; done
 [ -s "$root/tmp/qd-session/env" ] || fail "GNOME Shell did not start: $(tail -5 "$root/tmp/qd-session/shell.log")"
 # The media-keys service once the shell is settled, as GNOME's session starts it: a service that asks the
@@ -52,8 +44,7 @@ as_user "/usr/libexec/gsd-media-keys >/tmp/qd-session/media-keys.log 2>&1 &"
 sleep 2
 pass "GNOME Shell $(in_root gnome-shell --version | awk '{print $3}') runs nested on Wayland, with the media-keys service"
 
-chroot "$root" su - tester -c 'mkdir -p ~/.config/com.velmora.Quaydrop
-  printf "[General]\nshowLoginAtLaunchBoolKey=true\nkDontShowIntroSlider=true\nkShowPanelHKEnabled=true\n" >~/.config/com.velmora.Quaydrop/Quaydrop.conf'
+user_conf kShowPanelHKEnabled=true
 log=$root/tmp/qd-session/quaydrop.log
 as_user "quaydrop >/tmp/qd-session/quaydrop.log 2>&1 &"
 for _ in $(seq 50); do grep -q "opens the drop window" "$log" && break; sleep 0.2; done
