@@ -5,17 +5,22 @@
 // through a window resize, a second picture waiting for unsaved changes, a folder that cannot be
 // written, sharing, and the way in from the image panel's crop button.
 
-#include "EditorCase.h"
+#include "EditorWindowFixtures.h"
+#include "ImageFixtures.h"
+#include "LaunchedProgram.h"
 
 #include "core/overlays/ImgResizeOverlayVC.h"
 #include "editor/ui/AKPaintView.h"
+#include "editor/ui/CropImgWC.h"
 #include "editor/ui/CropSuper.h"
 #include "editor/ui/CropView.h"
 #include "editor/ui/ResizePopover.h"
 #include "widgets/Spinner.h"
 
+#include <QCheckBox>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
 #include <QUndoStack>
@@ -24,6 +29,66 @@
 
 using namespace ImageFixtures;
 using namespace EditorWindowFixtures;
+
+namespace {
+
+void typeInto(QLineEdit *field, const QString &text)
+{
+    field->setFocus();
+    field->selectAll();
+    if (text.isEmpty())
+        QTest::keyClick(field, Qt::Key_Backspace);
+    else
+        QTest::keyClicks(field, text);
+}
+
+QStringList filesIn(const QString &folder)
+{
+    return QDir(folder).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+}
+
+void closeAlerts()
+{
+    while (QMessageBox *box = visibleAlert())
+        box->done(0);
+}
+
+// Saves what the editor shows and waits for it; the path written, empty when nothing was.
+QString savedAndWaited(CropImgWC &editor)
+{
+    QSignalSpy saved(&editor, &CropImgWC::saved);
+    editor.saveCropRotateResult();
+    return saved.wait(10000) ? saved.first().first().toString() : QString();
+}
+
+// What every case starts from: fake services that offer one share target, a photo of four coloured
+// quarters, and the editor open on it, left open after a save.
+struct EditorCase : LaunchedFixture
+{
+    std::unique_ptr<CropImgWC> editor;
+    QString photo;
+
+    QString image(const QString &name, const QImage &picture, const char *format = "png") const
+    {
+        return file(name, ImageFixtures::encoded(picture, format, 72, 95));
+    }
+    bool open()
+    {
+        launch([](FakePlatform &fakes) { fakes.share.targets = {{QStringLiteral("kdeconnect:abc"), QStringLiteral("Pixel 7"), {}}}; });
+        photo = image(QStringLiteral("photo.png"), ImageFixtures::quarters(800, 600));
+        editor = std::make_unique<CropImgWC>();
+        editor->closeWindafterSaveCheckbox->setChecked(false);
+        return openAndWait(*editor, photo);
+    }
+    void close()
+    {
+        closeAlerts();
+        editor.reset();
+        LaunchedFixture::close();
+    }
+};
+
+} // namespace
 
 struct KeyPress
 {
@@ -440,9 +505,8 @@ private Q_SLOTS:
     void cropButtonOfTheImagePanelOpensTheEditor()
     {
         c.editor.reset();
-        const auto app = launchedOn(*c.fakes);
-        dropOnWindow(*app, {c.photo});
-        panelButton(*app, QStringLiteral("resizeImgBtn"))->click();
+        AppDelegate *app = c.app.get();
+        QVERIFY(c.dropAndPress({c.photo}, QStringLiteral("resizeImgBtn")));
         QVERIFY(app->isModalOverlayVisible());
         app->imgResizeVC->cropRotateBtn->click();
         CropImgWC *editor = app->cropEditor();
@@ -482,3 +546,4 @@ private:
 QTEST_MAIN(EditorTest)
 #include "tst_editor.moc"
 #include <QLabel>
+#include <QLineEdit>
