@@ -1,6 +1,7 @@
 // The resident program's shell: one instance per session and the requests that commands send it,
 // termination signals, its notification center and texts; the per-user file-manager entries; desktop
 // files matched to window classes, the exclusion list's file, and the hot key as an X11 grab.
+#include "TestRows.h"
 #include "TestTree.h"
 #include "UnitSupport.h"
 #include "core/NotificationCenter.h"
@@ -127,9 +128,7 @@ private Q_SLOTS:
     }
     void terminationSignalsArriveOnTheEventLoop_data()
     {
-        QTest::addColumn<int>("signalNumber");
-        QTest::newRow("SIGTERM") << SIGTERM;
-        QTest::newRow("SIGINT") << SIGINT;
+        rowsOf<int>("signalNumber", {{"SIGTERM", SIGTERM}, {"SIGINT", SIGINT}});
     }
     void terminationSignalsArriveOnTheEventLoop()
     {

@@ -1,4 +1,5 @@
 #include "ScratchMount.h"
+#include "TestRows.h"
 #include "TestTree.h"
 #include "core/fs/NativePath.h"
 #include "fileops/FileCopyHelper.h"
@@ -240,9 +241,7 @@ private Q_SLOTS:
     // A stop in the middle of a file leaves nothing of it; between files, what was done stays.
     void cancel_data()
     {
-        QTest::addColumn<bool>("midFile");
-        QTest::newRow("in the middle of a file") << true;
-        QTest::newRow("between files") << false;
+        rowsOf<bool>("midFile", {{"in the middle of a file", true}, {"between files", false}});
     }
     void cancel()
     {

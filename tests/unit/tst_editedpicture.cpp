@@ -5,6 +5,7 @@
 
 #include "EditorFixtures.h"
 #include "ImageFixtures.h"
+#include "TestRows.h"
 
 #include "editor/picture/EditedPicture.h"
 #include "editor/picture/PictureSaver.h"
@@ -175,12 +176,7 @@ private Q_SLOTS:
         QCOMPARE(saved.size(), QSize(45, 61));
         QVERIFY(sameQuarters(saved, quarters(61, 45).transformed(QTransform().rotate(90))));
     }
-    void metadataCarriedOver_data()
-    {
-        QTest::addColumn<QString>("format");
-        QTest::newRow("jpeg") << "jpg";
-        QTest::newRow("png") << "png";
-    }
+    void metadataCarriedOver_data() { rowsOf<QString>("format", {{"jpeg", "jpg"}, {"png", "png"}}); }
     void metadataCarriedOver()
     {
         QFETCH(QString, format);

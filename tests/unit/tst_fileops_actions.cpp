@@ -1,6 +1,7 @@
 // New items, gathering, batch rename, the freedesktop trash and undo, on real files.
 
 #include "ScratchMount.h"
+#include "TestRows.h"
 #include "TestTree.h"
 #include "UnitSupport.h"
 #include "core/fs/PathParts.h"
@@ -241,9 +242,7 @@ print('ok')
     }
     void trashAndRestore_data()
     {
-        QTest::addColumn<bool>("onOtherVolume");
-        QTest::newRow("home trash") << false;
-        QTest::newRow("a tmpfs volume: its own .Trash-uid") << true;
+        rowsOf<bool>("onOtherVolume", {{"home trash", false}, {"a tmpfs volume: its own .Trash-uid", true}});
     }
     void trashAndRestore()
     {

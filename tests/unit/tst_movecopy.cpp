@@ -1,5 +1,6 @@
 #include "FakeMoveCopyUi.h"
 #include "ScratchMount.h"
+#include "TestRows.h"
 #include "TestTree.h"
 #include "core/fs/NativePath.h"
 #include "core/texts/Texts.h"
@@ -199,9 +200,7 @@ private Q_SLOTS:
     // the answer itself removes nothing.
     void cancelledMoveKeepsEverything_data()
     {
-        QTest::addColumn<bool>("replacing");
-        QTest::newRow("new names") << false;
-        QTest::newRow("replacing an item") << true;
+        rowsOf<bool>("replacing", {{"new names", false}, {"replacing an item", true}});
     }
     void cancelledMoveKeepsEverything()
     {

@@ -1,6 +1,7 @@
 // Notifications and reveal on a real session bus (run under dbus-run-session), against a small
 // notification server and file manager of the test's own; without the server, the balloon of our own.
 
+#include "TestRows.h"
 #include "core/plist/Plist.h"
 #include "core/settings/SettingsKeys.h"
 #include "core/settings/SettingsStore.h"
@@ -191,9 +192,7 @@ private Q_SLOTS:
     }
     void withoutAServerABalloonTellsIt_data()
     {
-        QTest::addColumn<bool>("busConnected");
-        QTest::newRow("no server on the bus") << true;
-        QTest::newRow("no session bus") << false;
+        rowsOf<bool>("busConnected", {{"no server on the bus", true}, {"no session bus", false}});
     }
     void withoutAServerABalloonTellsIt()
     {

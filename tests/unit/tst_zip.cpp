@@ -1,6 +1,7 @@
 // Archives of real trees, read back with Python's zipfile and checked with `unzip -t`.
 
 #include "ScratchMount.h"
+#include "TestRows.h"
 #include "TestTree.h"
 #include "UnitSupport.h"
 #include "fileops/zip/Deflater.h"
@@ -358,12 +359,7 @@ private Q_SLOTS:
 
     // Stopped while a large file streams: a cancel, or a file that goes away before its turn. Either
     // way no archive and no partial file stay behind.
-    void stoppedMidway_data()
-    {
-        QTest::addColumn<bool>("cancel");
-        QTest::newRow("cancelled") << true;
-        QTest::newRow("a file vanishes") << false;
-    }
+    void stoppedMidway_data() { rowsOf<bool>("cancel", {{"cancelled", true}, {"a file vanishes", false}}); }
     void stoppedMidway()
     {
         QFETCH(bool, cancel);
