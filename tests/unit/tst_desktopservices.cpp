@@ -1,9 +1,14 @@
-// The wallpaper on real settings services of a private session bus (run under dbus-run-session):
-// dconf through gsettings for GNOME, and for Cinnamon and MATE with their schemas compiled by the
-// test; a real xfconfd for XFCE. Plasma and the desktop portal do not run here: small services of the
-// test's own stand in for them and record what they were asked. Then the history of "WPs.plist".
+// The desktop's own settings services on a private session bus (run under dbus-run-session). The
+// wallpaper: dconf through gsettings for GNOME, and for Cinnamon and MATE with their schemas compiled
+// by the test; a real xfconfd for XFCE; then the history of "WPs.plist". GNOME's custom keyboard
+// shortcut on the real dconf service, read back with the dconf tool: the user's own shortcuts stay as
+// they were. Plasma, its kglobalaccel and the desktop portal do not run here: small services of the
+// test's own stand in for them, answering from a thread of their own as a daemon would from its
+// process, and record what they were asked.
 
 #include "images/wallpaper/WallpaperHistory.h"
+#include "platform/desktops/GnomeShortcutBinder.h"
+#include "platform/desktops/KGlobalAccelBinder.h"
 #include "platform/freedesktop/DesktopWallpaper.h"
 #include "utils/Utils.h"
 
@@ -12,12 +17,15 @@
 #include "UnitSupport.h"
 
 #include <QDBusConnection>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusUnixFileDescriptor>
 #include <QDir>
 #include <QJsonDocument>
+#include <QKeySequence>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
@@ -83,9 +91,62 @@ const char *kTestSchemas = R"(<schemalist>
   </schema>
 </schemalist>)";
 
+const QString kBase = QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/");
+const QString kOurs = QLatin1String(GnomeShortcutBinder::kPath);
+
+QString dconf(const QStringList &arguments)
+{
+    const ProgramRun r = runProgram(QStringLiteral("dconf"), arguments);
+    if (r.code != 0)
+        qWarning("dconf %s: %s", qPrintable(arguments.join(QChar(' '))), r.err.constData());
+    return QString::fromUtf8(r.out).trimmed();
+}
+
+QString list() { return dconf({QStringLiteral("read"), kBase + QStringLiteral("custom-keybindings")}); }
+
+
+class FakeKGlobalAccel : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.KGlobalAccel")
+public:
+    QStringList registered;
+    QList<int> heldByOthers;
+    QHash<QString, QList<int>> keys;
+
+public Q_SLOTS:
+    void doRegister(const QStringList &actionId) { registered << actionId.value(0) + QChar('/') + actionId.value(1); }
+    void unRegister(const QStringList &actionId)
+    {
+        registered.removeAll(actionId.value(0) + QChar('/') + actionId.value(1));
+        keys.remove(actionId.value(1));
+    }
+    QList<int> setShortcut(const QStringList &actionId, const QList<int> &wanted, uint flags)
+    {
+        QList<int> given;
+        for (int key : wanted)
+            if (!heldByOthers.contains(key) && (flags & 2))
+                given << key;
+        keys[actionId.value(1)] = given;
+        return given;
+    }
+    QDBusObjectPath getComponent(const QString &component)
+    {
+        return QDBusObjectPath(QStringLiteral("/component/") + component);
+    }
+};
+
+class FakeComponent : public QObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.kde.kglobalaccel.Component")
+Q_SIGNALS:
+    void globalShortcutPressed(const QString &componentUnique, const QString &actionUnique, qlonglong timestamp);
+};
+
 } // namespace
 
-class WallpaperTest : public QObject
+class DesktopServicesTest : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
@@ -100,14 +161,24 @@ private Q_SLOTS:
         QCOMPARE(QProcess::execute(QStringLiteral("glib-compile-schemas"), {schemas}), 0);
         qputenv("GSETTINGS_SCHEMA_DIR", schemas.toUtf8());
         qputenv("GSETTINGS_BACKEND", "dconf");
+        QVERIFY2(GnomeShortcutBinder::available(), "GNOME's media-keys schema is missing (gnome-settings-daemon-common)");
+        qDBusRegisterMetaType<QList<int>>();
+        QVERIFY(!KGlobalAccelBinder::available());
 
-        // The stand-ins answer from a thread of their own: the setters wait for their replies.
+        // The stand-ins answer from a thread of their own: the setters and binders wait for their
+        // replies. Signals leave from here.
         m_services = QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("services"));
         m_plasma = new PlasmaShell;
         m_portal = new WallpaperPortal;
+        m_daemon = new FakeKGlobalAccel;
         m_plasma->moveToThread(&m_serviceThread);
         m_portal->moveToThread(&m_serviceThread);
+        m_daemon->moveToThread(&m_serviceThread);
         m_serviceThread.start();
+        QVERIFY(m_services.registerObject(QStringLiteral("/kglobalaccel"), m_daemon, QDBusConnection::ExportAllSlots));
+        QVERIFY(m_services.registerObject(QStringLiteral("/component/quaydrop"), &m_component, QDBusConnection::ExportAllSignals));
+        QVERIFY(m_services.registerService(QStringLiteral("org.kde.kglobalaccel")));
+        QVERIFY(KGlobalAccelBinder::available());
         QVERIFY(m_services.registerService(QStringLiteral("org.kde.plasmashell")));
         QVERIFY(m_services.registerObject(QStringLiteral("/PlasmaShell"), m_plasma, QDBusConnection::ExportAllSlots));
         QVERIFY(m_services.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
@@ -120,10 +191,12 @@ private Q_SLOTS:
         m_serviceThread.wait();
         delete m_plasma;
         delete m_portal;
+        delete m_daemon;
     }
     void init()
     {
         QDir(Utils::QDappSupportPath()).removeRecursively();
+        dconf({QStringLiteral("reset"), QStringLiteral("-f"), kBase});
         m_gnome = std::make_unique<DesktopWallpaper>(QDBusConnection::sessionBus(), QStringLiteral("GNOME"));
     }
     void gsettingsDesktops_data()
@@ -283,6 +356,90 @@ private Q_SLOTS:
         QVERIFY(WallpaperHistory::setDroppedPicture(dropped, *m_gnome).ok());
         QCOMPARE(m_gnome->currentWallpaper(), dropped);
     }
+    void accelerator_data()
+    {
+        QTest::addColumn<QString>("portable");
+        QTest::addColumn<QString>("gnome");
+        QTest::newRow("default") << "Ctrl+Alt+F" << "<Control><Alt>f";
+        QTest::newRow("shift, meta, digit") << "Shift+Meta+1" << "<Shift><Super>1";
+        QTest::newRow("function key") << "Ctrl+F12" << "<Control>F12";
+        QTest::newRow("named key") << "Alt+Space" << "<Alt>space";
+        QTest::newRow("page key") << "Ctrl+PgDown" << "<Control>Page_Down";
+        QTest::newRow("two keys") << "Ctrl+A, Ctrl+B" << "";
+    }
+    void accelerator()
+    {
+        QFETCH(QString, portable);
+        QFETCH(QString, gnome);
+        QCOMPARE(GnomeShortcutBinder::accelerator(portable), gnome);
+    }
+    void bindKeepsTheUsersShortcuts_data()
+    {
+        QTest::addColumn<QString>("before"); // the list as dconf writes it; empty: never set
+        QTest::addColumn<QString>("bound");
+        QTest::addColumn<QString>("unbound");
+        const QString c0 = kBase + QStringLiteral("custom-keybindings/custom0/");
+        const QString c1 = kBase + QStringLiteral("custom-keybindings/custom1/");
+        const QString two = QStringLiteral("['%1', '%2']").arg(c0, c1);
+        QTest::newRow("never set") << "" << QStringLiteral("['%1']").arg(kOurs) << "@as []";
+        QTest::newRow("the user's two") << two << QStringLiteral("['%1', '%2', '%3']").arg(c0, c1, kOurs) << two;
+        QTest::newRow("ours already first") << QStringLiteral("['%1', '%2']").arg(kOurs, c0)
+                                            << QStringLiteral("['%1', '%2']").arg(kOurs, c0) << QStringLiteral("['%1']").arg(c0);
+        QTest::newRow("ours twice") << QStringLiteral("['%1', '%2', '%1']").arg(kOurs, c0)
+                                    << QStringLiteral("['%1', '%2']").arg(kOurs, c0) << QStringLiteral("['%1']").arg(c0);
+        QTest::newRow("an odd entry of the user's") << "['not a path']" << QStringLiteral("['not a path', '%1']").arg(kOurs)
+                                                    << "['not a path']";
+    }
+    void bindKeepsTheUsersShortcuts()
+    {
+        QFETCH(QString, before);
+        QFETCH(QString, bound);
+        QFETCH(QString, unbound);
+        const QString custom0 = kBase + QStringLiteral("custom-keybindings/custom0/");
+        dconf({QStringLiteral("write"), custom0 + QStringLiteral("command"), QStringLiteral("'gnome-terminal'")});
+        if (!before.isEmpty())
+            dconf({QStringLiteral("write"), kBase + QStringLiteral("custom-keybindings"), before});
+
+        GnomeShortcutBinder binder(QStringLiteral("/usr/bin/quaydrop toggle"));
+        QVERIFY(binder.bind(QStringLiteral("Ctrl+Alt+F")).ok());
+        QCOMPARE(list(), bound);
+        QCOMPARE(dconf({QStringLiteral("read"), kOurs + QStringLiteral("binding")}), QStringLiteral("'<Control><Alt>f'"));
+        QCOMPARE(dconf({QStringLiteral("read"), kOurs + QStringLiteral("command")}), QStringLiteral("'/usr/bin/quaydrop toggle'"));
+        // Another key changes the key only.
+        QVERIFY(binder.bind(QStringLiteral("Ctrl+Alt+G")).ok());
+        QCOMPARE(list(), bound);
+        QCOMPARE(dconf({QStringLiteral("read"), kOurs + QStringLiteral("binding")}), QStringLiteral("'<Control><Alt>g'"));
+
+        binder.unbind();
+        QCOMPARE(list(), unbound);
+        QCOMPARE(dconf({QStringLiteral("list"), kOurs}), QString());
+        QCOMPARE(dconf({QStringLiteral("read"), custom0 + QStringLiteral("command")}), QStringLiteral("'gnome-terminal'"));
+        QVERIFY(!binder.bind(QStringLiteral("Ctrl+A, Ctrl+B")).ok());
+    }
+    void bindRegistersAndPressesComeBack()
+    {
+        KGlobalAccelBinder binder;
+        QSignalSpy pressed(&binder, &HotKeyBinder::activated);
+        QVERIFY(binder.bind(QStringLiteral("Ctrl+Alt+F")).ok());
+        QCOMPARE(m_daemon->registered, QStringList{QStringLiteral("quaydrop/toggle")});
+        const int ctrlAltF = QKeySequence(QStringLiteral("Ctrl+Alt+F"))[0].toCombined();
+        QCOMPARE(m_daemon->keys.value(QStringLiteral("toggle")), QList<int>{ctrlAltF});
+
+        Q_EMIT m_component.globalShortcutPressed(QStringLiteral("other"), QStringLiteral("toggle"), 1);
+        Q_EMIT m_component.globalShortcutPressed(QStringLiteral("quaydrop"), QStringLiteral("toggle"), 2);
+        QVERIFY(pressed.wait(3000));
+        QTest::qWait(200);
+        QCOMPARE(pressed.count(), 1);
+
+        // A key another global shortcut holds is refused with a reason.
+        m_daemon->heldByOthers = {QKeySequence(QStringLiteral("Ctrl+Alt+T"))[0].toCombined()};
+        const Status taken = binder.bind(QStringLiteral("Ctrl+Alt+T"));
+        QVERIFY(!taken.ok());
+        QVERIFY(taken.error().message.contains(QStringLiteral("held by another")));
+
+        binder.unbind();
+        QTRY_VERIFY(m_daemon->registered.isEmpty());
+    }
 
 private:
     QString picture(const QString &name, const QColor &colour = Qt::red)
@@ -301,7 +458,9 @@ private:
     PlasmaShell *m_plasma = nullptr;
     WallpaperPortal *m_portal = nullptr;
     std::unique_ptr<DesktopWallpaper> m_gnome;
+    FakeKGlobalAccel *m_daemon = nullptr;
+    FakeComponent m_component;
 };
 
-QTEST_GUILESS_MAIN(WallpaperTest)
-#include "tst_wallpaper.moc"
+QTEST_GUILESS_MAIN(DesktopServicesTest)
+#include "tst_desktopservices.moc"
