@@ -71,6 +71,11 @@ private Q_SLOTS:
         QTest::newRow("an option after --") << QStringList{"resize", "--", "--width", "10", "pic.png"} << "give --width";
         QTest::newRow("four turns") << QStringList{"rotate", "--turns", "4", "pic.png"} << "--turns takes 1, 2 or 3 quarter turns";
         QTest::newRow("no turns") << QStringList{"rotate", "pic.png"} << "rotate: give --turns 1, 2 or 3";
+        QTest::newRow("zip without items") << QStringList{"zip"} << "zip: FILE is missing";
+        QTest::newRow("new of an unknown kind") << QStringList{"new", "pdf", "a"} << "new: KIND is one of folder, txt,";
+        QTest::newRow("gather without a name") << QStringList{"gather", "a"} << "gather: --name takes the name of one new folder";
+        QTest::newRow("rename with nothing asked") << QStringList{"rename", "a"} << "rename: give --name, --prefix or --suffix";
+        QTest::newRow("wallpaper wants a file or --previous") << QStringList{"wallpaper"} << "give FILE or --previous, not both";
         QTest::newRow("a rectangle of no width") << QStringList{"crop", "--rect", "0,0,0,5", "pic.png"} << "--rect takes X,Y,W,H";
     }
     void usageErrors()

@@ -202,23 +202,15 @@ private Q_SLOTS:
                                             << QByteArray("-rf.zip") << QByteArrayList{"-rf.zip"} << QByteArrayList{};
         QTest::newRow("zip of nothing there") << QByteArrayList{} << QStringList{"zip", "gone"} << 1 << QByteArray()
                                               << QByteArrayList{} << QByteArrayList{"gone.zip"};
-        QTest::newRow("zip without items") << QByteArrayList{} << QStringList{"zip"} << 2 << QByteArray()
-                                           << QByteArrayList{} << QByteArrayList{};
         QTest::newRow("new docx inside, named") << QByteArrayList{"box/"}
                                                 << QStringList{"new", "docx", "--name", "-Plan", "--inside", "box"} << 0
                                                 << QByteArray("box/-Plan.docx") << QByteArrayList{"box/-Plan.docx"} << QByteArrayList{};
-        QTest::newRow("new of an unknown kind") << QByteArrayList{"a"} << QStringList{"new", "pdf", "a"} << 2 << QByteArray()
-                                                << QByteArrayList{} << QByteArrayList{};
         QTest::newRow("gather") << QByteArrayList{"a", "d/", "d/b"} << QStringList{"gather", "--name", "Box", "a", "d"} << 0
                                 << QByteArray("Box") << QByteArrayList{"Box/a", "Box/d/b"} << QByteArrayList{"a", "d"};
-        QTest::newRow("gather without a name") << QByteArrayList{"a"} << QStringList{"gather", "a"} << 2 << QByteArray()
-                                               << QByteArrayList{"a"} << QByteArrayList{};
         QTest::newRow("rename in order") << QByteArrayList{"b.jpg", "a.jpg", "sub/", "sub/c.jpg"}
                                          << QStringList{"rename", "--name", "Trip", "b.jpg", "a.jpg", "sub/c.jpg"} << 0
                                          << QByteArray("Trip 2.jpg") << QByteArrayList{"Trip.jpg", "Trip 1.jpg", "Trip 2.jpg"}
                                          << QByteArrayList{"a.jpg", "b.jpg", "sub/c.jpg"};
-        QTest::newRow("rename with nothing asked") << QByteArrayList{"a"} << QStringList{"rename", "a"} << 2 << QByteArray()
-                                                   << QByteArrayList{"a"} << QByteArrayList{};
         QTest::newRow("rename with one item gone") << QByteArrayList{"a"} << QStringList{"rename", "--prefix", "x", "a", "gone"}
                                                    << 1 << QByteArray() << QByteArrayList{"a"} << QByteArrayList{"xa"};
         QTest::newRow("trash") << QByteArrayList{"a", "-x"} << QStringList{"trash", "--", "-x", "a"} << 0
@@ -308,8 +300,6 @@ private Q_SLOTS:
         QTest::newRow("images merged in the order given")
             << QStringList{"img2pdf", "--merge", "--order-as-given", "img10.png", "img2.png"} << 0 << QStringList{"img10.pdf"}
             << "" << "adding img10.png (1/2)\nadding img2.png (2/2)";
-        QTest::newRow("wallpaper wants a file or --previous") << QStringList{"wallpaper"} << 2 << QStringList{} << ""
-                                                              << "give FILE or --previous, not both";
         QTest::newRow("one PDF per image") << QStringList{"img2pdf", "--dest", "out", "photo.jpg", "img2.png"} << 0
                                            << QStringList{"out/photo.pdf", "out/img2.pdf"} << "" << "";
         QTest::newRow("a quarter turn") << QStringList{"rotate", "--turns", "1", "photo.jpg"} << 0

@@ -398,7 +398,6 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("hidden");
 
         const QStringList img = {"zipImgBtn", "createNewFImgBtn", "trashImgBtn", "revealImginFinderBtn"};
-        QTest::newRow("image, library folder") << quint64(1) << inputs(true, false) << QStringList() << img << QStringList();
         QTest::newRow("image ignores OTHER") << quint64(1) << inputs(false, true) << img << QStringList() << QStringList();
         const QStringList doc = {"revealdocInFinderBtn", "zipDocBtn", "trashdocBtn", "createNewDocBtn"};
         QTest::newRow("document ignores OTHER") << quint64(2) << inputs(false, true) << doc << QStringList() << QStringList();
@@ -411,12 +410,6 @@ private Q_SLOTS:
                                                      << QStringList{"trashFileBtn", "createNewBtn"} << pdfButtons;
         QTest::newRow("other file, library") << quint64(777) << inputs(true, false) << QStringList()
                                              << QStringList{"trashFileBtn", "createNewBtn", "zipBtn"} << pdfButtons;
-        QTest::newRow("archive is not zipped again") << quint64(777) << inputs(false, false, 0, false, true)
-                                                     << QStringList{"trashFileBtn", "createNewBtn"} << QStringList{"zipBtn"}
-                                                     << pdfButtons;
-        QTest::newRow("PDF file") << quint64(777) << inputs(false, false, 0, true)
-                                  << QStringList{"trashFileBtn", "createNewBtn", "zipBtn", "printPrTbleFileBtn", "convrtPDFToImgBtn"}
-                                  << QStringList() << QStringList();
         const QStringList multi = {"moveToOneFoldBtn", "createFileMultiBtn", "trashMultiBtn", "revealInfinderMultibtn"};
         const QStringList imageButtons = {"multiConvrtImg", "multiResizeImg"};
         QTest::newRow("several, one image") << quint64(888) << inputs(false, false, 1) << multi + imageButtons << QStringList()

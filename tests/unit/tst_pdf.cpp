@@ -241,23 +241,6 @@ private Q_SLOTS:
         QCOMPARE(doc->page(0)->pageSizeF(), orientation >= 5 ? QSizeF(72, 144) : QSizeF(144, 72));
         QVERIFY(ImageFixtures::sameQuarters(doc->page(0)->renderToImage(300, 300), seen));
     }
-    void mergedPagesFollowNaturalOrder()
-    {
-        TestTree tree;
-        const QString b = ImageFixtures::imageFile(tree.at(QStringLiteral("b.png")), ImageFixtures::picture(30, 40));
-        const QString a = ImageFixtures::imageFile(tree.at(QStringLiteral("a.png")), ImageFixtures::picture(10, 20));
-        const QString img10 = ImageFixtures::imageFile(tree.at(QStringLiteral("a10.png")), ImageFixtures::picture(50, 60));
-        ConvertJob::Request r = convertRequest({b, img10, a}, tree.path(), ConvertJob::kPdfTag);
-        r.mergeToPdf = true;
-        const auto job = ImageFixtures::ranToEnd(std::make_unique<ConvertJob>(r));
-        // Pages in natural name order, named after page 1 whatever the order of the drop.
-        QCOMPARE(job->written(), QStringList{tree.at(QStringLiteral("a.pdf"))});
-        const auto doc = open(job->written().first());
-        QCOMPARE(doc->numPages(), 3);
-        QCOMPARE(doc->page(0)->pageSizeF(), QSizeF(10, 20));
-        QCOMPARE(doc->page(1)->pageSizeF(), QSizeF(50, 60));
-        QCOMPARE(doc->page(2)->pageSizeF(), QSizeF(30, 40));
-    }
     void otherImagesAreDeflatedWithTheirTransparency()
     {
         TestTree tree;
