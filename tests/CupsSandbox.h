@@ -4,6 +4,7 @@
 // cups-pdf queue whose PDFs land in a folder of the test. Needs root (cupsd runs backends as root
 // only then, and the queue's cups-pdf settings live in /etc/cups); `skipReason` says why not.
 
+#include "TestSupport.h"
 #include "TestTree.h"
 
 #include <QDeadlineTimer>
@@ -43,18 +44,13 @@ inline void writeTextPdf(const QString &path, int pages, bool landscape = false)
         out += QByteArray::number(o).rightJustified(10, '0') + " 00000 n \n";
     out += "trailer\n<< /Size " + QByteArray::number(offsets.size() + 1) + " /Root 1 0 R >>\nstartxref\n" +
            QByteArray::number(xref) + "\n%%EOF\n";
-    QFile file(path);
-    file.open(QIODevice::WriteOnly);
-    file.write(out);
+    writeFile(path, out);
 }
 
 // The number of pages, as pdfinfo counts them; 0 for what it cannot read.
 inline int pdfPageCount(const QString &pdf)
 {
-    QProcess p;
-    p.start(QStringLiteral("pdfinfo"), {pdf});
-    p.waitForFinished(30000);
-    const QByteArray info = p.readAllStandardOutput();
+    const QByteArray info = runProgram(QStringLiteral("pdfinfo"), {pdf}).out;
     const qsizetype at = info.indexOf("Pages:");
     return at < 0 ? 0 : info.mid(at + 6, info.indexOf('\n', at) - at - 6).trimmed().toInt();
 }
@@ -86,28 +82,28 @@ public:
         socket = root + QStringLiteral("/cups.sock");
         outDir = root + QStringLiteral("/out");
         spoolDir = root + QStringLiteral("/spool");
-        write(QStringLiteral("conf/cupsd.conf"),
-              QStringLiteral("Listen %1\nLogLevel warn\nWebInterface No\nBrowsing Off\nDefaultAuthType None\nDirtyCleanInterval 0\n"
+        writeFile(m_tree.at(QStringLiteral("conf/cupsd.conf")),
+                  QStringLiteral("Listen %1\nLogLevel warn\nWebInterface No\nBrowsing Off\nDefaultAuthType None\nDirtyCleanInterval 0\n"
                              "<Location />\n Order allow,deny\n Allow all\n</Location>\n"
-                             "<Policy default>\n <Limit All>\n  Order deny,allow\n </Limit>\n</Policy>\n")
-                  .arg(socket));
-        write(QStringLiteral("conf/cups-files.conf"),
-              QStringLiteral("ServerRoot %1/conf\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\n"
+                                 "<Policy default>\n <Limit All>\n  Order deny,allow\n </Limit>\n</Policy>\n")
+                      .arg(socket)
+                      .toUtf8());
+        writeFile(m_tree.at(QStringLiteral("conf/cups-files.conf")),
+                  QStringLiteral("ServerRoot %1/conf\nRequestRoot %1/spool\nCacheDir %1/cache\nStateDir %1/state\n"
                              "TempDir %1/spool\nAccessLog %1/log/access_log\nErrorLog %1/log/error_log\n"
-                             "PageLog %1/log/page_log\nPrintcap\nServerBin /usr/lib/cups\nDataDir /usr/share/cups\n")
-                  .arg(root));
+                                 "PageLog %1/log/page_log\nPrintcap\nServerBin /usr/lib/cups\nDataDir /usr/share/cups\n")
+                      .arg(root)
+                      .toUtf8());
         // cups-pdf's own printer description, with the copies made by CUPS's filters so that each
         // copy shows up as pages of the PDF that comes out, and two-sided printing to choose.
-        QFile ppd(QStringLiteral("/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd"));
-        ppd.open(QIODevice::ReadOnly);
-        QByteArray text = ppd.readAll();
+        QByteArray text = TestTree::contents(QStringLiteral("/usr/share/ppd/cups-pdf/CUPS-PDF_opt.ppd"));
         text.replace("*PCFileName:", "*cupsManualCopies: True\n"
                                      "*OpenUI *Duplex/2-Sided Printing: PickOne\n*OrderDependency: 10 AnySetup *Duplex\n"
                                      "*DefaultDuplex: None\n*Duplex None/Off: \"\"\n*Duplex DuplexNoTumble/Long Edge: \"\"\n"
                                      "*Duplex DuplexTumble/Short Edge: \"\"\n*CloseUI: *Duplex\n*PCFileName:");
         m_tree.file("conf/queue.ppd", text);
         QFile::remove(cupsPdfConf);
-        write(cupsPdfConf, QStringLiteral("Out %1\nUserUMask 0000\nLabel 0\n").arg(outDir), false);
+        writeFile(cupsPdfConf, QStringLiteral("Out %1\nUserUMask 0000\nLabel 0\n").arg(outDir).toUtf8());
 
         qputenv("CUPS_SERVER", socket.toUtf8());
         m_cupsd.setProgram(QStringLiteral("/usr/sbin/cupsd"));
@@ -143,12 +139,7 @@ public:
         QFile::remove(cupsPdfConf);
     }
 
-    bool lpadmin(const QStringList &args) const
-    {
-        QProcess p;
-        p.start(QStringLiteral("lpadmin"), args);
-        return p.waitForFinished(20000) && p.exitCode() == 0;
-    }
+    bool lpadmin(const QStringList &args) const { return runProgram(QStringLiteral("lpadmin"), args).code == 0; }
 
     // Waits until the job has left the queue; true when it completed.
     bool waitForJob(int job, int ms = 60000) const
@@ -179,17 +170,9 @@ public:
     }
 
     // What the server kept of the job's request (its IPP attributes, in a binary file).
-    QByteArray jobControl(int job) const
-    {
-        QFile f(QStringLiteral("%1/c%2").arg(spoolDir).arg(job, 5, 10, QLatin1Char('0')));
-        return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-    }
+    QByteArray jobControl(int job) const { return TestTree::contents(QStringLiteral("%1/c%2").arg(spoolDir).arg(job, 5, 10, QLatin1Char('0'))); }
 
-    QString log() const
-    {
-        QFile f(m_tree.path() + QStringLiteral("/log/error_log"));
-        return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll().right(2000)) : QString();
-    }
+    QString log() const { return QString::fromUtf8(TestTree::contents(m_tree.at(QStringLiteral("log/error_log"))).right(2000)); }
 
     bool ready = false;
     QString skipReason;
@@ -198,13 +181,6 @@ public:
     QString socket, outDir, spoolDir;
 
 private:
-    void write(const QString &path, const QString &text, bool inTree = true)
-    {
-        QFile f(inTree ? m_tree.path() + QLatin1Char('/') + path : path);
-        f.open(QIODevice::WriteOnly | QIODevice::Truncate);
-        f.write(text.toUtf8());
-    }
-
     TestTree m_tree;
     QProcess m_cupsd;
 };

@@ -3,12 +3,13 @@
 // Files for the editor's tests: EXIF written by exiftool, tags read back by it, and the DCT coefficients
 // of a JPEG read with libjpeg, to tell a lossless turn from one that decoded and encoded again.
 
+#include "TestSupport.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
 
@@ -28,14 +29,10 @@ inline bool hasTool(const char *name)
 // Runs a tool to its end; its standard output, or a null array when it failed.
 inline QByteArray run(const QString &program, const QStringList &arguments)
 {
-    QProcess p;
-    p.start(program, arguments);
-    if (!p.waitForFinished(30000) || p.exitStatus() != QProcess::NormalExit || p.exitCode() != 0) {
-        qWarning("%s failed: %s", qPrintable(program), p.readAllStandardError().constData());
-        return {};
-    }
-    const QByteArray out = p.readAllStandardOutput();
-    return out.isNull() ? QByteArray("") : out;
+    const ProgramRun r = runProgram(program, arguments);
+    if (r.code != 0)
+        qWarning("%s failed: %s", qPrintable(program), r.err.constData());
+    return r.code != 0 ? QByteArray() : r.out.isNull() ? QByteArray("") : r.out;
 }
 
 // Writes tags into a file in place, e.g. {"-Orientation#=6", "-Make=Quaydrop Test"}.

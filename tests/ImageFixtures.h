@@ -3,6 +3,7 @@
 // Image and PDF files for the tests, made in memory: encoded images with a given resolution, damaged
 // and lying files, and PDFs of pages of given sizes.
 
+#include "TestSupport.h"
 #include "images/codecs/VipsSupport.h"
 
 #include "core/fs/AtomicFile.h"
@@ -58,11 +59,7 @@ inline QByteArray encoded(const QImage &image, const char *format, double dpi = 
     return bytes;
 }
 
-inline bool write(const QString &path, const QByteArray &bytes)
-{
-    QFile f(path);
-    return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
-}
+inline bool write(const QString &path, const QByteArray &bytes) { return writeFile(path, bytes); }
 
 // The picture encoded into a file at `path`; the path, or an empty one when it could not be written.
 inline QString imageFile(const QString &path, const QImage &image, const char *format = "png", double dpi = 72.0)

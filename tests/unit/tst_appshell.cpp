@@ -3,7 +3,7 @@
 // files matched to window classes, the exclusion list's file, and the hot key as an X11 grab.
 #include "TestRows.h"
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 #include "core/NotificationCenter.h"
 #include "core/fs/NativePath.h"
 #include "core/panels/PanelCatalog.h"

@@ -2,7 +2,7 @@
 // and the small commands' output byte for byte.
 
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 #include "cli/ArgumentParser.h"
 #include "cli/CommandLine.h"
 #include "cli/Console.h"

@@ -6,7 +6,7 @@
 #include "ImageFixtures.h"
 #include "ScratchMount.h"
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 #include "utils/Utils.h"
 
 #include <QtTest>

@@ -14,7 +14,7 @@
 
 #include "ImageFixtures.h"
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 
 #include <QDBusConnection>
 #include <QDBusMetaType>

@@ -3,7 +3,7 @@
 #include "ScratchMount.h"
 #include "TestRows.h"
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 #include "core/fs/PathParts.h"
 #include "fileops/actions/BatchRename.h"
 #include "fileops/actions/Gather.h"

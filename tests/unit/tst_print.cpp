@@ -2,7 +2,7 @@
 // checked page by page against what went in and what the dialog asked for.
 
 #include "CupsSandbox.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 
 #include "platform/cups/CupsPrint.h"
 #include "sending/PrintDocument.h"

@@ -2,7 +2,7 @@
 // Exec lines and MIME associations, each mail program's command line, and the byte-exact spawn.
 
 #include "SendingFixtures.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 
 #include "core/fs/NativePath.h"
 #include "platform/fake/FakePlatform.h"

@@ -2,7 +2,7 @@
 // reads and defaults, and the ledger of time saved with its weeks, damaged files read as empty and
 // left alone; and the private temporary folder, emptied without following a link out of it.
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 #include "core/ledger/TimeSavedLedger.h"
 #include "core/plist/Plist.h"
 #include "core/settings/SettingsKeys.h"

@@ -3,7 +3,7 @@
 #include "ScratchMount.h"
 #include "TestRows.h"
 #include "TestTree.h"
-#include "UnitSupport.h"
+#include "TestSupport.h"
 #include "fileops/zip/Deflater.h"
 #include "fileops/zip/ZipJob.h"
 #include "platform/fake/FakePlatform.h"

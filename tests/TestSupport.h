@@ -1,6 +1,6 @@
 #pragma once
 
-// Small pieces the unit tests share: a program run as a shell runs it, and a file written whole.
+// Small pieces the tests share: a program run as a shell runs it, and a file written whole.
 
 #include <QFile>
 #include <QProcess>
