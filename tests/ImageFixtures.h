@@ -92,31 +92,6 @@ inline QByteArray pngClaiming(quint32 width, quint32 height)
            chunk("IEND", {});
 }
 
-// A valid PNG of this size, black and white, of a few hundred kilobytes: made row by row, never whole.
-inline QByteArray blackPng(quint32 width, quint32 height)
-{
-    QByteArray ihdr(13, '\0');
-    qToBigEndian<quint32>(width, ihdr.data());
-    qToBigEndian<quint32>(height, ihdr.data() + 4);
-    ihdr[8] = 1; // one bit of grey per pixel
-    z_stream z{};
-    deflateInit(&z, Z_BEST_SPEED);
-    QByteArray row(1 + (width + 7) / 8, '\0'), idat, out(1 << 16, '\0');
-    for (quint32 y = 0; y < height; ++y) {
-        z.next_in = reinterpret_cast<Bytef *>(row.data());
-        z.avail_in = uInt(row.size());
-        const int flush = y + 1 == height ? Z_FINISH : Z_NO_FLUSH;
-        do {
-            z.next_out = reinterpret_cast<Bytef *>(out.data());
-            z.avail_out = uInt(out.size());
-            deflate(&z, flush);
-            idat.append(out.constData(), out.size() - qsizetype(z.avail_out));
-        } while (z.avail_out == 0);
-    }
-    deflateEnd(&z);
-    return QByteArray("\x89PNG\r\n\x1a\n", 8) + chunk("IHDR", ihdr) + chunk("IDAT", idat) + chunk("IEND", {});
-}
-
 // A PDF of one page under a page tree `depth` levels deep, each level an object of its own.
 inline QByteArray pdfWithDeepPageTree(int depth)
 {

@@ -1,7 +1,7 @@
 // The image worker: its protocol (framing, versions, truncated and broken frames, an unknown job),
 // a crash in the middle of a batch, the memory and time limits, cancel while it is busy, idle exit,
 // a missing or unusable worker program, damaged files that fail every time while they stream, and
-// hostile files (a vast PNG, one that claims to be, a 10,000-deep PDF page tree, a page too large)
+// hostile files (a PNG that claims a vast size, a 10,000-deep PDF page tree, a page too large)
 // that fail alone, leave nothing behind, and leave the worker in order.
 
 #include "ConvertRequest.h"
@@ -290,8 +290,6 @@ private Q_SLOTS:
         QTest::newRow("JPEG 2000 cut in half") << jp2.left(jp2.size() / 2) << "cut.jp2" << 10 << QString();
         QTest::newRow("PNG header of 65,535 x 65,535") << ImageFixtures::pngClaiming(65535, 65535) << "claims.png" << 1
                                                       << "too large (65535 x 65535 pixels";
-        QTest::newRow("valid PNG of 30,000 x 30,000") << ImageFixtures::blackPng(30000, 30000) << "vast.png" << 1
-                                                     << "too large (30000 x 30000 pixels";
         QTest::newRow("PDF with a 10,000-deep page tree") << ImageFixtures::pdfWithDeepPageTree(10000) << "deep.pdf" << 1
                                                           << QString();
         // The largest page a PDF may have: 200,000 pixels square at 1000 dpi.
