@@ -286,9 +286,7 @@ private Q_SLOTS:
         for (const QString &n : names)
             QVERIFY(WallpaperHistory::setDroppedPicture(picture(n), *m_gnome).ok());
         const WallpaperHistory::Entries list = WallpaperHistory::read();
-        QCOMPARE(list.curWP, folder + "D.png");
-        QCOMPARE(list.oldWP1, folder + "C.png");
-        QCOMPARE(list.oldWP2, folder + "B.png");
+        QCOMPARE((QStringList{list.curWP, list.oldWP1, list.oldWP2}), (QStringList{folder + "D.png", folder + "C.png", folder + "B.png"}));
         QCOMPARE(m_gnome->currentWallpaper(), folder + "D.png");
         QVERIFY(!QFile::exists(folder + "A.png")); // fell out of the history
         QVERIFY(QFile::exists(first));             // the user's own picture is never removed

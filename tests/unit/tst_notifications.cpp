@@ -128,9 +128,8 @@ private Q_SLOTS:
         QTest::qWait(100);
         QCOMPARE(m_server.received.size(), 1);
         const auto &n = m_server.received.first();
-        QCOMPARE(n.app, QStringLiteral("Quaydrop"));
-        QCOMPARE(n.summary, QStringLiteral("2 files have been moved!"));
-        QCOMPARE(n.body, QStringLiteral("to ..&lt;i&gt;a&lt;/i&gt;/.../b &amp; c"));
+        QCOMPARE((QStringList{n.app, n.summary, n.body}),
+                 (QStringList{"Quaydrop", "2 files have been moved!", "to ..&lt;i&gt;a&lt;/i&gt;/.../b &amp; c"}));
         QCOMPARE(n.actions, QStringList({"default", ""})); // a click, no button
         QCOMPARE(n.hints.value(QStringLiteral("desktop-entry")).toString(), QStringLiteral("com.velmora.Quaydrop"));
         QTRY_COMPARE(m_service->pendingCount(), 1);
