@@ -31,6 +31,14 @@ QStringList existingStandardFolders()
             existing.append(f);
     return existing;
 }
+// One field ("destPname" or "destPath") of each entry of the stored list, in order.
+QStringList stored(const char *field)
+{
+    QStringList values;
+    for (const QVariant &entry : Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList())
+        values.append(entry.toMap().value(QLatin1String(field)).toString());
+    return values;
+}
 } // namespace
 
 class DestinationsTest : public QObject
@@ -58,10 +66,8 @@ private Q_SLOTS:
         QCOMPARE(Utils::defFileMoveDestPaths(true).at(1), m_home + "/Documents"); // $HOME's, not the password file's
         const QStringList existing = existingStandardFolders();
         QCOMPARE(Utils::createMoveDestArr(), existing);
-        const QVariantList stored = Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList();
-        QCOMPARE(stored.size(), existing.size());
-        QCOMPARE(stored.first().toMap().value("destPname").toString(), QStringLiteral("Desktop"));
-        QCOMPARE(stored.first().toMap().value("destPath").toString(), m_home + "/Desktop");
+        QCOMPARE(stored("destPath"), existing);
+        QCOMPARE(stored("destPname").first(), QStringLiteral("Desktop"));
     }
     // An older plain list becomes named entries; a renamed destination keeps its name, a folder that is gone is dropped.
     void storedForms()
@@ -69,19 +75,14 @@ private Q_SLOTS:
         const QString a = m_tree->path();
         QVERIFY(Plist::writeFileAtomically(Utils::moveCopyPathsPlistPath(), QVariantList{a, m_home + "/Music"}).ok());
         QCOMPARE(Utils::movePathsFromPlistOfDics(), (QStringList{a, m_home + "/Music"}));
-        const QVariantList stored = Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList();
-        QCOMPARE(stored.at(0).toMap().value("destPname").toString(), QFileInfo(a).fileName());
-        QCOMPARE(stored.at(1).toMap().value("destPath").toString(), m_home + "/Music");
+        QCOMPARE(stored("destPname"), (QStringList{QFileInfo(a).fileName(), "Music"}));
         const QString work = QString::fromUtf8(m_tree->folder("work"));
         const QString gone = m_tree->path() + "/gone";
         QVERIFY(Plist::writeFileAtomically(Utils::moveCopyPathsPlistPath(),
                                            QVariantList{QVariantMap{{"destPname", "My work"}, {"destPath", work}}})
                     .ok());
         Utils::updateMoveCopyPaths({work, gone, m_home + "/Music"});
-        const QVariantList kept = Plist::readFile(Utils::moveCopyPathsPlistPath()).value().toList();
-        QCOMPARE(kept.size(), 2); // a folder that is gone is dropped
-        QCOMPARE(kept.at(0).toMap().value("destPname").toString(), QStringLiteral("My work"));
-        QCOMPARE(kept.at(1).toMap().value("destPname").toString(), QStringLiteral("Music"));
+        QCOMPARE(stored("destPname"), (QStringList{"My work", "Music"})); // a folder that is gone is dropped
     }
     void recentKeepsThreeAndSkipsStandardFolders()
     {
