@@ -13,34 +13,7 @@ skip() { echo "SKIP: $*"; exit 77; }
 command -v Xorg >/dev/null || skip "Xorg is missing (scripts/install-deps.sh installs xserver-xorg-core)"
 [ -e /usr/lib/xorg/modules/drivers/dummy_drv.so ] || skip "the dummy video driver is missing (xserver-xorg-video-dummy)"
 command -v xrandr >/dev/null || skip "xrandr is missing (x11-xserver-utils)"
-cat >"$E2E_HOME/xorg.conf" <<'EOF'
-Section "ServerFlags"
-  Option "AutoAddDevices" "false"
-  Option "AutoEnableDevices" "false"
-  Option "DontVTSwitch" "true"
-EndSection
-Section "Device"
-  Identifier "dummy"
-  Driver "dummy"
-  VideoRam 65536
-EndSection
-Section "Monitor"
-  Identifier "monitor"
-  HorizSync 5.0 - 1000.0
-  VertRefresh 5.0 - 200.0
-EndSection
-Section "Screen"
-  Identifier "screen"
-  Device "dummy"
-  Monitor "monitor"
-  DefaultDepth 24
-  SubSection "Display"
-    Depth 24
-    Virtual 2048 1536
-  EndSubSection
-EndSection
-EOF
-Xorg -config "$E2E_HOME/xorg.conf" -logfile "$E2E_HOME/Xorg.log" -noreset -nolisten tcp -displayfd 9 \
+Xorg -config "$(dirname "$0")/dummy-xorg.conf" -logfile "$E2E_HOME/Xorg.log" -noreset -nolisten tcp -displayfd 9 \
   9>"$E2E_HOME/display" >"$E2E_HOME/Xorg.out" 2>&1 &
 also=$!
 for _ in $(seq 150); do
@@ -77,9 +50,10 @@ check_on_monitor() { # what, x, y
 }
 
 # Presses at (x, y) over the drag source and drags by (dx, dy) per step until the window is up.
-drag_from() { # what, x, y, dx, dy
+drag_from() { # what, x, y, dx, dy; the source's window then at x_source, y_source
   local what=$1
-  xdotool windowmove "$source_window" $(($2 - 60)) $(($3 - 60))
+  x_source=$(($2 - 60)) y_source=$(($3 - 60))
+  xdotool windowmove "$source_window" "$x_source" "$y_source"
   sleep 0.3
   xdotool mousemove "$2" "$3"
   drag_until_raised "$4" "$5" "$what"
@@ -114,12 +88,10 @@ run_pass() { # scale of RIGHT
   at="at scale $right_scale on RIGHT"
 
   drag_from "LEFT, middle" 500 400 1 4
-  x_source=440 y_source=340
   end_and_wander "LEFT, middle" 0 60
   pass "a drag in the middle of LEFT raises the window beside the pointer on LEFT ($at)"
 
   drag_from "RIGHT, middle" 1500 400 1 4
-  x_source=1440 y_source=340
   if [ -n "${QD_MONITORS_SCREENSHOT:-}" ] && [ "$right_scale" = 1 ]; then
     eval "$(xdotool getmouselocation --shell)" # the pointer, drawn as a ring: a screen grab leaves it out
     import -window root png:- | convert - -crop 2048x280+0+200 +repage -fill none -stroke '#888' \
@@ -130,12 +102,10 @@ run_pass() { # scale of RIGHT
   pass "a drag in the middle of RIGHT raises the window beside the pointer on RIGHT ($at)"
 
   drag_from "LEFT at the boundary" 1012 400 1 4
-  x_source=952 y_source=340
   end_and_wander "LEFT at the boundary" -60 0
   pass "a drag on LEFT at the boundary keeps the window on LEFT ($at)"
 
   drag_from "RIGHT at the boundary, upward" 1030 500 0 -4
-  x_source=970 y_source=440
   # Let go on LEFT, just outside the window: inside the margin the window stays, beyond it goes.
   read -r x y w h _ <<<"$(window_geometry)"
   xdotool mousemove $((x - 20)) $((y + h / 2))
