@@ -132,14 +132,6 @@ private:
         QVERIFY2(button && button->isVisible() && button->isEnabled(), outlet);
         clickAt(button->mapToGlobal(button->rect().center()));
     }
-    static QMenu *sharePicker()
-    {
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
-                return qobject_cast<QMenu *>(w);
-        return nullptr;
-    }
-
     std::unique_ptr<CupsSandbox> m_cups;
     std::unique_ptr<StubDesktop> m_desktop;
     std::unique_ptr<FreedesktopMail> m_mail;

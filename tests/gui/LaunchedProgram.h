@@ -149,6 +149,15 @@ inline QString closedAlert()
     return said;
 }
 
+// The share menu that is up, or none.
+inline QMenu *sharePicker()
+{
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
+            return qobject_cast<QMenu *>(w);
+    return nullptr;
+}
+
 // Alerts, dialogs and menus a case left open, gone before the next one.
 inline void deleteLeftoverWindows()
 {

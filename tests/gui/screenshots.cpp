@@ -154,9 +154,8 @@ void windowPictures(Shots shots)
         if (auto *share = delegate.window->contentView()->findChild<ActionButton *>(QLatin1String(button))) {
             share->click();
             shots.saveScreenArea(delegate.window->frameGeometry().adjusted(0, 0, 200, 220), name);
-            for (QWidget *top : QApplication::topLevelWidgets())
-                if (top->objectName() == QLatin1String("sharePicker"))
-                    top->close();
+            if (QMenu *menu = sharePicker())
+                menu->close();
         }
     };
     shareMenu("airDrDocBtn", QStringLiteral("share-menu"));

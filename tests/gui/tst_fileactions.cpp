@@ -454,10 +454,7 @@ private:
         if (!b)
             return nullptr;
         b->click();
-        for (QWidget *w : QApplication::topLevelWidgets())
-            if (w->objectName() == QLatin1String("sharePicker") && w->isVisible())
-                return qobject_cast<QMenu *>(w);
-        return nullptr;
+        return sharePicker();
     }
 
     void dropAndPick(const QStringList &paths, const QString &destination)
