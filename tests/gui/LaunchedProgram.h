@@ -98,13 +98,6 @@ inline std::unique_ptr<QMimeData> filesData(const QStringList &paths)
 }
 inline void dropPaths(AppDelegate &app, const QStringList &paths) { app.mycustomviewDidGetDrop(filesData(paths).get()); }
 
-// The window as the pointer brings it, and these files let go on it.
-inline void dropOnWindow(AppDelegate &app, const QStringList &paths)
-{
-    app.showDropTargetAt(QPointF(400, 300));
-    dropPaths(app, paths);
-}
-
 inline ActionButton *panelButton(const AppDelegate &app, const QString &name)
 {
     return app.window->contentView()->findChild<ActionButton *>(name);
@@ -158,17 +151,6 @@ inline QMenu *sharePicker()
     return nullptr;
 }
 
-// Alerts, dialogs and menus a case left open, gone before the next one.
-inline void deleteLeftoverWindows()
-{
-    // Guarded: a dialog deleted first takes the windows it owns with it.
-    QList<QPointer<QWidget>> leftovers;
-    for (QWidget *w : QApplication::topLevelWidgets())
-        if (qobject_cast<QDialog *>(w) || qobject_cast<QMenu *>(w))
-            leftovers.append(w);
-    for (const QPointer<QWidget> &w : leftovers)
-        delete w.data();
-}
 
 // The real pointer on an X server, through xdotool (XTest): as a hand moves and clicks it.
 inline void xdotool(const QStringList &args)
@@ -218,7 +200,14 @@ struct LaunchedFixture
     void close()
     {
         app.reset();
-        deleteLeftoverWindows();
+        // Alerts, dialogs and menus a case left open, gone before the next one; guarded: a dialog
+        // deleted first takes the windows it owns with it.
+        QList<QPointer<QWidget>> leftovers;
+        for (QWidget *w : QApplication::topLevelWidgets())
+            if (qobject_cast<QDialog *>(w) || qobject_cast<QMenu *>(w))
+                leftovers.append(w);
+        for (const QPointer<QWidget> &w : leftovers)
+            delete w.data();
         fakes.reset();
         SettingsStore::shared().resetAll();
         QDir(dir.path()).removeRecursively();
@@ -231,7 +220,12 @@ struct LaunchedFixture
         QFile f(path);
         return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray("<unreadable>");
     }
-    void drop(const QStringList &paths) { dropOnWindow(*app, paths); }
+    // The window as the pointer brings it, and these files let go on it.
+    void drop(const QStringList &paths)
+    {
+        app->showDropTargetAt(QPointF(400, 300));
+        dropPaths(*app, paths);
+    }
     void dropText(const QString &text)
     {
         QMimeData data;
