@@ -236,24 +236,11 @@ private Q_SLOTS:
         QCOMPARE(f.app->pdfToImgConvVC->DPItxtFld->text(), shown);
     }
 
-    void onlyTheMoveOverlayIgnoresBackgroundClicks()
+    void overlaysCloseByTheirButtonAndTheBackgroundButMove()
     {
         f.app->filePathsArr = {f.file(QStringLiteral("m.bin"))};
         f.app->showPanelWithIndex(DropPanelDefault);
         auto backgroundOf = [this] { return f.app->window->findChild<QWidget *>(QStringLiteral("JMOverlayView")); };
-        f.app->moveToBtnAction();
-        QVERIFY(backgroundOf());
-        QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
-        QVERIFY(f.app->isModalOverlayVisible());
-        f.app->closeVisibleModalOverlay();
-        f.app->showOverlayPanel(f.app->enterFolderNameVC); // (a click on its card is the overlay's own: tst_widgets)
-        QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2)); // outside the card
-        QVERIFY(!f.app->isModalOverlayVisible());
-        QVERIFY(f.app->oneofThePanelsIsShown); // back on the panel
-    }
-
-    void closeTagClosesEveryOverlay()
-    {
         const QList<OverlayController *> controllers = {f.app->renameFlsVC,  f.app->wpChangeVC,   f.app->imgShareVC,
                                                         f.app->pdfToImgConvVC, f.app->imgConvrtVC, f.app->imgResizeVC,
                                                         f.app->enterFolderNameVC, f.app->fileCreateVC};
@@ -265,9 +252,16 @@ private Q_SLOTS:
             QVERIFY2(close, qPrintable(c->objectName()));
             close->click();
             QVERIFY2(!f.app->isModalOverlayVisible(), qPrintable(c->objectName()));
+            // A click outside the card closes it too (one on the card is the overlay's own: tst_widgets).
+            f.app->showOverlayPanel(c);
+            QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
+            QVERIFY2(!f.app->isModalOverlayVisible() && f.app->oneofThePanelsIsShown, qPrintable(c->objectName()));
         }
         QCOMPARE(missing.count(), 0); // closing is no missing action
-        f.app->showOverlayPanel(f.app->moveFileVC);
+        // The move overlay ignores the background; its way back closes it.
+        f.app->moveToBtnAction();
+        QTest::mouseClick(backgroundOf(), Qt::LeftButton, {}, QPoint(2, 2));
+        QVERIFY(f.app->isModalOverlayVisible());
         f.app->moveFileVC->goBackBtn->click();
         QVERIFY(!f.app->isModalOverlayVisible());
     }
