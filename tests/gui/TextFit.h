@@ -51,25 +51,17 @@ inline QStringList clippedTexts(QWidget *root)
                 widest = std::max(widest, metrics.horizontalAdvance(line));
             if (widest > room.width() || metrics.height() * lines.size() > room.height() + 1)
                 report(w, label->text(), widest, room.width());
-        } else if (auto *check = qobject_cast<QCheckBox *>(w)) {
+        } else if (qobject_cast<QCheckBox *>(w) || qobject_cast<QPushButton *>(w)) {
+            auto *button = static_cast<QAbstractButton *>(w);
+            const bool check = qobject_cast<QCheckBox *>(w);
             QStyleOptionButton option;
-            option.initFrom(check);
-            option.text = check->text();
-            const QRect room = check->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, check);
-            const qreal needs = QFontMetricsF(check->font()).horizontalAdvance(check->text());
+            option.initFrom(button);
+            option.text = button->text();
+            const QRect room = button->style()->subElementRect(check ? QStyle::SE_CheckBoxContents : QStyle::SE_PushButtonContents, &option, button);
+            const int icon = check || button->icon().isNull() ? 0 : button->iconSize().width() + 4;
+            const qreal needs = QFontMetricsF(button->font()).horizontalAdvance(button->text()) + icon;
             if (needs > room.width())
-                report(w, check->text(), needs, room.width());
-        } else if (auto *push = qobject_cast<QPushButton *>(w)) {
-            if (push->text().isEmpty())
-                continue;
-            QStyleOptionButton option;
-            option.initFrom(push);
-            option.text = push->text();
-            const QRect room = push->style()->subElementRect(QStyle::SE_PushButtonContents, &option, push);
-            const int icon = push->icon().isNull() ? 0 : push->iconSize().width() + 4;
-            const qreal needs = QFontMetricsF(push->font()).horizontalAdvance(push->text()) + icon;
-            if (needs > room.width())
-                report(w, push->text(), needs, room.width());
+                report(w, button->text(), needs, room.width());
         } else if (auto *combo = qobject_cast<QComboBox *>(w)) {
             QStyleOptionComboBox option;
             option.initFrom(combo);
