@@ -135,9 +135,7 @@ private Q_SLOTS:
     {
         QFETCH(NewItem, row);
         const auto &[items, panelButton, kindButton, typed, expected, credit] = row;
-        QStringList dropped;
-        for (const QString &item : items)
-            dropped.append(make(item));
+        const QStringList dropped = files(items);
         QVERIFY(f.dropAndPress(dropped, panelButton));
         FileCreateOverlayVC *overlay = f.app->fileCreateVC;
         QVERIFY(overlay->isVisible());
@@ -445,7 +443,7 @@ private:
     {
         QStringList paths;
         for (const QString &name : names)
-            paths.append(f.file(name));
+            paths.append(make(name));
         return paths;
     }
     QMenu *openMenu(const QString &name)
