@@ -66,8 +66,7 @@ private Q_SLOTS:
     void pickerShowsEachFolderOnceAndGreysTheDropsOwn()
     {
         m_picker.reset();
-        FakePlatform fakes(m_tree->path() + QStringLiteral("/.trash2"));
-        std::unique_ptr<AppDelegate> app = launchedOn(fakes);
+        const std::unique_ptr<AppDelegate> app = launchedOn(*m_fakes);
         const QString offer = writtenFile(m_home + QStringLiteral("/Documents/offer.txt"));
         app->showDropTargetAt(QPointF(300, 300));
         dropPaths(*app, {offer});
@@ -272,8 +271,7 @@ private Q_SLOTS:
     void managerAddsASubfolderFirstAndOpensFromTheOptions()
     {
         m_picker.reset();
-        FakePlatform fakes(m_tree->path() + QStringLiteral("/.trash2"));
-        std::unique_ptr<AppDelegate> app = launchedOn(fakes);
+        const std::unique_ptr<AppDelegate> app = launchedOn(*m_fakes);
         app->optionsPanel()->showFavDestinationManagerWindow();
         ManageDestinationsWC *manager = app->optionsPanel()->destManagerWC();
         QVERIFY(manager && manager->isVisible());
@@ -294,7 +292,7 @@ private Q_SLOTS:
         QCOMPARE(row(list, 0), m_home + "/Music/Albums");
 
         // A stick plugged in shows at once, first.
-        fakes.volumes.plugIn(fakeStick());
+        m_fakes->volumes.plugIn(fakeStick());
         QCOMPARE(row(list, 0), fakeStick().mountPoint);
         manager->close();
     }
