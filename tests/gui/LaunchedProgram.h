@@ -151,7 +151,6 @@ inline QMenu *sharePicker()
     return nullptr;
 }
 
-
 // The real pointer on an X server, through xdotool (XTest): as a hand moves and clicks it.
 inline void xdotool(const QStringList &args)
 {
