@@ -20,31 +20,19 @@
 // that the text can still be read back after the printing system's filters.
 inline void writeTextPdf(const QString &path, int pages, bool landscape = false)
 {
-    QByteArray out = "%PDF-1.4\n";
-    QList<qsizetype> offsets;
-    auto object = [&](const QByteArray &body) {
-        offsets.append(out.size());
-        out += QByteArray::number(offsets.size()) + " 0 obj\n" + body + "\nendobj\n";
-    };
     QByteArray kids;
     for (int i = 0; i < pages; ++i)
         kids += QByteArray::number(4 + 2 * i) + " 0 R ";
-    object("<< /Type /Catalog /Pages 2 0 R >>");
-    object("<< /Type /Pages /Kids [" + kids + "] /Count " + QByteArray::number(pages) + " >>");
-    object("<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>");
+    QByteArrayList objects{"<< /Type /Catalog /Pages 2 0 R >>",
+                           "<< /Type /Pages /Kids [" + kids + "] /Count " + QByteArray::number(pages) + " >>",
+                           "<< /Type /Font /Subtype /Type1 /BaseFont /Helvetica >>"};
     for (int i = 1; i <= pages; ++i) {
         const QByteArray content = "BT /F1 48 Tf 72 300 Td (Page " + QByteArray::number(i) + ") Tj ET";
-        object("<< /Type /Page /Parent 2 0 R /MediaBox " + QByteArray(landscape ? "[0 0 842 595]" : "[0 0 595 842]") +
-               " /Resources << /Font << /F1 3 0 R >> >> /Contents " + QByteArray::number(3 + 2 * i) + " 0 R >>");
-        object("<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content + "\nendstream");
+        objects << "<< /Type /Page /Parent 2 0 R /MediaBox " + QByteArray(landscape ? "[0 0 842 595]" : "[0 0 595 842]") +
+                       " /Resources << /Font << /F1 3 0 R >> >> /Contents " + QByteArray::number(3 + 2 * i) + " 0 R >>"
+                << "<< /Length " + QByteArray::number(content.size()) + " >>\nstream\n" + content + "\nendstream";
     }
-    const qsizetype xref = out.size();
-    out += "xref\n0 " + QByteArray::number(offsets.size() + 1) + "\n0000000000 65535 f \n";
-    for (qsizetype o : offsets)
-        out += QByteArray::number(o).rightJustified(10, '0') + " 00000 n \n";
-    out += "trailer\n<< /Size " + QByteArray::number(offsets.size() + 1) + " /Root 1 0 R >>\nstartxref\n" +
-           QByteArray::number(xref) + "\n%%EOF\n";
-    writeFile(path, out);
+    writeFile(path, pdfOf(objects));
 }
 
 // The number of pages, as pdfinfo counts them; 0 for what it cannot read.

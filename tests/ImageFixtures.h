@@ -95,26 +95,14 @@ inline QByteArray pngClaiming(quint32 width, quint32 height)
 // A PDF of one page under a page tree `depth` levels deep, each level an object of its own.
 inline QByteArray pdfWithDeepPageTree(int depth)
 {
-    QByteArray pdf = "%PDF-1.4\n";
-    QList<qsizetype> offsets;
-    auto object = [&](const QByteArray &body) {
-        offsets.append(pdf.size());
-        pdf += QByteArray::number(offsets.size()) + " 0 obj\n" + body + "\nendobj\n";
-    };
-    object("<< /Type /Catalog /Pages 2 0 R >>");
+    QByteArrayList objects{"<< /Type /Catalog /Pages 2 0 R >>"};
     for (int level = 0; level < depth; ++level) {
-        const int self = int(offsets.size()) + 1;
-        object("<< /Type /Pages /Count 1 /Kids [" + QByteArray::number(self + 1) + " 0 R]" +
-               (level ? " /Parent " + QByteArray::number(self - 1) + " 0 R" : QByteArray()) + " >>");
+        const int self = int(objects.size()) + 1;
+        objects.append("<< /Type /Pages /Count 1 /Kids [" + QByteArray::number(self + 1) + " 0 R]" +
+                       (level ? " /Parent " + QByteArray::number(self - 1) + " 0 R" : QByteArray()) + " >>");
     }
-    object("<< /Type /Page /Parent " + QByteArray::number(offsets.size()) + " 0 R /MediaBox [0 0 200 200] >>");
-    const qsizetype xref = pdf.size();
-    pdf += "xref\n0 " + QByteArray::number(offsets.size() + 1) + "\n0000000000 65535 f \n";
-    for (qsizetype at : offsets)
-        pdf += QByteArray::number(at).rightJustified(10, '0') + " 00000 n \n";
-    pdf += "trailer\n<< /Size " + QByteArray::number(offsets.size() + 1) + " /Root 1 0 R >>\nstartxref\n" +
-           QByteArray::number(xref) + "\n%%EOF\n";
-    return pdf;
+    objects.append("<< /Type /Page /Parent " + QByteArray::number(objects.size()) + " 0 R /MediaBox [0 0 200 200] >>");
+    return pdfOf(objects);
 }
 
 // A PNG with a private chunk before its data, which only a chunk-keeping rewrite carries across.

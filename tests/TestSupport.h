@@ -1,6 +1,7 @@
 #pragma once
 
-// Small pieces the tests share: a program run as a shell runs it, and a file written whole.
+// Small pieces the tests share: a program run as a shell runs it, a file written whole, and a PDF made
+// object by object.
 
 #include <QFile>
 #include <QProcess>
@@ -39,4 +40,21 @@ inline bool writeFile(const QString &path, const QByteArray &bytes = {})
 {
     QFile f(path);
     return f.open(QIODevice::WriteOnly) && f.write(bytes) == bytes.size();
+}
+
+// A PDF of these objects, numbered from 1 (the first is the catalog), with its cross-reference table.
+inline QByteArray pdfOf(const QByteArrayList &objects)
+{
+    QByteArray pdf = "%PDF-1.4\n";
+    QList<qsizetype> offsets;
+    for (const QByteArray &body : objects) {
+        offsets.append(pdf.size());
+        pdf += QByteArray::number(offsets.size()) + " 0 obj\n" + body + "\nendobj\n";
+    }
+    const qsizetype xref = pdf.size();
+    pdf += "xref\n0 " + QByteArray::number(offsets.size() + 1) + "\n0000000000 65535 f \n";
+    for (qsizetype at : offsets)
+        pdf += QByteArray::number(at).rightJustified(10, '0') + " 00000 n \n";
+    return pdf + "trailer\n<< /Size " + QByteArray::number(offsets.size() + 1) + " /Root 1 0 R >>\nstartxref\n" +
+           QByteArray::number(xref) + "\n%%EOF\n";
 }

@@ -383,7 +383,7 @@ private Q_SLOTS:
         const MimeByName reader;
         qputenv("XDG_DATA_HOME", home);
         qputenv("XDG_DATA_DIRS", dataDirs);
-            QCOMPARE(reader.readsTheCache(), read);
+        QCOMPARE(reader.readsTheCache(), read);
         const QString type = reader.typeOf(QStringLiteral("photo.png"));
         if (!read)
             QCOMPARE(type, QStringLiteral("image/png"));
