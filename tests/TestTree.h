@@ -62,6 +62,16 @@ public:
         return p;
     }
 
+    // Each entry below the tree, in order: a name ending in '/' is a folder, any other a file holding
+    // "data of " and its name. Their paths.
+    QStringList make(const QByteArrayList &entries)
+    {
+        QStringList made;
+        for (const QByteArray &e : entries)
+            made.append(NativePath::fromNative(e.endsWith('/') ? folder(e.chopped(1)) : file(e, "data of " + e)));
+        return made;
+    }
+
     // A file of `logical` bytes with only `written` bytes of data at its start.
     QByteArray sparseFile(const QByteArray &relative, off_t logical, const QByteArray &written)
     {

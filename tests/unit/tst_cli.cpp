@@ -416,8 +416,7 @@ private Q_SLOTS:
         QFETCH(QByteArrayList, thereAfter);
         QFETCH(QByteArrayList, goneAfter);
         TestTree tree;
-        for (const QByteArray &f : files)
-            f.endsWith('/') ? tree.folder(f.chopped(1)) : tree.file(f, "content of " + f);
+        tree.make(files);
         const ProgramRun r = quaydrop(args, tree.path());
         QVERIFY2(r.code == exitCode, r.err.constData());
         if (!stdoutEnds.isEmpty())

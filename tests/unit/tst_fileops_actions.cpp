@@ -25,15 +25,6 @@ namespace {
 
 QString str(const QByteArray &native) { return NativePath::fromNative(native); }
 
-// Makes each entry below the tree: a name ending in '/' is a folder.
-QStringList build(TestTree &tree, const QByteArrayList &entries)
-{
-    QStringList made;
-    for (const QByteArray &e : entries)
-        made.append(str(e.endsWith('/') ? tree.folder(e.chopped(1)) : tree.file(e, "data of " + e)));
-    return made;
-}
-
 QStringList names(const QStringList &paths)
 {
     QStringList out;
@@ -78,7 +69,7 @@ private Q_SLOTS:
         QFETCH(qint64, inside);
         QFETCH(QString, expected);
         TestTree tree;
-        const QStringList made = build(tree, existing);
+        const QStringList made = tree.make(existing);
         const auto spec = NewItems::forWord(word);
         QVERIFY(spec);
         const Result<QString> created = NewItems::create(*spec, NewItems::folderFor(made.first(), inside), entered);
@@ -136,7 +127,7 @@ print('ok')
         QFETCH(QString, folder);
         QFETCH(QStringList, inFolder);
         TestTree tree;
-        build(tree, existing);
+        tree.make(existing);
         QStringList paths;
         for (const QByteArray &d : dropped)
             paths.append(tree.path() + '/' + QString::fromUtf8(d));
@@ -198,7 +189,7 @@ print('ok')
         QFETCH(QStringList, namePrefixSuffix);
         QFETCH(QStringList, expected);
         TestTree tree;
-        build(tree, existing);
+        tree.make(existing);
         BatchRename::Request request;
         for (const QByteArray &d : dropped)
             request.paths.append(str(tree.native() + '/' + d));
@@ -299,7 +290,7 @@ print('ok')
     void ejectOnlyAMountPoint()
     {
         TestTree tree;
-        const QStringList made = build(tree, {"STICK/", "inner/", "inner/STICK"});
+        const QStringList made = tree.make({"STICK/", "inner/", "inner/STICK"});
         FakeVolumeService volumes;
         VolumeInfo stick;
         stick.mountPoint = made.at(0);
@@ -400,7 +391,7 @@ print('ok')
         QFETCH(QString, kind);
         QFETCH(bool, takeAName);
         TestTree tree;
-        const QStringList items = build(tree, {"a.txt", "b.txt", "F/", "F/.h"});
+        const QStringList items = tree.make({"a.txt", "b.txt", "F/", "F/.h"});
         FakeTrash trash(tree.path() + "/.trash");
         QString id;
         if (kind == "rename") {

@@ -155,13 +155,10 @@ private Q_SLOTS:
     {
         ScratchMount other("64m");
         REQUIRE_SCRATCH_MOUNT(other);
-        const QString project = s(m_tree->folder("src/project"));
-        m_tree->folder("src/project/.git");
-        m_tree->file("src/project/.git/config", "[core]\n");
-        m_tree->folder("src/project/empty");
         // What the copy keeps of each file (modes, attributes, holes) is the copy engine's own test.
-        m_tree->file("src/project/run.sh", "#!/bin/sh\n");
-        const QString loose = s(m_tree->file("src/loose.txt", "loose"));
+        const QStringList made = m_tree->make({"src/project/", "src/project/.git/", "src/project/.git/config", "src/project/empty/",
+                                               "src/project/run.sh", "src/loose.txt"});
+        const QString project = made.first(), loose = made.last();
 
         QVERIFY(!Utils::checkIfMoveToSameVolume(project, other.path()));
         QCOMPARE(m_engine->copyitemsForFileCopy({project, loose}, other.path(), false), MoveCopyOrchestrator::Outcome::JobStarted);
@@ -172,8 +169,8 @@ private Q_SLOTS:
 
         const QString moved = other.path() + "/project";
         QCOMPARE(entries(moved), (QStringList{".git", "empty", "run.sh"}));
-        QCOMPARE(readAll(moved + "/.git/config"), QByteArray("[core]\n"));
-        QCOMPARE(readAll(other.path() + "/loose.txt"), QByteArray("loose"));
+        QCOMPARE(readAll(moved + "/.git/config"), QByteArray("data of src/project/.git/config"));
+        QCOMPARE(readAll(other.path() + "/loose.txt"), QByteArray("data of src/loose.txt"));
         QCOMPARE(entries(m_tree->path() + "/src"), QStringList()); // the sources went, and only now
         QVERIFY(m_engine->pathsBeingMovedToBeDeletedAfter.isEmpty());
         QCOMPARE(m_platform->notifications.delivered.last().title, QStringLiteral("2 files have been copied!"));

@@ -191,8 +191,7 @@ private Q_SLOTS:
         QFETCH(QByteArrayList, expected);
         QFETCH(QString, archive);
         TestTree tree;
-        for (const QByteArray &f : files)
-            f.endsWith('/') ? tree.folder(f.chopped(1)) : tree.file(f, "data of " + f);
+        tree.make(files);
         QStringList paths;
         for (const QByteArray &d : dropped)
             paths.append(str(tree.native() + '/' + d));
