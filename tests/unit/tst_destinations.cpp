@@ -88,9 +88,7 @@ private Q_SLOTS:
     {
         // A fresh file is an empty dictionary, read as no recents.
         QCOMPARE(Utils::recentDestinations(), QStringList());
-        QStringList folders;
-        for (const char *n : {"r1", "r2", "r3", "r4"})
-            folders.append(QString::fromUtf8(m_tree->folder(n)));
+        const QStringList folders = m_tree->make({"r1/", "r2/", "r3/", "r4/"});
         for (const QString &f : folders)
             Utils::updateRecentDestnsPlistWithPath(f);
         QCOMPARE(Utils::recentDestinations(), folders.mid(1));
@@ -201,8 +199,8 @@ private Q_SLOTS:
     }
     void aFailedWriteLeavesTheOldList()
     {
-        const QString kept = QString::fromUtf8(m_tree->folder("kept"));
-        const QString later = QString::fromUtf8(m_tree->folder("later"));
+        const QStringList made = m_tree->make({"kept/", "later/"});
+        const QString kept = made.first(), later = made.last();
         ScratchMount full("64k", Utils::QDappSupportPath());
         REQUIRE_SCRATCH_MOUNT(full);
         QVERIFY(DestinationEdits::add(kept).ok());
@@ -244,9 +242,8 @@ private Q_SLOTS:
     }
     void reorderKeepsThePlacesOfUnmountedVolumes()
     {
-        const QString a = QString::fromUtf8(m_tree->folder("a"));
-        const QString b = QString::fromUtf8(m_tree->folder("b"));
-        const QString c = QString::fromUtf8(m_tree->folder("c"));
+        const QStringList made = m_tree->make({"a/", "b/", "c/"});
+        const QString a = made.at(0), b = made.at(1), c = made.at(2);
         const QString away = QStringLiteral("/media/%1/AWAY").arg(QString::fromLocal8Bit(qgetenv("USER")));
         QVERIFY(DestinationsFile::writePaths({{"a", a}, {"AWAY", away}, {"b", b}, {"c", c}}).ok());
         // Another stick is mounted meanwhile: its row is shown, the stored one is not.

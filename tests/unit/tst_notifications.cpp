@@ -214,9 +214,8 @@ private Q_SLOTS:
         QTRY_VERIFY(m_balloon->balloon() && m_balloon->balloon()->isVisible());
         QCOMPARE(m_server.received.size(), 0);
         // The same text, as it is (no markup to escape here), with the Show button, under the tray icon.
-        QCOMPARE(m_balloon->titleLabel()->text(), QStringLiteral("Images resized"));
-        QCOMPARE(m_balloon->bodyLabel()->text(), QStringLiteral("Saved to /<Pictures>"));
-        QCOMPARE(m_balloon->actionButton()->text(), QStringLiteral("Show"));
+        QCOMPARE((QStringList{m_balloon->titleLabel()->text(), m_balloon->bodyLabel()->text(), m_balloon->actionButton()->text()}),
+                 (QStringList{"Images resized", "Saved to /<Pictures>", "Show"}));
         QVERIFY(m_balloon->balloon()->geometry().top() >= 24);
         QVERIFY(m_balloon->balloon()->geometry().right() <= 1223);
         m_balloon->actionButton()->click();
