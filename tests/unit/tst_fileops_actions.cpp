@@ -292,11 +292,7 @@ print('ok')
         TestTree tree;
         const QStringList made = tree.make({"STICK/", "inner/", "inner/STICK"});
         FakeVolumeService volumes;
-        VolumeInfo stick;
-        stick.mountPoint = made.at(0);
-        stick.name = QStringLiteral("STICK");
-        stick.removable = stick.ejectable = true;
-        volumes.volumes = {stick};
+        volumes.volumes = {{made.at(0), QStringLiteral("STICK"), {}, {}, true, true}};
         FakeTrash trash(tree.path() + "/.trash");
         // The mount point itself is ejected; a file that only shares the volume's name goes to the trash.
         const TrashItems::Outcome out = TrashItems::trashFiles({made.at(0) + '/', made.at(2)}, &trash, &volumes);

@@ -15,19 +15,6 @@
 using States = QHash<QString, ButtonState>;
 Q_DECLARE_METATYPE(PanelInputs)
 
-namespace {
-PanelInputs inputs(bool lib, bool other, int images = 0, bool pdf = false, bool archive = false)
-{
-    PanelInputs in;
-    in.firstPathIsArchive = archive;
-    in.libraryFolderFile = lib;
-    in.droppedImageFromOtherApp = other;
-    in.imageCount = images;
-    in.firstPathIsPdf = pdf;
-    return in;
-}
-} // namespace
-
 class FilesTest : public QObject
 {
     Q_OBJECT
@@ -398,25 +385,25 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("hidden");
 
         const QStringList img = {"zipImgBtn", "createNewFImgBtn", "trashImgBtn", "revealImginFinderBtn"};
-        QTest::newRow("image ignores OTHER") << quint64(1) << inputs(false, true) << img << QStringList() << QStringList();
+        QTest::newRow("image ignores OTHER") << quint64(1) << PanelInputs{false, true} << img << QStringList() << QStringList();
         const QStringList doc = {"revealdocInFinderBtn", "zipDocBtn", "trashdocBtn", "createNewDocBtn"};
-        QTest::newRow("document ignores OTHER") << quint64(2) << inputs(false, true) << doc << QStringList() << QStringList();
+        QTest::newRow("document ignores OTHER") << quint64(2) << PanelInputs{false, true} << doc << QStringList() << QStringList();
         const QStringList folder = {"trashFileBtn", "revealInFinderBtn", "zipBtn", "createNewBtn"};
         const QStringList pdfButtons = {"printPrTbleFileBtn", "convrtPDFToImgBtn"};
-        QTest::newRow("folder, library") << quint64(333) << inputs(true, false) << QStringList() << folder << pdfButtons;
-        QTest::newRow("folder named like a PDF") << quint64(333) << inputs(false, false, 0, true) << folder + pdfButtons
+        QTest::newRow("folder, library") << quint64(333) << PanelInputs{true, false} << QStringList() << folder << pdfButtons;
+        QTest::newRow("folder named like a PDF") << quint64(333) << PanelInputs{false, false, 0, true} << folder + pdfButtons
                                                  << QStringList() << QStringList();
-        QTest::newRow("other file from another app") << quint64(777) << inputs(false, true) << QStringList{"zipBtn"}
+        QTest::newRow("other file from another app") << quint64(777) << PanelInputs{false, true} << QStringList{"zipBtn"}
                                                      << QStringList{"trashFileBtn", "createNewBtn"} << pdfButtons;
-        QTest::newRow("other file, library") << quint64(777) << inputs(true, false) << QStringList()
+        QTest::newRow("other file, library") << quint64(777) << PanelInputs{true, false} << QStringList()
                                              << QStringList{"trashFileBtn", "createNewBtn", "zipBtn"} << pdfButtons;
         const QStringList multi = {"moveToOneFoldBtn", "createFileMultiBtn", "trashMultiBtn", "revealInfinderMultibtn"};
         const QStringList imageButtons = {"multiConvrtImg", "multiResizeImg"};
-        QTest::newRow("several, one image") << quint64(888) << inputs(false, false, 1) << multi + imageButtons << QStringList()
+        QTest::newRow("several, one image") << quint64(888) << PanelInputs{false, false, 1} << multi + imageButtons << QStringList()
                                             << QStringList();
-        QTest::newRow("several from another app") << quint64(888) << inputs(false, true, 3) << imageButtons << multi
+        QTest::newRow("several from another app") << quint64(888) << PanelInputs{false, true, 3} << imageButtons << multi
                                                   << QStringList();
-        QTest::newRow("text enables nothing") << quint64(222) << inputs(true, true) << QStringList() << QStringList()
+        QTest::newRow("text enables nothing") << quint64(222) << PanelInputs{true, true} << QStringList() << QStringList()
                                               << QStringList();
     }
     void enablingRules()
@@ -447,12 +434,12 @@ private Q_SLOTS:
             for (auto it = changes.cbegin(); it != changes.cend(); ++it)
                 view.insert(it.key(), it.value());
         };
-        apply(DropPanelFolder, inputs(true, false));
-        apply(DropPanelDefault, inputs(false, false));
+        apply(DropPanelFolder, PanelInputs{true, false});
+        apply(DropPanelDefault, PanelInputs{false, false});
         QCOMPARE(view.value("zipBtn").enabled, true);
         QCOMPARE(view.value("revealInFinderBtn").enabled, false);
-        apply(DropPanelDefault, inputs(false, false, 0, false, true));
-        apply(DropPanelDefault, inputs(false, false));
+        apply(DropPanelDefault, PanelInputs{false, false, 0, false, true});
+        apply(DropPanelDefault, PanelInputs{false, false});
         QCOMPARE(view.value("zipBtn").enabled, true); // an archive before leaves nothing behind
         QCOMPARE(view.value("trashFileBtn").enabled, true);
     }
@@ -468,8 +455,7 @@ private Q_SLOTS:
     {
         QFETCH(quint64, panel);
         QFETCH(QString, zipButton);
-        PanelInputs in = inputs(false, false);
-        in.zipRunning = true;
+        PanelInputs in{.zipRunning = true};
         const States states = PanelRules::buttonStatesFor(DropPanel(panel), in);
         if (zipButton.isEmpty()) {
             QVERIFY(!states.contains("zipDrImgBtn"));
