@@ -308,13 +308,8 @@ private Q_SLOTS:
         QFETCH(bool, up);
         QFETCH(bool, popover);
         QFETCH(MaybeText, result);
-        CropSizeEntry::Context context;
-        context.sliderMin = 1;
-        context.sliderMax = 100;
-        context.pixelWidth = 800;
-        context.pixelHeight = 600;
-        context.scale = 0.5f;
-        context.popoverShown = popover;
+        const CropSizeEntry::Context context{.sliderMin = 1, .sliderMax = 100, .pixelWidth = 800, .pixelHeight = 600, .scale = 0.5f,
+                                            .popoverShown = popover};
         QCOMPARE(CropSizeEntry::steppedField(field, text, up, context), result);
     }
     void keyTable_data()

@@ -516,12 +516,8 @@ private Q_SLOTS:
         PaintRenderer renderer;
         PaintTool fresh;
         const QImage first = renderer.snapshotWithSize(steps, QSize(120, 90), fresh);
-        PaintTool odd;
-        odd.hardness = 0.3f;
-        odd.pointAlpha = 0.2f;
-        odd.eraser = true;
-        odd.pointSize = 99;
-        odd.brush = BrushImages::brushImageWithHardness(0.3f, true, 0.2f);
+        PaintTool odd{.pointSize = 99, .brush = BrushImages::brushImageWithHardness(0.3f, true, 0.2f), .pointAlpha = 0.2f,
+                      .hardness = 0.3f, .eraser = true};
         PaintRenderer other;
         QCOMPARE(other.snapshotWithSize(steps, QSize(120, 90), odd), first);
         QCOMPARE(renderer.snapshotWithSize(steps, QSize(120, 90), fresh), first);

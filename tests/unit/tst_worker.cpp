@@ -213,9 +213,7 @@ private Q_SLOTS:
     // Idle workers go and are reaped; one that left on its own is replaced for the next request.
     void idleWorkers()
     {
-        WorkerLimits brief;
-        brief.idleSeconds = 3;
-        useWorker(kRealWorker, brief);
+        useWorker(kRealWorker, {.idleSeconds = 3});
         // One started ahead of need takes the next job.
         WorkerPool::shared().prestart();
         QTRY_COMPARE_WITH_TIMEOUT(WorkerPool::shared().workerPids().size(), 1, 10000);
@@ -229,9 +227,7 @@ private Q_SLOTS:
         QTRY_VERIFY_WITH_TIMEOUT(!processExists(pid), 3000);
         // A worker that says bye on its own (its idle time is shorter than the program's) is replaced and
         // the request goes to the new one.
-        WorkerLimits limits;
-        limits.idleSeconds = -4; // the worker's own is this plus five seconds: one
-        WorkerPool pool({kRealWorker, limits, 1});
+        WorkerPool pool({kRealWorker, {.idleSeconds = -4}, 1}); // the worker's own idle time is this plus five seconds: one
         const QString left = ImageFixtures::imageFile(m_tree.at(QStringLiteral("left.png")), ImageFixtures::picture(6, 4));
         const QCborMap args{{WorkerJobs::kSource, WorkerProtocol::path(left)}};
         QVERIFY(pool.call(QString(WorkerJobs::kProbe), args).ok());
