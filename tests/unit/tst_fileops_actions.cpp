@@ -190,13 +190,11 @@ print('ok')
         QFETCH(QStringList, expected);
         TestTree tree;
         tree.make(existing);
-        BatchRename::Request request;
+        QStringList paths;
         for (const QByteArray &d : dropped)
-            request.paths.append(str(tree.native() + '/' + d));
-        request.folder = PathParts::parent(request.paths.first());
-        request.name = namePrefixSuffix.at(0);
-        request.prefix = namePrefixSuffix.at(1);
-        request.suffix = namePrefixSuffix.at(2);
+            paths.append(str(tree.native() + '/' + d));
+        const BatchRename::Request request{paths, PathParts::parent(paths.first()), namePrefixSuffix.at(0), namePrefixSuffix.at(1),
+                                           namePrefixSuffix.at(2)};
         const auto preview = BatchRename::preview(request, 10);
         const BatchRename::Outcome out = BatchRename::run(request);
         QCOMPARE(names(out.renamed), expected);
@@ -217,12 +215,10 @@ print('ok')
     void renameOfManyToOneNameStaysInOrder()
     {
         TestTree tree;
-        BatchRename::Request request;
+        QStringList paths;
         for (int i = 0; i < 300; ++i)
-            request.paths.append(str(tree.file("Trip " + QByteArray::number(300 - i) + ".jpg", QByteArray::number(i))));
-        request.folder = tree.path();
-        request.name = QStringLiteral("Trip");
-        const BatchRename::Outcome out = BatchRename::run(request);
+            paths.append(str(tree.file("Trip " + QByteArray::number(300 - i) + ".jpg", QByteArray::number(i))));
+        const BatchRename::Outcome out = BatchRename::run({paths, tree.path(), QStringLiteral("Trip"), {}, {}});
         QCOMPARE(out.renamed.size(), 300);
         // Each item takes the lowest free number at its turn, numbers given up by earlier items included.
         QCOMPARE(PathParts::lastComponent(out.renamed.first()), QStringLiteral("Trip.jpg"));
