@@ -99,9 +99,7 @@ private Q_SLOTS:
         // A tray icon at the top right of the screen.
         m_balloon = new NotificationBalloon([] { return QRect(1200, 0, 24, 24); }, this);
         m_service->setFallback(m_balloon);
-        Platform services;
-        services.notifications = m_service;
-        Platform::install(services);
+        Platform::install({.notifications = m_service});
     }
     void cleanup()
     {
@@ -203,9 +201,7 @@ private Q_SLOTS:
             delete m_service;
             m_service = new FreedesktopNotifications(QDBusConnection(QStringLiteral("never connected")), this);
             m_service->setFallback(m_balloon);
-            Platform services;
-            services.notifications = m_service; // the running service, not the one just deleted
-            Platform::install(services);
+            Platform::install({.notifications = m_service}); // the running service, not the one just deleted
         }
         QSignalSpy activated(m_service, &NotificationService::activated);
         const QStringList paths{"/x/a <b>.png"};

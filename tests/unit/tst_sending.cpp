@@ -79,9 +79,7 @@ private Q_SLOTS:
     void sendEmailToFormats()
     {
         FakeMail mail;
-        Platform services;
-        services.mail = &mail;
-        Platform::install(services);
+        Platform::install({.mail = &mail});
         Utils::sendEmailTo(QStringLiteral("support@example.com"), QString(), QStringLiteral("Help me"));
         Utils::sendEmailTo(QString(), QStringLiteral("a b&c"), QStringLiteral("S"));
         QCOMPARE(mail.mailtos, (QStringList{QStringLiteral("mailto:support@example.com?Subject=Help%20me&body="),
