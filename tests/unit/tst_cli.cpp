@@ -22,24 +22,16 @@
 
 namespace {
 
-struct CliRun
+// The command line run in this process, its output caught as a shell would.
+ProgramRun runCli(const QStringList &args)
 {
-    int code;
-    QByteArray out, err;
-};
-
-CliRun runCli(const QStringList &args)
-{
-    QByteArray out, err;
-    QBuffer o(&out), e(&err);
+    ProgramRun r;
+    QBuffer o(&r.out), e(&r.err);
     o.open(QIODevice::WriteOnly);
     e.open(QIODevice::WriteOnly);
-    int code;
-    {
-        Console console(o, e);
-        code = CommandLine::run(QStringList{QStringLiteral("quaydrop")} + args, console);
-    }
-    return {code, out, err};
+    Console console(o, e);
+    r.code = CommandLine::run(QStringList{QStringLiteral("quaydrop")} + args, console);
+    return r;
 }
 
 const QString kBinary = QStringLiteral(QD_QUAYDROP_BINARY);
@@ -159,7 +151,7 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, args);
         QFETCH(QString, message);
-        const CliRun r = runCli(args);
+        const ProgramRun r = runCli(args);
         QCOMPARE(r.code, Cli::kUsageError);
         QVERIFY2(r.err.startsWith("quaydrop: ") && r.err.contains(message.toUtf8()), r.err.constData());
         QVERIFY(r.out.isEmpty());
@@ -179,7 +171,7 @@ private Q_SLOTS:
                 QStringList args{QLatin1String(c.name), QLatin1String(o.name), QStringLiteral("abc")};
                 for (const Cli::Argument &a : c.arguments)
                     args << (a.kind == Cli::ArgumentKind::Choice ? a.choices.first() : QStringLiteral("pic.png"));
-                const CliRun r = runCli(args);
+                const ProgramRun r = runCli(args);
                 QVERIFY2(r.code == Cli::kUsageError && r.err.contains(QByteArray(o.name) + " takes "),
                          qPrintable(args.join(' ') + ": " + r.err));
                 QVERIFY(!ArgumentParser::accepts(o.kind, QStringLiteral("-1")));
@@ -189,7 +181,7 @@ private Q_SLOTS:
     void helpAndVersionComeFromTheTable()
     {
         for (const QString &asked : {QStringLiteral("--help"), QStringLiteral("-h"), QStringLiteral("help")}) {
-            const CliRun r = runCli({asked});
+            const ProgramRun r = runCli({asked});
             QCOMPARE(r.code, 0);
             QVERIFY(r.err.isEmpty());
             for (const Cli::Command &c : Cli::commands()) {
@@ -202,14 +194,14 @@ private Q_SLOTS:
         }
         for (const Cli::Command &c : Cli::commands()) {
             // A command's own help, also where its arguments are missing.
-            const CliRun r = runCli({QLatin1String(c.name), QStringLiteral("-h")});
+            const ProgramRun r = runCli({QLatin1String(c.name), QStringLiteral("-h")});
             QCOMPARE(r.code, 0);
             QVERIFY(r.out.startsWith(("Usage: " + HelpText::synopsis(c) + "\n").toUtf8()));
             for (const Cli::Option &o : c.options)
                 QVERIFY(r.out.contains(QByteArray("  ") + o.name));
             QCOMPARE(runCli({QStringLiteral("help"), QLatin1String(c.name)}).out, r.out);
         }
-        const CliRun v = runCli({QStringLiteral("--version")});
+        const ProgramRun v = runCli({QStringLiteral("--version")});
         QCOMPARE(v.code, 0);
         QCOMPARE(v.out, QByteArray("quaydrop " QD_VERSION "\n"));
     }
@@ -243,7 +235,7 @@ private Q_SLOTS:
         QStringList paths{QStringLiteral("type")};
         for (const QByteArray &a : args)
             paths << NativePath::fromNative(a);
-        const CliRun r = runCli(paths);
+        const ProgramRun r = runCli(paths);
         QCOMPARE(r.code, code);
         QCOMPARE(r.out, out);
         QCOMPARE(r.err, err.isEmpty() ? QByteArray() : "quaydrop: " + err);
@@ -255,22 +247,22 @@ private Q_SLOTS:
         const QByteArray a = m_tree.file("sized/a", QByteArray(20000, 'a'));
         const QByteArray b = m_tree.file("sized/b", QByteArray(30000, 'b'));
         const quint64 expected = TestTree::allocated(a) + TestTree::allocated(b);
-        const CliRun r = runCli({QStringLiteral("size"), QStringLiteral("sized")});
+        const ProgramRun r = runCli({QStringLiteral("size"), QStringLiteral("sized")});
         QCOMPARE(r.code, 0);
         QCOMPARE(r.out, (Utils::getHumanReadableSizeFrom(expected) + QStringLiteral("\t%1 bytes\n").arg(expected)).toUtf8());
 
-        const CliRun missing = runCli({QStringLiteral("size"), m_tree.path() + "/sized", m_tree.path() + "/nope"});
+        const ProgramRun missing = runCli({QStringLiteral("size"), m_tree.path() + "/sized", m_tree.path() + "/nope"});
         QCOMPARE(missing.code, 1);
         QVERIFY(missing.err.contains("/nope: No such file or directory"));
         QFile::remove(Utils::QDappSupportPath() + QStringLiteral("/QDts.plist"));
         Utils::saveChangesToTimeSavedPlistByAddingSec(3661);
-        const CliRun ledger = runCli({QStringLiteral("ledger")});
+        const ProgramRun ledger = runCli({QStringLiteral("ledger")});
         QCOMPARE(ledger.code, 0);
         QCOMPARE(ledger.out, QByteArray("This week: 1h : 01m : 01s\nTotal:     1h : 01m : 01s\n"));
 
         QVERIFY(writeFile(Utils::QDappSupportPath() + QStringLiteral("/QDts.plist"), "<plist><dict><key>total"));
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("could not read .*QDts.plist")));
-        const CliRun bad = runCli({QStringLiteral("ledger")});
+        const ProgramRun bad = runCli({QStringLiteral("ledger")});
         QCOMPARE(bad.code, 1);
         QVERIFY(bad.err.contains("cannot be read"));
     }

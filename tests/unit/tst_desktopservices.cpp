@@ -35,9 +35,13 @@
 
 namespace {
 
+// A tool's standard output, trimmed; a failure is logged.
 QString run(const QString &program, const QStringList &arguments)
 {
-    return QString::fromUtf8(runProgram(program, arguments).out).trimmed();
+    const ProgramRun r = runProgram(program, arguments);
+    if (r.code != 0)
+        qWarning("%s %s: %s", qPrintable(program), qPrintable(arguments.join(QChar(' '))), r.err.constData());
+    return QString::fromUtf8(r.out).trimmed();
 }
 
 // Plasma's shell: keeps the picture that a script writes and prints it back to a script that reads it.
@@ -94,13 +98,7 @@ const char *kTestSchemas = R"(<schemalist>
 const QString kBase = QStringLiteral("/org/gnome/settings-daemon/plugins/media-keys/");
 const QString kOurs = QLatin1String(GnomeShortcutBinder::kPath);
 
-QString dconf(const QStringList &arguments)
-{
-    const ProgramRun r = runProgram(QStringLiteral("dconf"), arguments);
-    if (r.code != 0)
-        qWarning("dconf %s: %s", qPrintable(arguments.join(QChar(' '))), r.err.constData());
-    return QString::fromUtf8(r.out).trimmed();
-}
+QString dconf(const QStringList &arguments) { return run(QStringLiteral("dconf"), arguments); }
 
 QString list() { return dconf({QStringLiteral("read"), kBase + QStringLiteral("custom-keybindings")}); }
 
@@ -221,7 +219,7 @@ private Q_SLOTS:
         QVERIFY2(set.ok(), qPrintable(set.ok() ? QString() : set.error().message));
         const QString expected = uri ? QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) : path;
         for (const QString &key : keys) {
-            QString stored = run(QStringLiteral("dconf"), {QStringLiteral("read"), key});
+            QString stored = dconf({QStringLiteral("read"), key});
             QCOMPARE(stored.mid(1, stored.size() - 2).replace(QLatin1String("\\'"), QLatin1String("'")), expected);
         }
         QCOMPARE(desktop.currentWallpaper(), path);

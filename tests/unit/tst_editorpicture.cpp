@@ -49,11 +49,6 @@ QByteArray savedBytes(const EditedPicture &picture, const QImage &layer = {})
     return bytes.ok() ? bytes.value() : QByteArray();
 }
 
-QImage decoded(const QByteArray &bytes)
-{
-    return QImage::fromData(bytes);
-}
-
 // ---- the reference: plain double arithmetic, one pixel at a time ----
 
 struct RefTexture
@@ -239,7 +234,7 @@ private Q_SLOTS:
         dot.rotate(true);
         QVERIFY(dot.crop(QRect(0, 0, 1, 1), QSizeF(1, 1)));
         QVERIFY(!dot.crop(QRect(5, 5, 1, 1), QSizeF(1, 1))); // outside: refused, unchanged
-        QCOMPARE(decoded(savedBytes(dot)).size(), QSize(1, 1));
+        QCOMPARE(QImage::fromData(savedBytes(dot)).size(), QSize(1, 1));
         const QString file = path(QStringLiteral("edit.jpg"));
         QVERIFY(write(file, encoded(picture(64, 48), "jpg", 72, 80)));
         EditedPicture picture = opened(file);
@@ -248,7 +243,7 @@ private Q_SLOTS:
         QVERIFY(picture.onlyTurned());
         QVERIFY(picture.crop(QRect(0, 0, 40, 64), QSizeF(40, 64)));
         QVERIFY(!picture.onlyTurned());
-        QCOMPARE(decoded(savedBytes(picture)).size(), QSize(40, 64));
+        QCOMPARE(QImage::fromData(savedBytes(picture)).size(), QSize(40, 64));
     }
     void uprightOnOpenAndSave_data()
     {
@@ -303,7 +298,7 @@ private Q_SLOTS:
         const auto ours = coefficients(saved);
         QVERIFY(!ours.empty());
         QVERIFY(ours == coefficients(EditorFixtures::jpegtran(file, jpegtran)));
-        QCOMPARE(decoded(saved).size(), picture.image().pixels.size());
+        QCOMPARE(QImage::fromData(saved).size(), picture.image().pixels.size());
         // Straight from the file, without decoding a pixel (the rotate command): the very same bytes.
         const auto straight = EditedPicture::turnedJpegFile(file, ((turns % 4) + 4) % 4);
         QVERIFY2(straight.ok(), straight.ok() ? "" : qPrintable(straight.error().message));
@@ -320,7 +315,7 @@ private Q_SLOTS:
         QVERIFY(!EditedPicture::turnedJpegFile(png, 1).ok());
         EditedPicture picture = opened(file);
         picture.rotate(true);
-        const QImage saved = decoded(savedBytes(picture));
+        const QImage saved = QImage::fromData(savedBytes(picture));
         QCOMPARE(saved.size(), QSize(45, 61));
         QVERIFY(sameQuarters(saved, quarters(61, 45).transformed(QTransform().rotate(90))));
     }
@@ -381,7 +376,7 @@ private Q_SLOTS:
                                                             PictureSaver::extension(name));
         const QByteArray saved = readAll(written.value());
         QCOMPARE(Utils::getImageFileTypeFromData(saved), code);
-        QCOMPARE(decoded(saved).size(), picture.image().pixels.size());
+        QCOMPARE(QImage::fromData(saved).size(), picture.image().pixels.size());
     }
     void paintLayerIsMerged()
     {
@@ -392,7 +387,7 @@ private Q_SLOTS:
         layer.fill(Qt::transparent);
         layer.setPixel(3, 3, qRgba(0, 0, 255, 255));
         layer.setPixel(80, 70, qRgba(0, 64, 0, 128)); // half-covering green over white
-        const QImage saved = decoded(savedBytes(picture, layer));
+        const QImage saved = QImage::fromData(savedBytes(picture, layer));
         QCOMPARE(saved.pixel(3, 3), qRgb(0, 0, 255));
         QCOMPARE(saved.pixelColor(80, 70).red(), 127);
         QCOMPARE(saved.pixelColor(80, 70).green(), 191);
