@@ -15,8 +15,6 @@
 
 namespace {
 
-QByteArray readAll(const QByteArray &path) { return TestTree::contents(path); }
-QStringList entries(const QString &folder) { return TestTree::entries(folder); }
 
 bool hasTemporaryLeftovers(const QString &folder)
 {
@@ -74,7 +72,7 @@ private Q_SLOTS:
         quint64 size = 0;
         Error error;
         QVERIFY(FileCopyHelper::copyFileAt(s(src), s(dst), nullptr, &size, &error));
-        QCOMPARE(readAll(dst), QByteArray("payload"));
+        QCOMPARE(TestTree::contents(dst), QByteArray("payload"));
         QCOMPARE(size, TestTree::allocated(src));
         struct stat st;
         QVERIFY(::stat(dst.constData(), &st) == 0);
@@ -91,7 +89,7 @@ private Q_SLOTS:
         QVERIFY(FileCopyHelper::copyFileAt(s(sparse), s(sparseCopy), nullptr, nullptr, &error));
         QCOMPARE(QFileInfo(s(sparseCopy)).size(), qint64(200 << 20));
         QVERIFY2(TestTree::allocated(sparseCopy) < (1 << 20), qPrintable(QString::number(TestTree::allocated(sparseCopy))));
-        QCOMPARE(readAll(sparseCopy).left(8192), QByteArray(8192, 'd'));
+        QCOMPARE(TestTree::contents(sparseCopy).left(8192), QByteArray(8192, 'd'));
 
         const QByteArray link = m_tree.link("a-link", "/etc/hostname");
         const QString linkCopy = m_tree.path() + "/a-link-copy";
@@ -120,7 +118,7 @@ private Q_SLOTS:
         QCOMPARE(error.domain, QStringLiteral("kQDFileCopyErrorDomain"));
         if (error.code == 1111 && QFileInfo::exists(s(source)))
             QCOMPARE(error.info.value("fileName").toString(), QStringLiteral("new.txt"));
-        QCOMPARE(readAll(dst), QByteArray("old"));
+        QCOMPARE(TestTree::contents(dst), QByteArray("old"));
         if (error.code == 1000)
             QCOMPARE(size, 4242ull);
     }
@@ -153,9 +151,9 @@ private Q_SLOTS:
         Error error;
         QVERIFY2(FileCopyHelper::copyFolderAt(m_tree.path() + "/proj", s(dst), nullptr, &size, &error),
                  qPrintable(error.message));
-        QCOMPARE(entries(s(dst)), (QStringList{".env", ".git", "empty", "pipe", "src"}));
-        QCOMPARE(entries(s(dst) + "/.git"), (QStringList{"HEAD", "objects"}));
-        QCOMPARE(readAll(dst + "/.git/HEAD"), QByteArray("data of proj/.git/HEAD"));
+        QCOMPARE(TestTree::entries(s(dst)), (QStringList{".env", ".git", "empty", "pipe", "src"}));
+        QCOMPARE(TestTree::entries(s(dst) + "/.git"), (QStringList{"HEAD", "objects"}));
+        QCOMPARE(TestTree::contents(dst + "/.git/HEAD"), QByteArray("data of proj/.git/HEAD"));
         QVERIFY(QFileInfo(s(dst) + "/.git/objects").isDir());
         QCOMPARE(QFileInfo(s(dst) + "/src/loop").symLinkTarget(), s(dst) + "/src");
         QCOMPARE(size, Utils::folderSize(m_tree.path() + "/proj"));
@@ -180,7 +178,7 @@ private Q_SLOTS:
         Error error;
         QVERIFY2(FileCopyHelper::copyItemsToAnotherDrive({s(src)}, s(folder + "/out"), nullptr, &error),
                  qPrintable(error.message));
-        QCOMPARE(readAll(folder + "/out/" + name), QByteArray("x"));
+        QCOMPARE(TestTree::contents(folder + "/out/" + name), QByteArray("x"));
         // A second time the name collides and gets a number, still in bytes.
         QVERIFY2(FileCopyHelper::copyItemsToAnotherDrive({s(src)}, s(folder + "/out"), nullptr, &error),
                  qPrintable(error.message));
@@ -220,8 +218,8 @@ private Q_SLOTS:
         const QByteArray b = m_tree.file("sel-b/notes.txt", "B");
         Error error;
         QVERIFY(FileCopyHelper::copyItemsToAnotherDrive({s(a), s(b)}, m_tree.path() + "/sel-out", nullptr, &error));
-        QCOMPARE(readAll(m_tree.native() + "/sel-out/notes.txt"), QByteArray("A"));
-        QCOMPARE(readAll(m_tree.native() + "/sel-out/notes 1.txt"), QByteArray("B"));
+        QCOMPARE(TestTree::contents(m_tree.native() + "/sel-out/notes.txt"), QByteArray("A"));
+        QCOMPARE(TestTree::contents(m_tree.native() + "/sel-out/notes 1.txt"), QByteArray("B"));
         QCOMPARE(m_platform.notifications.delivered.size(), 1);
         const auto &note = m_platform.notifications.delivered.first();
         QCOMPARE(note.title, QStringLiteral("2 files have been copied!"));
@@ -253,7 +251,7 @@ private Q_SLOTS:
                                                                 }, &error);
         QVERIFY(!ok);
         QCOMPARE(said(error), QStringLiteral("1001: File copyIsCanceledbyUser"));
-        QCOMPARE(entries(out), midFile ? QStringList() : QStringList{"one.txt"});
+        QCOMPARE(TestTree::entries(out), midFile ? QStringList() : QStringList{"one.txt"});
         if (midFile)
             QVERIFY(seenAtStop > 0 && seenAtStop < quint64(40 << 20));
         QCOMPARE(QFileInfo(s(one)).size(), qint64(midFile ? 40 << 20 : 1));
@@ -298,7 +296,7 @@ private Q_SLOTS:
         QVERIFY(filled);
         QVERIFY(!ok);
         QCOMPARE(said(error), said(1111, ENOSPC));
-        QCOMPARE(entries(disk.path()), QStringList{"filler"}); // nothing half-written, no temporary left
+        QCOMPARE(TestTree::entries(disk.path()), QStringList{"filler"}); // nothing half-written, no temporary left
         QCOMPARE(QFileInfo(s(src)).size(), qint64(5 << 20));
     }
     void spaceTestIsStrict()
@@ -317,7 +315,7 @@ private Q_SLOTS:
         QTest::ignoreMessage(QtWarningMsg, "NOT_ENOUGH_SPACE");
         QVERIFY(!FileCopyHelper::copyItemsToAnotherDrive({s(src)}, disk.path(), nullptr, &error));
         QCOMPARE(said(error), QStringLiteral("1002: Not enough space!"));
-        QCOMPARE(entries(disk.path()), QStringList());
+        QCOMPARE(TestTree::entries(disk.path()), QStringList());
     }
     void unreadableFileInsideAFolderStopsTheCopy()
     {
@@ -334,7 +332,7 @@ private Q_SLOTS:
         QCOMPARE(said(error), said(1111, EACCES));
         QCOMPARE(error.info.value("fileName").toString(), QStringLiteral("b-secret.txt"));
         QVERIFY(!hasTemporaryLeftovers(m_tree.path() + "/locked-out"));
-        QCOMPARE(readAll(secret), QByteArray("<unreadable>"));
+        QCOMPARE(TestTree::contents(secret), QByteArray("<unreadable>"));
     }
 
 private:

@@ -13,8 +13,6 @@
 
 namespace {
 QString s(const QByteArray &native) { return NativePath::fromNative(native); }
-QByteArray readAll(const QString &path) { return TestTree::contents(path); }
-QStringList entries(const QString &folder) { return TestTree::entries(folder); }
 } // namespace
 
 class MoveCopyTest : public QObject
@@ -52,14 +50,14 @@ private Q_SLOTS:
         QCOMPARE(m_alerts.basic.size(), 1);
         QCOMPARE(m_alerts.basic.first().first, QStringLiteral("a.txt cannot be moved or copied onto itself"));
         QCOMPARE(closed.count(), 1);
-        QCOMPARE(readAll(file), QByteArray("a"));
+        QCOMPARE(TestTree::contents(file), QByteArray("a"));
         const QString folder = s(m_tree->folder("src/outer"));
         m_tree->folder("src/outer/inner");
         for (bool copy : {false, true}) {
             m_engine->isFileOperationCopy = copy;
             QCOMPARE(m_engine->copyitemsForFileCopy({folder}, folder + "/inner", true), MoveCopyOrchestrator::Outcome::Refused);
         }
-        QCOMPARE(entries(folder + "/inner"), QStringList());
+        QCOMPARE(TestTree::entries(folder + "/inner"), QStringList());
     }
     void sameVolumeMoveRenames()
     {
@@ -67,9 +65,9 @@ private Q_SLOTS:
         const QString b = s(m_tree->folder("src/b"));
         m_tree->file("src/b/.hidden", "h");
         QCOMPARE(m_engine->copyitemsForFileCopy({a, b}, m_tree->path() + "/dest", true), MoveCopyOrchestrator::Outcome::Moved);
-        QCOMPARE(entries(m_tree->path() + "/dest"), (QStringList{"a.txt", "b"}));
-        QCOMPARE(entries(m_tree->path() + "/src"), QStringList());
-        QCOMPARE(readAll(m_tree->path() + "/dest/b/.hidden"), QByteArray("h"));
+        QCOMPARE(TestTree::entries(m_tree->path() + "/dest"), (QStringList{"a.txt", "b"}));
+        QCOMPARE(TestTree::entries(m_tree->path() + "/src"), QStringList());
+        QCOMPARE(TestTree::contents(m_tree->path() + "/dest/b/.hidden"), QByteArray("h"));
         QCOMPARE(m_platform->notifications.delivered.size(), 1);
         QCOMPARE(m_platform->notifications.delivered.first().title, QStringLiteral("2 files have been moved!"));
         QVERIFY(m_platform->notifications.delivered.first().body.endsWith(QStringLiteral("/.../dest")));
@@ -119,13 +117,13 @@ private Q_SLOTS:
         m_engine->copyitemsForFileCopy(sources, m_tree->path() + "/dest", sameVolume);
         QVERIFY(waitForJobs());
         QStringList found;
-        for (const QString &name : entries(m_tree->path() + "/dest"))
-            found.append(name + '=' + readAll(m_tree->path() + "/dest/" + name));
+        for (const QString &name : TestTree::entries(m_tree->path() + "/dest"))
+            found.append(name + '=' + TestTree::contents(m_tree->path() + "/dest/" + name));
         QCOMPARE(found, destAfter);
         QCOMPARE(m_resolver.askedAbout.size(), questions);
-        QCOMPARE(entries(m_tree->path() + "/Trash").size(), trashed);
-        for (const QString &old : entries(m_tree->path() + "/Trash"))
-            QVERIFY(readAll(m_tree->path() + "/Trash/" + old).startsWith("old"));
+        QCOMPARE(TestTree::entries(m_tree->path() + "/Trash").size(), trashed);
+        for (const QString &old : TestTree::entries(m_tree->path() + "/Trash"))
+            QVERIFY(TestTree::contents(m_tree->path() + "/Trash/" + old).startsWith("old"));
     }
     // Every item skipped starts nothing; an answer may come later.
     void answers()
@@ -136,7 +134,7 @@ private Q_SLOTS:
         QCOMPARE(m_engine->copyitemsForFileCopy({a}, m_tree->path() + "/dest", false), MoveCopyOrchestrator::Outcome::NothingToDo);
         QVERIFY(m_engine->runningJobs().isEmpty());
         QVERIFY(m_platform->notifications.delivered.isEmpty());
-        QCOMPARE(readAll(a), QByteArray("new"));
+        QCOMPARE(TestTree::contents(a), QByteArray("new"));
         // An answer that comes later: no second operation while the question is open.
         m_resolver.deferred = true;
         m_resolver.answers = {{ConflictAnswer::KeepBoth, false}};
@@ -148,7 +146,7 @@ private Q_SLOTS:
         m_resolver.answerPending();
         QCOMPARE(ended.count(), 1);
         QCOMPARE(ended.first().first().value<MoveCopyOrchestrator::Outcome>(), MoveCopyOrchestrator::Outcome::Moved);
-        QCOMPARE(entries(m_tree->path() + "/dest"), (QStringList{"a 1.txt", "a.txt"}));
+        QCOMPARE(TestTree::entries(m_tree->path() + "/dest"), (QStringList{"a 1.txt", "a.txt"}));
         QVERIFY(!m_engine->alertOrSaveOrOpenPanelIsShown);
     }
     void moveAcrossDevicesKeepsEverything()
@@ -168,10 +166,10 @@ private Q_SLOTS:
         QVERIFY(!m_observer.finished.first().has_value());
 
         const QString moved = other.path() + "/project";
-        QCOMPARE(entries(moved), (QStringList{".git", "empty", "run.sh"}));
-        QCOMPARE(readAll(moved + "/.git/config"), QByteArray("data of src/project/.git/config"));
-        QCOMPARE(readAll(other.path() + "/loose.txt"), QByteArray("data of src/loose.txt"));
-        QCOMPARE(entries(m_tree->path() + "/src"), QStringList()); // the sources went, and only now
+        QCOMPARE(TestTree::entries(moved), (QStringList{".git", "empty", "run.sh"}));
+        QCOMPARE(TestTree::contents(moved + "/.git/config"), QByteArray("data of src/project/.git/config"));
+        QCOMPARE(TestTree::contents(other.path() + "/loose.txt"), QByteArray("data of src/loose.txt"));
+        QCOMPARE(TestTree::entries(m_tree->path() + "/src"), QStringList()); // the sources went, and only now
         QVERIFY(m_engine->pathsBeingMovedToBeDeletedAfter.isEmpty());
         QCOMPARE(m_platform->notifications.delivered.last().title, QStringLiteral("2 files have been copied!"));
     }
@@ -183,8 +181,8 @@ private Q_SLOTS:
         // A move started meanwhile must not change what the copy does with its sources.
         m_engine->isFileOperationCopy = false;
         QVERIFY(waitForJobs());
-        QCOMPARE(readAll(a), QByteArray("a"));
-        QCOMPARE(readAll(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
+        QCOMPARE(TestTree::contents(a), QByteArray("a"));
+        QCOMPARE(TestTree::contents(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
     }
     // A cancelled move across devices keeps every source; an item it was to replace stays too, since
     // the answer itself removes nothing.
@@ -208,10 +206,10 @@ private Q_SLOTS:
         QVERIFY(waitForJobs());
         QCOMPARE(m_observer.finished.last()->code, 1001);
         QCOMPARE(QFileInfo(big).size(), qint64(64 << 20));
-        QCOMPARE(readAll(small), QByteArray("s"));
-        QCOMPARE(readAll(dest + "/big.bin"), replacing ? QByteArray("old") : QByteArray("<unreadable>"));
-        QCOMPARE(entries(m_tree->path() + "/Trash"), QStringList());
-        for (const QString &name : entries(dest))
+        QCOMPARE(TestTree::contents(small), QByteArray("s"));
+        QCOMPARE(TestTree::contents(dest + "/big.bin"), replacing ? QByteArray("old") : QByteArray("<unreadable>"));
+        QCOMPARE(TestTree::entries(m_tree->path() + "/Trash"), QStringList());
+        for (const QString &name : TestTree::entries(dest))
             QVERIFY2(!name.startsWith(".qd-"), qPrintable(name));
     }
     void runningJobGuards()
@@ -238,8 +236,8 @@ private Q_SLOTS:
         m_observer.onFinished = [&](const FileCopyParamsPtr &) { sourceThereAtEnd.append(QFileInfo::exists(a)); };
         QVERIFY(waitForJobs());
         QCOMPARE(sourceThereAtEnd, (QList<bool>{true, false}));
-        QCOMPARE(readAll(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
-        QCOMPARE(readAll(m_tree->path() + "/dest2/a.txt"), QByteArray("a"));
+        QCOMPARE(TestTree::contents(m_tree->path() + "/dest/a.txt"), QByteArray("a"));
+        QCOMPARE(TestTree::contents(m_tree->path() + "/dest2/a.txt"), QByteArray("a"));
     }
     void failedMoveKeepsSources()
     {
