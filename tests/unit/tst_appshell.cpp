@@ -2,8 +2,8 @@
 // termination signals, its notification center and texts; the per-user file-manager entries; desktop
 // files matched to window classes, the exclusion list's file, and the hot key as an X11 grab.
 #include "TestRows.h"
-#include "TestTree.h"
 #include "TestSupport.h"
+#include "TestTree.h"
 #include "core/NotificationCenter.h"
 #include "core/fs/NativePath.h"
 #include "core/panels/PanelCatalog.h"

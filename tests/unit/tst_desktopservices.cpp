@@ -13,8 +13,8 @@
 #include "utils/Utils.h"
 
 #include "ImageFixtures.h"
-#include "TestTree.h"
 #include "TestSupport.h"
+#include "TestTree.h"
 
 #include <QDBusConnection>
 #include <QDBusMetaType>

@@ -1,5 +1,5 @@
-#include "TestTree.h"
 #include "TestSupport.h"
+#include "TestTree.h"
 #include "ScratchMount.h"
 #include "core/fs/FsCalls.h"
 #include "core/fs/NativePath.h"

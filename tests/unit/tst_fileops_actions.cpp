@@ -2,8 +2,8 @@
 
 #include "ScratchMount.h"
 #include "TestRows.h"
-#include "TestTree.h"
 #include "TestSupport.h"
+#include "TestTree.h"
 #include "core/fs/PathParts.h"
 #include "fileops/actions/BatchRename.h"
 #include "fileops/actions/Gather.h"

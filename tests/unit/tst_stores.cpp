@@ -1,8 +1,8 @@
 // What the program keeps on disk: property lists in Apple's form, the settings with their first
 // reads and defaults, and the ledger of time saved with its weeks, damaged files read as empty and
 // left alone; and the private temporary folder, emptied without following a link out of it.
-#include "TestTree.h"
 #include "TestSupport.h"
+#include "TestTree.h"
 #include "core/ledger/TimeSavedLedger.h"
 #include "core/plist/Plist.h"
 #include "core/settings/SettingsKeys.h"

@@ -2,8 +2,8 @@
 
 #include "ScratchMount.h"
 #include "TestRows.h"
-#include "TestTree.h"
 #include "TestSupport.h"
+#include "TestTree.h"
 #include "fileops/zip/Deflater.h"
 #include "fileops/zip/ZipJob.h"
 #include "platform/fake/FakePlatform.h"
