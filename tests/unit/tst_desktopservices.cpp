@@ -169,9 +169,8 @@ private Q_SLOTS:
         m_plasma = new PlasmaShell;
         m_portal = new WallpaperPortal;
         m_daemon = new FakeKGlobalAccel;
-        m_plasma->moveToThread(&m_serviceThread);
-        m_portal->moveToThread(&m_serviceThread);
-        m_daemon->moveToThread(&m_serviceThread);
+        for (QObject *service : std::initializer_list<QObject *>{m_plasma, m_portal, m_daemon})
+            service->moveToThread(&m_serviceThread);
         m_serviceThread.start();
         QVERIFY(m_services.registerObject(QStringLiteral("/kglobalaccel"), m_daemon, QDBusConnection::ExportAllSlots));
         QVERIFY(m_services.registerObject(QStringLiteral("/component/quaydrop"), &m_component, QDBusConnection::ExportAllSignals));
@@ -187,9 +186,7 @@ private Q_SLOTS:
     {
         m_serviceThread.quit();
         m_serviceThread.wait();
-        delete m_plasma;
-        delete m_portal;
-        delete m_daemon;
+        qDeleteAll(std::initializer_list<QObject *>{m_plasma, m_portal, m_daemon});
     }
     void init()
     {

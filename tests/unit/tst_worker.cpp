@@ -51,6 +51,8 @@ QByteArray markedPng(const char *marker)
 
 } // namespace
 
+Q_DECLARE_METATYPE(WorkerLimits)
+
 class WorkerTest : public QObject
 {
     Q_OBJECT
@@ -131,36 +133,29 @@ private Q_SLOTS:
     void aBadItemFailsAloneAndTheBatchGoesOn_data()
     {
         QTest::addColumn<bool>("testWorker");
-        QTest::addColumn<qint64>("memoryBytes"); // 0: no limit of the test's own
-        QTest::addColumn<int>("seconds"); // per item, 0: the usual limit
+        QTest::addColumn<WorkerLimits>("limits");
         QTest::addColumn<QString>("name");
         QTest::addColumn<QByteArray>("content");
         QTest::addColumn<QString>("expected"); // in the failure, after the file's path
-        QTest::newRow("the worker crashes") << true << qint64(0) << 0 << "b.png" << markedPng("QUAYDROP-TEST-ABORT")
+        QTest::newRow("the worker crashes") << true << WorkerLimits{} << "b.png" << markedPng("QUAYDROP-TEST-ABORT")
                                             << "could not be read: the decoder stopped";
-        QTest::newRow("a hanging worker is killed at the time limit")
-            << true << qint64(0) << 1 << "hang.png" << markedPng("QUAYDROP-TEST-HANG") << "took longer than 1 seconds";
+        QTest::newRow("a hanging worker is killed at the time limit") << true << WorkerLimits{.secondsPerItem = 1} << "hang.png"
+                                                                      << markedPng("QUAYDROP-TEST-HANG") << "took longer than 1 seconds";
         // A photo turned by its EXIF tag is decoded whole: 12,000 x 12,000 pixels need 432 MB, from a file
         // of a few hundred kilobytes.
         VipsSupport::ensureStarted();
         const QByteArray black = VipsSupport::takeBlob(vips::VImage::black(12000, 12000, vips::VImage::option()->set("bands", 3))
                                                             .jpegsave_buffer(vips::VImage::option()->set("Q", 50)));
-        QTest::newRow("a bomb within the memory limit") << false << (qint64(256) << 20) << 0 << "bomb.jpg"
+        QTest::newRow("a bomb within the memory limit") << false << WorkerLimits{.memoryBytes = qint64(256) << 20} << "bomb.jpg"
                                                         << ImageFixtures::withOrientation(black, 6) << "";
     }
     void aBadItemFailsAloneAndTheBatchGoesOn()
     {
         QFETCH(bool, testWorker);
-        QFETCH(qint64, memoryBytes);
-        QFETCH(int, seconds);
+        QFETCH(WorkerLimits, limits);
         QFETCH(QString, name);
         QFETCH(QByteArray, content);
         QFETCH(QString, expected);
-        WorkerLimits limits;
-        if (memoryBytes)
-            limits.memoryBytes = memoryBytes;
-        if (seconds)
-            limits.secondsPerItem = seconds;
         useWorker(testWorker ? kTestWorker : kRealWorker, limits);
         TestTree tree;
         const QString bad = tree.at(name);
