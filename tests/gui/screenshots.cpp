@@ -34,7 +34,6 @@
 #include "menubar/tutorial/QDIntroSlides.h"
 
 #include <QCheckBox>
-#include <QElapsedTimer>
 #include <QLineEdit>
 #include <QPainter>
 #include <QPushButton>
@@ -44,15 +43,6 @@
 #include <QWidget>
 
 namespace {
-
-// Time for the event loop to settle.
-void settle(int ms = 150)
-{
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms)
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-}
 
 // The folder and language from the command line, and a window or an area of the screen saved as PNG.
 struct Shots
@@ -71,32 +61,23 @@ struct Shots
     QString file(const QString &name) const { return out + QLatin1Char('/') + name + suffix + QStringLiteral(".png"); }
     void save(QWidget *w, const QString &name, int wait = 150) const
     {
-        settle(wait);
+        QTest::qWait(wait);
         w->grab().save(file(name));
     }
     // What the screen shows over a window and the popups beside it.
     void saveScreenArea(const QRect &area, const QString &name) const
     {
-        settle(300);
+        QTest::qWait(300);
         QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height()).save(file(name));
     }
 };
 
+// A dark theme: Qt derives the palette's other colours from the button's and the window's.
 QPalette darkPalette()
 {
-    QPalette p;
-    p.setColor(QPalette::Window, QColor(45, 45, 48));
-    p.setColor(QPalette::WindowText, QColor(230, 230, 230));
-    p.setColor(QPalette::Base, QColor(30, 30, 32));
-    p.setColor(QPalette::Text, QColor(230, 230, 230));
-    p.setColor(QPalette::Button, QColor(60, 60, 64));
-    p.setColor(QPalette::ButtonText, QColor(230, 230, 230));
-    p.setColor(QPalette::Highlight, QColor(90, 150, 240));
-    p.setColor(QPalette::HighlightedText, Qt::white);
-    p.setColor(QPalette::PlaceholderText, QColor(160, 160, 160));
-    p.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(120, 120, 120));
-    p.setColor(QPalette::Disabled, QPalette::WindowText, QColor(120, 120, 120));
-    return p;
+    QPalette dark(QColor(60, 60, 64), QColor(45, 45, 48));
+    dark.setColor(QPalette::Base, QColor(30, 30, 32));
+    return dark;
 }
 
 // The harbour scenery, in a tint of its own for each seed.
@@ -138,7 +119,7 @@ void windowPictures(Shots shots)
     auto dropData = [&](const QMimeData &data, const QString &name = {}) {
         delegate.showDropTargetAt(QPointF(300, 500));
         delegate.mycustomviewDidGetDrop(&data);
-        settle(400);
+        QTest::qWait(400);
         if (!name.isEmpty())
             shots.save(delegate.window, name);
     };
@@ -193,7 +174,7 @@ void windowPictures(Shots shots)
     auto overlayOn = [&](const QStringList &paths, const QString &panelButton, const QString &name = {}) {
         drop(paths);
         delegate.window->contentView()->findChild<ActionButton *>(panelButton)->click();
-        settle(300);
+        QTest::qWait(300);
         if (!name.isEmpty())
             shots.save(delegate.window, name);
     };
@@ -259,7 +240,7 @@ void windowPictures(Shots shots)
         auto pickerFor = [&](const QString &dropped) {
             drop({dropped});
             delegate.moveToBtnAction();
-            settle(200);
+            QTest::qWait(200);
         };
         // A PDF of Documents: its own folder is grey.
         pickerFor(home + QStringLiteral("/Documents/Offer.pdf"));
@@ -307,10 +288,10 @@ void windowPictures(Shots shots)
     Utils::updateExlAppsPlistWithBundleId(QStringLiteral("org.kde.krita"), false);
     ExclusionListWC exclusions(DesktopEntries::load({w + QStringLiteral("/apps")}));
     exclusions.show();
-    settle(100);
+    QTest::qWait(100);
     shots.save(&exclusions, QStringLiteral("exclusion-list"));
     exclusions.chooseApplication();
-    settle(100);
+    QTest::qWait(100);
     shots.save(exclusions.picker(), QStringLiteral("exclusion-list-picker"));
     exclusions.picker()->reject();
 
@@ -319,20 +300,20 @@ void windowPictures(Shots shots)
     auto panelShot = [&](const QString &name) {
         CCNStatusItemWindowController *tray = delegate.statusItem()->windowController();
         tray->showStatusItemWindow(QRect(1180, 0, 24, 24), QRect(0, 0, 1280, 800));
-        settle(400);
+        QTest::qWait(400);
         shots.save(tray->window(), name);
         tray->dismissStatusItemWindow();
-        settle(400);
+        QTest::qWait(400);
     };
     panelShot(QStringLiteral("options-panel"));
     // Without a tray the options are a normal window, in the theme's colours.
     auto windowShot = [&](const QString &name) {
         CCNStatusItemWindowController *tray = delegate.statusItem()->windowController();
         tray->showAsNormalWindow();
-        settle(300);
+        QTest::qWait(300);
         shots.save(tray->window(), name);
         QTest::keyClick(tray->window(), Qt::Key_Escape);
-        settle(200);
+        QTest::qWait(200);
     };
     windowShot(QStringLiteral("options-window-no-tray"));
     // A result told without a notification server, under the tray icon.
@@ -347,7 +328,7 @@ void windowPictures(Shots shots)
     shots.save(&slides, QStringLiteral("intro-slides"));
     slides.sliderView->transitionAnimationDuration = 0;
     slides.sliderView->displaySlideAtIndex(2);
-    settle(200);
+    QTest::qWait(200);
     shots.save(&slides, QStringLiteral("intro-slides-actions"));
     slides.close();
 
@@ -374,7 +355,7 @@ void windowPictures(Shots shots)
     // In German: a panel, the small targets and the resize overlay, with their longest words.
     if (Texts::language() != u"de") {
         Texts::setLanguage(QStringLiteral("de"));
-        settle(100);
+        QTest::qWait(100);
         drop({harbour, notes, projects}, QStringLiteral("panel-several-files-de"));
         drop({harbour}, QStringLiteral("panel-image-de"));
         delegate.showDropTargetAt(QPointF(300, 500));
@@ -425,7 +406,7 @@ void imagePictures(const Shots &shots)
     Utils::saveChangesToWPPlist(photos.at(0), photos.at(8), photos.at(3));
     delegate->showDropTargetAt(QPointF(300, 500));
     dropPaths(*delegate, {photos.at(10)});
-    settle(400);
+    QTest::qWait(400);
     panelButton(*delegate, QStringLiteral("deskPbtn"))->click();
     shots.save(delegate->window, QStringLiteral("overlay-wallpaper"), 1500);
     delegate->orderOutTheWindow();
@@ -436,7 +417,7 @@ void imagePictures(const Shots &shots)
 
     CropImgWC editor;
     EditorWindowFixtures::openAndWait(editor, harbour);
-    settle(400);
+    QTest::qWait(400);
     // Crop mode: the frame pulled in from two corners.
     const QRectF fitted = editor.imgCropView->frameYUp();
     editor.imgCropView->setFrameYUp(fitted.adjusted(fitted.width() * 0.12, fitted.height() * 0.1, -fitted.width() * 0.2, -fitted.height() * 0.15));
@@ -445,7 +426,7 @@ void imagePictures(const Shots &shots)
 
     // Paint mode with a few strokes.
     editor.setPaintMode(true);
-    settle(100);
+    QTest::qWait(100);
     editor.colorChanged(QColor(230, 40, 40));
     editor.brushSizeChanged(9);
     EditorWindowFixtures::stroke(editor.paintView, {{0.2, 0.3}, {0.25, 0.26}, {0.32, 0.24}, {0.4, 0.25}, {0.46, 0.3}, {0.44, 0.37}, {0.36, 0.4}, {0.26, 0.39}, {0.2, 0.34}, {0.21, 0.3}});
@@ -457,7 +438,7 @@ void imagePictures(const Shots &shots)
     // The resize popover under its button.
     editor.setPaintMode(false);
     editor.showResizePopOver();
-    settle(200);
+    QTest::qWait(200);
     editor.resizeimgPopover->resizeWTxtFld->setText(QStringLiteral("1200"));
     editor.controlTextDidChange(editor.resizeimgPopover->resizeWTxtFld);
     const QRect area = editor.frameGeometry().united(editor.resizeimgPopover->frameGeometry());
@@ -465,7 +446,7 @@ void imagePictures(const Shots &shots)
     editor.resizeimgPopover->hide();
 
     QApplication::setPalette(darkPalette());
-    settle(200);
+    QTest::qWait(200);
     editor.setPaintMode(true);
     shots.save(&editor, QStringLiteral("editor-paint-dark"));
 }
