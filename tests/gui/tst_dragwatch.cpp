@@ -238,7 +238,7 @@ private Q_SLOTS:
         QCOMPARE(f.fakes->drag.asked, 1);
     }
 
-    void aDragStartedAtThePressWaitsForItsFirstMotion()
+    void aDragStartedAtThePressWaitsForItsFirstMotionAndRaisesOnce()
     {
         f.fakes->pointer.held = PointerDrag{true, QPointF(400, 300), 0, 0};
         f.fakes->drag.startDrag({"text/plain"});
@@ -246,12 +246,7 @@ private Q_SLOTS:
         f.fakes->pointer.drag(QPointF(400, 304), 0, 4);
         QVERIFY(f.app->windowIsVsbl());
         QVERIFY(f.app->window->frameYUp().y() > DropWindow::primaryScreenHeight() - 304); // above: it goes down
-    }
-
-    void oneRaisePerDragAndADragElsewhereDismissesAPanel()
-    {
-        drag({"text/plain"});
-        QVERIFY(f.app->windowIsVsbl());
+        // One raise for each drag.
         f.app->orderOutTheWindow();
         f.fakes->pointer.drag(QPointF(420, 300), 3, 4); // the same drag goes on
         QVERIFY(!f.app->windowIsVsbl());

@@ -210,7 +210,7 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(QDir::currentPath()).isDir());
     }
 
-    void quickMoveShowsThePickerAlone()
+    void smallTargetsTakeFilesAndQuickMoveShowsThePickerAlone()
     {
         QMimeData data;
         data.setUrls({QUrl::fromLocalFile(file(QStringLiteral("move-me.txt")))});
@@ -221,6 +221,18 @@ private Q_SLOTS:
         QVERIFY(f.app->moveFileVC->goBackBtn->isHidden());
         QCOMPARE(f.app->window->frameYUp().size(), QSizeF(210, 300));
         QCOMPARE(f.app->moveFileVC->destParentFldrPath(), f.app->filePathsArr.first());
+        f.app->showDropTargetAt(QPointF(300, 300));
+        // A lone volume is refused by the small target and by the window's own around it.
+        QMimeData volume;
+        volume.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
+        QVERIFY(!dropOn(f.app->dropFilesHereView->createAliasDropView, &volume));
+        QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView);
+        // Text let go over a small target is the window's: its panel, no picker, no alias.
+        QMimeData text;
+        text.setText(QStringLiteral("words"));
+        QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &text));
+        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelString)));
+        QVERIFY(!f.app->dropFilesHereView->dropQuickMoveView->isHovered());
     }
 
     void aliasesAreLinksBesideTheFiles()
@@ -272,21 +284,6 @@ private Q_SLOTS:
         QCoreApplication::processEvents();
         QCOMPARE(quickMove->labelTextFld->text(), QStringLiteral("Verschieben"));
         Texts::setLanguage(QStringLiteral("en"));
-    }
-
-    void dropViewsTakeFilesOnly()
-    {
-        // A lone volume is refused by the small target and by the window's own around it.
-        QMimeData volume;
-        volume.setUrls({QUrl::fromLocalFile(QStringLiteral("/media/someone/STICK"))});
-        QVERIFY(!dropOn(f.app->dropFilesHereView->createAliasDropView, &volume));
-        QCOMPARE(f.app->window->contentView(), f.app->dropFilesHereView);
-        // Text let go over a small target is the window's: its panel, no picker, no alias.
-        QMimeData text;
-        text.setText(QStringLiteral("words"));
-        QVERIFY(dropOn(f.app->dropFilesHereView->dropQuickMoveView, &text));
-        QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->panelView(DropPanelString)));
-        QVERIFY(!f.app->dropFilesHereView->dropQuickMoveView->isHovered());
     }
 
 private:
