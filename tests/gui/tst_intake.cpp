@@ -168,7 +168,7 @@ private Q_SLOTS:
             QCOMPARE(f.bytesOf(f.app->filePathsArr.first()), pngBytes());
     }
 
-    void aPromiseThatNeverCompletesWaitsForCancel()
+    void whatCannotFinishWaitsForCancel()
     {
         f.fakes->promisedFiles.names = {QStringLiteral("never.txt")};
         f.fakes->promisedFiles.writeAfterMs = -1;
@@ -191,16 +191,13 @@ private Q_SLOTS:
         QTest::qWait(300);
         QVERIFY(!f.app->oneofThePanelsIsShown);
         QDir(folder).removeRecursively();
-    }
-
-    void aDropOfNothingShownIsLeftByCancel()
-    {
         // Image data of a kind the window does not keep: the busy view stays, and the cancel is the way
         // out. It removes nothing, as no promised folder was made.
+        f.app->showDropTargetAt(QPointF(300, 300));
         const QString kept = file(QStringLiteral("kept.txt"));
-        QMimeData data;
-        data.setData(QStringLiteral("image/x-exotic"), "??");
-        QVERIFY(dropOn(f.app->dropFilesHereView, &data));
+        QMimeData exotic;
+        exotic.setData(QStringLiteral("image/x-exotic"), "??");
+        QVERIFY(dropOn(f.app->dropFilesHereView, &exotic));
         QVERIFY(f.app->emptyContviewIsShown);
         QVERIFY(f.app->filePathsArr.isEmpty());
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^error deleting TempDir for promised files")));
