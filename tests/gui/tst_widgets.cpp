@@ -247,7 +247,9 @@ private Q_SLOTS:
         QVERIFY(s.overlay.showInWindow(&s.window).ok());
         QVERIFY(s.overlay.showInWindow(&s.window).ok());
         QCOMPARE(s.overlayViews(), 1);
+        QCOMPARE(s.window.minimumSize(), s.window.maximumSize()); // no resizing while shown
         s.overlay.performClose();
+        QCOMPARE(s.window.maximumSize(), QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)); // resizable again, as it was
         QCOMPARE(s.delegate.calls, QStringList({"willShow", "didShow", "shouldClose", "willClose", "didClose"}));
         QVERIFY(!s.overlay.isShown());
         QCOMPARE(s.content->parent(), nullptr); // the controller is kept for its next showing
@@ -291,36 +293,18 @@ private Q_SLOTS:
         QCOMPARE(s.delegate.calls.contains("shouldClose"), closeOnBackground && hit == background);
     }
 
-    void parentResizableOnlyAgainIfItWas_data()
-    {
-        QTest::addColumn<bool>("resizable");
-        QTest::newRow("resizable") << true;
-        QTest::newRow("fixed") << false;
-    }
-
-    void parentResizableOnlyAgainIfItWas()
-    {
-        QFETCH(bool, resizable);
-        Shown s;
-        if (!resizable)
-            s.window.setFixedSize(300, 200);
-        const QSize min = s.window.minimumSize(), max = s.window.maximumSize();
-        s.overlay.showInWindow(&s.window);
-        QCOMPARE(s.window.minimumSize(), s.window.maximumSize()); // no resizing while shown
-        s.overlay.close();
-        QCOMPARE(s.window.minimumSize(), min);
-        QCOMPARE(s.window.maximumSize(), max);
-    }
-
-    void animatedCloseEndsHidden()
+    void animatedCloseEndsHiddenAndAFixedWindowStaysFixed()
     {
         Shown s(true);
+        s.window.setFixedSize(300, 200); // not resizable: not made so by the overlay either
         s.overlay.animationDirection = 3;
         s.overlay.showInWindow(&s.window);
         QTRY_VERIFY(s.delegate.calls.contains("didShow"));
         s.overlay.close();
         QTRY_VERIFY(!s.overlay.isShown());
         QCOMPARE(s.delegate.calls.last(), QStringLiteral("didClose"));
+        QCOMPARE(s.window.minimumSize(), QSize(300, 200));
+        QCOMPARE(s.window.maximumSize(), QSize(300, 200));
     }
 };
 
