@@ -132,8 +132,21 @@ private Q_SLOTS:
         QCOMPARE(view->wordsCountLbl->text(), QStringLiteral("2"));
     }
 
+    void windowStatesFollowTheTable_data()
+    {
+        // The busy view: a spinner up to a maximum of one, a bar beyond; its cancel when asked for.
+        QTest::addColumn<double>("maximum");
+        QTest::addColumn<bool>("cancellable");
+        QTest::newRow("no maximum: spins") << 0.0 << false;
+        QTest::newRow("exactly one: spins") << 1.0 << false;
+        QTest::newRow("two: a bar") << 2.0 << false;
+        QTest::newRow("ten: a bar with its cancel") << 10.0 << true;
+    }
+
     void windowStatesFollowTheTable()
     {
+        QFETCH(double, maximum);
+        QFETCH(bool, cancellable);
         auto state = [this] {
             if (!f.app->windowIsVsbl())
                 return QStringLiteral("Hidden");
@@ -145,15 +158,17 @@ private Q_SLOTS:
         };
         QCOMPARE(state(), QStringLiteral("DropTarget"));
         QVERIFY(!f.app->window->takesFocus()); // waiting for a drop never takes the focus
-        f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 1.0, 10, true);
+        f.app->showProcessingProgressLabelTxt(QStringLiteral("Loading"), 0.8, maximum, cancellable);
         QCOMPARE(state(), QStringLiteral("Busy"));
         // A second call while busy changes nothing: the text, the progress, the bar and its cancel stay.
         f.app->emptyContview->incrementBy(3);
-        f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 0.8, 0, false);
+        f.app->showProcessingProgressLabelTxt(QStringLiteral("second"), 1.0, maximum > 1 ? 0 : 10, !cancellable);
         QCOMPARE(f.app->emptyContview->emptyContviewLbl->text(), QStringLiteral("Loading"));
         QCOMPARE(f.app->emptyContview->value(), 3.0);
-        QVERIFY(f.app->emptyContview->isBar());
-        QVERIFY(!f.app->emptyContview->cancelProgressBtn->isHidden() && f.app->emptyContview->cancelProgressBtn->isEnabled());
+        QCOMPARE(f.app->emptyContview->isBar(), maximum > 1);
+        QCOMPARE(f.app->emptyContview->isSpinning(), maximum <= 1);
+        QCOMPARE(f.app->emptyContview->alpha(), 0.8);
+        QCOMPARE(!f.app->emptyContview->cancelProgressBtn->isHidden() && f.app->emptyContview->cancelProgressBtn->isEnabled(), cancellable);
         f.app->filePathsArr = {f.file(QStringLiteral("f.bin"))};
         f.app->showPanelWithIndex(DropPanelDefault);
         QCOMPARE(state(), QStringLiteral("Panel"));
@@ -171,26 +186,6 @@ private Q_SLOTS:
         f.app->showDropTargetAt(QPointF(400, 300));
         QCOMPARE(state(), QStringLiteral("DropTarget"));
         QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
-    }
-
-    void busyViewSpinsUpToOne_data()
-    {
-        QTest::addColumn<double>("maximum");
-        QTest::addColumn<bool>("spins");
-        QTest::newRow("none") << 0.0 << true;
-        QTest::newRow("exactly one") << 1.0 << true;
-        QTest::newRow("two") << 2.0 << false;
-    }
-
-    void busyViewSpinsUpToOne()
-    {
-        QFETCH(double, maximum);
-        QFETCH(bool, spins);
-        f.app->showProcessingProgressLabelTxt(QStringLiteral("Resizing"), 0.8, maximum, false);
-        QCOMPARE(f.app->emptyContview->isSpinning(), spins);
-        QCOMPARE(f.app->emptyContview->isBar(), !spins);
-        QVERIFY(f.app->emptyContview->cancelProgressBtn->isHidden());
-        QCOMPARE(f.app->emptyContview->alpha(), 0.8);
     }
 
     void sizeAndPathButtons()
