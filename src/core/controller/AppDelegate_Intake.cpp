@@ -48,6 +48,9 @@ void AppDelegate::startDropIntake(const QStringList &paths)
     filePathsArr.clear();
     droppedImageFromOtherApp = false;
     libraryFolderFile = false;
+    // The images of an earlier drop are not this one's, also when the window stayed up in between.
+    imgsOnlyPathsArr.clear();
+    multiFilesActionPanelShown = false;
 }
 
 bool AppDelegate::takePromisedFiles(const QStringList &promisedPaths, bool quickMoveAction)
