@@ -4,7 +4,6 @@
 # below open the quick-move picker and make aliases.
 source "$(dirname "$0")/lib.sh"
 e2e_begin "$@"
-command -v xdotool >/dev/null || fail "xdotool is missing (scripts/install-deps.sh installs it)"
 screen_h=$(xdpyinfo | awk '/dimensions:/ {split($2, d, "x"); print d[2]}')
 
 files="$E2E_HOME/files"

@@ -5,7 +5,6 @@
 source "$(dirname "$0")/lib.sh"
 e2e_begin "$@"
 command -v trayer >/dev/null || fail "trayer is missing (scripts/install-deps.sh installs it)"
-command -v xdotool >/dev/null || fail "xdotool is missing (scripts/install-deps.sh installs it)"
 trayer --edge top --align right --widthtype pixel --width 100 --heighttype pixel --height 26 \
   --SetDockType false --SetPartialStrut false --expand false 2>/dev/null &
 also=$!

@@ -188,28 +188,6 @@ private Q_SLOTS:
         QCOMPARE(f.app->window->contentView(), static_cast<QWidget *>(f.app->dropFilesHereView));
     }
 
-    void sizeAndPathButtons()
-    {
-        const QString file = f.file(QStringLiteral("path me.txt"), QByteArray(9000, 'q'));
-        f.drop({file});
-        // The size button is filled in the background.
-        ActionButton *size = current()->button(QStringLiteral("sizeDocPanelBtn"));
-        QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
-        QVERIFY(!size->isBusy());
-        ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
-        QCOMPARE(path->text(), Texts::localized("/path"));
-        path->setFocus();
-        QTest::keyClick(f.app->window, Qt::Key_Return); // Return presses the button that has the focus
-        QTRY_COMPARE(QGuiApplication::clipboard()->text(), file);
-        QCOMPARE(path->text(), QStringLiteral("Copied!"));
-        QTRY_COMPARE_WITH_TIMEOUT(path->text(), Texts::localized("/path"), 2000);
-        // A window that closed meanwhile keeps the copied title: nothing touches a hidden panel.
-        path->click();
-        f.app->orderOutTheWindow();
-        QTest::qWait(700);
-        QCOMPARE(path->text(), QStringLiteral("Copied!"));
-    }
-
     void dpiFieldIsResetOutsideItsRange_data()
     {
         QTest::addColumn<QString>("typed");
@@ -289,14 +267,31 @@ private Q_SLOTS:
         QCOMPARE(f.fakes->workspace.opened.size(), 1); // neither a click nor its button
     }
 
-    void keysCloseAndPress()
+    void sizeAndPathButtonsAndKeys()
     {
-        const QString notes = f.file(QStringLiteral("keys.txt"));
-        f.drop({notes});
+        const QString file = f.file(QStringLiteral("path me.txt"), QByteArray(9000, 'q'));
+        f.drop({file});
+        // The size button is filled in the background.
+        ActionButton *size = current()->button(QStringLiteral("sizeDocPanelBtn"));
+        QTRY_COMPARE(size->text(), Utils::getTheSizeOfItemsInArr({file}));
+        QVERIFY(!size->isBusy());
+        ActionButton *path = current()->button(QStringLiteral("getPathDocBtn"));
+        QCOMPARE(path->text(), Texts::localized("/path"));
+        path->setFocus();
+        QTest::keyClick(f.app->window, Qt::Key_Return); // Return presses the button that has the focus
+        QTRY_COMPARE(QGuiApplication::clipboard()->text(), file);
+        QCOMPARE(path->text(), QStringLiteral("Copied!"));
+        QTRY_COMPARE_WITH_TIMEOUT(path->text(), Texts::localized("/path"), 2000);
+        // A window that closed meanwhile keeps the copied title: nothing touches a hidden panel.
+        path->click();
+        f.app->orderOutTheWindow();
+        QTest::qWait(700);
+        QCOMPARE(path->text(), QStringLiteral("Copied!"));
+        f.drop({file});
         // In an overlay Return presses its default button; Escape closes the overlay, then the window.
         qint64 tag = -1;
         f.app->renameFlsVC->setRenameCompletion([&](qint64 t, QString, QString, QString, QString) { tag = t; });
-        f.app->renameFlsVC->destPathForRename = QFileInfo(notes).absolutePath();
+        f.app->renameFlsVC->destPathForRename = QFileInfo(file).absolutePath();
         f.app->showOverlayPanel(f.app->renameFlsVC);
         f.app->renameFlsVC->renameNameTF->setFocus();
         QTest::keyClicks(f.app->renameFlsVC->renameNameTF, QStringLiteral("x"));

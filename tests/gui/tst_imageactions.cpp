@@ -84,24 +84,7 @@ private Q_SLOTS:
         QCOMPARE(vc->heightTextField->text(), QStringLiteral("750"));
     }
 
-    void severalImagesTakeOneSideOnly()
-    {
-        QVERIFY(f.dropAndPress({image(QStringLiteral("w.png"), 100, 50), image(QStringLiteral("t.png"), 50, 100)},
-                               QStringLiteral("multiResizeImg")));
-        ImgResizeOverlayVC *vc = f.app->imgResizeVC;
-        QVERIFY(vc->multiFilesMode());
-        QCOMPARE(vc->widthTextField->text(), QString());
-        QVERIFY(!vc->cropRotateBtn->isEnabled());
-        QTest::keyClicks(vc->heightTextField, QStringLiteral("9"));
-        QTest::keyClicks(vc->widthTextField, QStringLiteral("20"));
-        QCOMPARE(vc->heightTextField->text(), QString());
-        vc->doneBtn->click();
-        QVERIFY(f.notified(1));
-        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("w_20x10.png"))), QStringLiteral("20x10"));
-        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("t_20x40.png"))), QStringLiteral("20x40"));
-    }
-
-    void nothingToDoWritesNothing()
+    void nothingToDoWritesNothingAndSeveralImagesTakeOneSide()
     {
         // The size left as it is: closed, nothing credited.
         QVERIFY(f.dropAndPress({image(QStringLiteral("same.png"), 40, 20)}, QStringLiteral("resizeImgBtn")));
@@ -122,6 +105,19 @@ private Q_SLOTS:
         QTest::qWait(300);
         QVERIFY(f.fakes->notifications.delivered.isEmpty());
         QCOMPARE(QDir(f.dir.path()).entryList(QDir::Files).size(), 1);
+        // Several images take one side only: the other is left empty, each picture keeps its proportions.
+        QVERIFY(f.dropAndPress({image(QStringLiteral("w.png"), 100, 50), image(QStringLiteral("t.png"), 50, 100)},
+                               QStringLiteral("multiResizeImg")));
+        QVERIFY(vc->multiFilesMode());
+        QCOMPARE(vc->widthTextField->text(), QString());
+        QVERIFY(!vc->cropRotateBtn->isEnabled());
+        QTest::keyClicks(vc->heightTextField, QStringLiteral("9"));
+        QTest::keyClicks(vc->widthTextField, QStringLiteral("20"));
+        QCOMPARE(vc->heightTextField->text(), QString());
+        vc->doneBtn->click();
+        QVERIFY(f.notified(1));
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("w_20x10.png"))), QStringLiteral("20x10"));
+        QCOMPARE(Utils::getImageDimensionsAsStringImgPath(f.path(QStringLiteral("t_20x40.png"))), QStringLiteral("20x40"));
     }
 
     void resizeWritesBesideTheSourceOrToAStoredDestination()
@@ -182,7 +178,7 @@ private Q_SLOTS:
         QVERIFY(!QFileInfo::exists(f.path(QStringLiteral("o_10x10.png"))));
     }
 
-    void convertingSeveralImages()
+    void convertingSeveralImagesAndOne()
     {
         // One of them damaged behind a good header: it fails alone, named with its reason.
         const QString bad = f.file(QStringLiteral("worn.png"), ImageFixtures::damagedPng(ImageFixtures::picture(100, 100)));
@@ -206,12 +202,8 @@ private Q_SLOTS:
         QVERIFY(f.notified(2));
         QCOMPARE(f.fakes->notifications.delivered.last().userInfo.value(QStringLiteral("filePaths")).toStringList(),
                  QStringList{f.path(QStringLiteral("one.pdf"))});
-    }
-
-    void sliderSnapsInTheOverlay()
-    {
+        // One image: nothing to merge; the slider snaps in steps, and the overlay hands on its factor.
         QVERIFY(f.dropAndPress({image(QStringLiteral("s.png"), 10, 10)}, QStringLiteral("revealImginFinderBtn")));
-        ImgConvertOverlayVC *vc = f.app->imgConvrtVC;
         QVERIFY(f.app->isModalOverlayVisible());
         QVERIFY(!vc->mergeToPDFCheck->isEnabled()); // one image: nothing to merge
         vc->compressFactorSlider->setValue(37);

@@ -81,7 +81,7 @@ private Q_SLOTS:
         Texts::setLanguage(QStringLiteral("en"));
     }
 
-    void summonBoxesExcludeEachOther_data()
+    void summonBoxesExcludeEachOtherAndTheKeyIsRecorded_data()
     {
         QTest::addColumn<QString>("box");
         QTest::addColumn<bool>("keyBefore");
@@ -92,7 +92,7 @@ private Q_SLOTS:
         QTest::newRow("untick drags") << "onClickCheckBox" << false << true;
     }
 
-    void summonBoxesExcludeEachOther()
+    void summonBoxesExcludeEachOtherAndTheKeyIsRecorded()
     {
         QFETCH(QString, box);
         QFETCH(bool, keyBefore);
@@ -112,18 +112,14 @@ private Q_SLOTS:
         QCOMPARE(p->onClickCheckBox->isChecked(), !shortcutEnabled); // never both, never neither
         QCOMPARE(p->shortcutView->isEnabled(), shortcutEnabled);
         // The key is grabbed or released to match.
-        QCOMPARE(f.fakes->hotKey.bound.isEmpty(), !shortcutEnabled);
-    }
-
-    void recordedKeyIsStoredAndTakenAgain()
-    {
-        PopMenuContentViewController *p = panel();
-        p->onHotkeyCheckBox->click();
-        QCOMPARE(f.fakes->hotKey.bound, QStringLiteral("Ctrl+Alt+F"));
+        QCOMPARE(f.fakes->hotKey.bound, shortcutEnabled ? QStringLiteral("Ctrl+Alt+F") : QString());
+        if (!shortcutEnabled)
+            return;
+        // A recorded key is stored, one combination, and taken instead.
         p->shortcutView->setFocus();
         p->shortcutView->setKeySequence(QKeySequence(QStringLiteral("Ctrl+Shift+D, Ctrl+X")));
         p->shortcutRecorded();
-        QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Shift+D")); // one combination
+        QCOMPARE(Utils::showPanelHotKey(), QStringLiteral("Ctrl+Shift+D"));
         QCOMPARE(f.fakes->hotKey.bound, QStringLiteral("Ctrl+Shift+D"));
         // A key another program holds: said under the recorder.
         f.fakes->hotKey.refuse = true;
