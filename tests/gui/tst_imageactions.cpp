@@ -32,16 +32,6 @@
 #include <QSlider>
 #include <QToolButton>
 
-namespace {
-
-void retype(QLineEdit *field, const QString &text)
-{
-    field->clear();
-    QTest::keyClicks(field, text);
-}
-
-} // namespace
-
 class ImageActionsTest : public QObject
 {
     Q_OBJECT
@@ -71,7 +61,8 @@ private Q_SLOTS:
         QCOMPARE(vc->heightTextField->text(), QStringLiteral("750")); // 750.75 truncated
         QTest::keyClick(vc->heightTextField, Qt::Key_Down);
         QCOMPARE(vc->widthTextField->text(), QStringLiteral("998")); // 998.67 truncated
-        retype(vc->heightTextField, QStringLiteral("375"));
+        vc->heightTextField->clear();
+        QTest::keyClicks(vc->heightTextField, QStringLiteral("375"));
         QCOMPARE(vc->widthTextField->text(), QStringLiteral("500"));
         // Unticked, the fields are independent; ticked again, the picture's size is back.
         vc->proportionCheckBox->setChecked(false);
