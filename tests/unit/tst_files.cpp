@@ -15,6 +15,20 @@
 using States = QHash<QString, ButtonState>;
 Q_DECLARE_METATYPE(PanelInputs)
 
+namespace {
+// A reader of the type folders given as XDG_DATA_HOME and XDG_DATA_DIRS; the session's are kept.
+std::unique_ptr<MimeByName> mimeReaderOf(const QByteArray &home, const QByteArray &dirs)
+{
+    const QByteArray homeBefore = qgetenv("XDG_DATA_HOME"), dirsBefore = qgetenv("XDG_DATA_DIRS");
+    qputenv("XDG_DATA_HOME", home);
+    qputenv("XDG_DATA_DIRS", dirs);
+    auto reader = std::make_unique<MimeByName>();
+    qputenv("XDG_DATA_HOME", homeBefore);
+    qputenv("XDG_DATA_DIRS", dirsBefore);
+    return reader;
+}
+} // namespace
+
 class FilesTest : public QObject
 {
     Q_OBJECT
@@ -311,12 +325,7 @@ private Q_SLOTS:
 </mime-info>
 )");
             QCOMPARE(QProcess::execute(QStringLiteral("update-mime-database"), {data.at(QStringLiteral("mime"))}), 0);
-            const QByteArray home = qgetenv("XDG_DATA_HOME"), dataDirs = qgetenv("XDG_DATA_DIRS");
-            qputenv("XDG_DATA_HOME", data.native() + "/nothing");
-            qputenv("XDG_DATA_DIRS", data.native());
-            reader = std::make_unique<MimeByName>();
-            qputenv("XDG_DATA_HOME", home);
-            qputenv("XDG_DATA_DIRS", dataDirs);
+            reader = mimeReaderOf(data.native() + "/nothing", data.native());
             QVERIFY(reader->readsTheCache());
         }
         QCOMPARE(reader->typeAndAncestors(reader->typeOf(name)), lineage);
@@ -364,17 +373,13 @@ private Q_SLOTS:
                 data.file(folder + "/mime/mime.cache", cache);
             dirs << data.at(QString::fromUtf8(folder));
         }
-        const QByteArray home = qgetenv("XDG_DATA_HOME"), dataDirs = qgetenv("XDG_DATA_DIRS");
-        qputenv("XDG_DATA_HOME", folders.size() > 1 ? dirs.takeFirst().toUtf8() : data.at(QStringLiteral("nothing")).toUtf8());
-        qputenv("XDG_DATA_DIRS", dirs.join(QChar(':')).toUtf8());
-        const MimeByName reader;
-        qputenv("XDG_DATA_HOME", home);
-        qputenv("XDG_DATA_DIRS", dataDirs);
-        QCOMPARE(reader.readsTheCache(), read);
-        const QString type = reader.typeOf(QStringLiteral("photo.png"));
+        const QString home = folders.size() > 1 ? dirs.takeFirst() : data.at(QStringLiteral("nothing"));
+        const auto reader = mimeReaderOf(home.toUtf8(), dirs.join(QChar(':')).toUtf8());
+        QCOMPARE(reader->readsTheCache(), read);
+        const QString type = reader->typeOf(QStringLiteral("photo.png"));
         if (!read)
             QCOMPARE(type, QStringLiteral("image/png"));
-        QVERIFY(!reader.typeAndAncestors(type).isEmpty());
+        QVERIFY(!reader->typeAndAncestors(type).isEmpty());
     }
     void enablingRules_data()
     {
