@@ -35,11 +35,13 @@ void quietLog(QtMsgType type, const QMessageLogContext &, const QString &message
         std::fprintf(stderr, "quaydrop: %s\n", qPrintable(message));
 }
 
+bool asksForHelp(const QString &first) { return first == u"--help" || first == u"-h" || first == u"help"; }
+
 // Help, the version, a command that only reads and prints, and a word that is no command at all.
 bool startsBare(const QStringList &args)
 {
     const QString first = args.value(1);
-    if (first == u"--help" || first == u"-h" || first == u"help" || first == u"--version")
+    if (asksForHelp(first) || first == u"--version")
         return true;
     const Cli::Command *command = Cli::find(first);
     return !command || command->startsBare;
@@ -87,7 +89,7 @@ int CommandLine::usageError(const Cli::Command &command, Console &console, const
 int CommandLine::run(const QStringList &args, Console &console)
 {
     const QString first = args.value(1);
-    if (first == u"--help" || first == u"-h" || first == u"help") {
+    if (asksForHelp(first)) {
         if (const Cli::Command *c = Cli::find(args.value(2)))
             HelpText::printCommand(*c, console.out);
         else

@@ -166,9 +166,11 @@ QString MimeByName::typeOf(const QString &fileName) const
         matchPatternList(word(kLiteralList), utf8, lowerUtf8, found);
         if (found.best.isEmpty()) {
             const quint32 tree = word(kSuffixTree);
-            const QList<uint> lowerChars = lower.toUcs4(), chars = name.toUcs4();
-            if (!matchSuffixes(word(tree), word(tree + 4), lowerChars, lowerChars.size() - 1, false, found))
+            const QList<uint> lowerChars = lower.toUcs4();
+            if (!matchSuffixes(word(tree), word(tree + 4), lowerChars, lowerChars.size() - 1, false, found)) {
+                const QList<uint> chars = name.toUcs4(); // case-sensitive suffixes, looked for only then
                 matchSuffixes(word(tree), word(tree + 4), chars, chars.size() - 1, true, found);
+            }
         }
         if (found.best.isEmpty())
             matchPatternList(word(kGlobList), utf8, lowerUtf8, found);
